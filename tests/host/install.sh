@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# A host builds against the installed tree, once by find_package and once by pkg-config, and runs.
+#   install.sh <source folder> <build folder> <cmake> <compiler> <generator>
+set -euo pipefail
+
+source=$1 build=$2 cmake=$3 compiler=$4 generator=$5
+unset DESTDIR  # a packaging run may have set it
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+# The tree is installed, then moved: nothing in it may remember where it stood.
+"$cmake" --install "$build" --prefix "$work/first" >/dev/null
+mv "$work/first" "$work/prefix"
+prefix=$work/prefix
+pc=$(find "$prefix" -name kovra.pc)
+[[ -n $pc ]] || { echo "no kovra.pc was installed" >&2; exit 1; }
+libdir=$(dirname "$(dirname "$pc")")
+sample=$source/samples/status/printing.xml
+strict=(-Wall -Wextra -Wpedantic -Werror)
+
+expect() {  # expected output, program: what it prints for the sample
+  local found
+  found=$(LD_LIBRARY_PATH=$libdir "$2" <"$sample")
+  [[ $found == "$1" ]] || { printf '%s printed "%s", not "%s"\n' "$2" "$found" "$1" >&2; exit 1; }
+}
+
+"$cmake" -S "$source/examples" -B "$work/cmake" -G "$generator" -DCMAKE_BUILD_TYPE=Release \
+  -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix" \
+  -DCMAKE_CXX_FLAGS="${strict[*]}" >"$work/log" || { cat "$work/log"; exit 1; }
+"$cmake" --build "$work/cmake" >"$work/log" || { cat "$work/log"; exit 1; }
+grep -qF "kovra_DIR:PATH=$libdir/cmake/kovra" "$work/cmake/CMakeCache.txt" ||
+  { echo "find_package found another kovra" >&2; exit 1; }
+expect "printer state: 5" "$work/cmake/status"
+
+export PKG_CONFIG_PATH=$libdir/pkgconfig
+read -ra flags <<<"$(pkg-config --cflags --libs kovra)"
+"$compiler" -std=c++11 "${strict[@]}" "$source/examples/status.cpp" -o "$work/status" "${flags[@]}"
+expect "printer state: 5" "$work/status"
+
+# The tool lies beside its library, if it was built.
+if [[ -e $prefix/bin/kovra ]]; then
+  LD_LIBRARY_PATH=$libdir "$prefix/bin/kovra" --version
+  [[ -s $prefix/share/man/man1/kovra.1 ]] || { echo "kovra.1 was not installed" >&2; exit 1; }
+fi
+
+# The README shows the same program.
+program=$(sed -n '/^#include/,$p' "$source/examples/status.cpp")
+[[ $(<"$source/README.md") == *"$program"* ]] ||
+  { echo "the program in README.md is not examples/status.cpp" >&2; exit 1; }

@@ -1,0 +1,76 @@
+/// @file
+/// What every public header of Kovra stands on: the export marker, TinyXML, and the rule that lets
+/// a string literal stand where an operation takes a `char*` that it only reads.
+
+#ifndef KOVRA_BASE_H
+#define KOVRA_BASE_H
+
+#include <tinyxml.h>
+
+#ifndef TIXML_USE_STL
+#error "Kovra needs TinyXML built with its std::string support: compile with -DTIXML_USE_STL."
+#endif
+
+#include <cstddef>
+#include <type_traits>
+
+/// Marks what the shared library exports; everything else stays hidden.
+#define KOVRA_EXPORT __attribute__((visibility("default")))
+
+namespace Kovra {
+namespace detail {
+
+/// True for a text that can only be read: a string literal or a `char const*`.
+template <class Text>
+struct IsReadOnlyText
+    : std::integral_constant<bool, std::is_convertible<Text const&, char const*>::value &&
+                                       !std::is_convertible<Text const&, char*>::value> {};
+
+/// Selects the overloads that take a text by `Text const&`.
+template <class Text>
+using ReadOnlyText = typename std::enable_if<IsReadOnlyText<Text>::value, int>::type;
+
+/// The same for operations that take several texts: each is one, and some can only be read.
+template <class... Texts>
+struct AreTextsSomeReadOnly;
+
+template <class Text>
+struct AreTextsSomeReadOnly<Text> {
+  static constexpr bool texts = std::is_convertible<Text const&, char const*>::value;
+  static constexpr bool some = IsReadOnlyText<Text>::value;
+};
+
+template <class Text, class... Others>
+struct AreTextsSomeReadOnly<Text, Others...> {
+  static constexpr bool texts =
+      AreTextsSomeReadOnly<Text>::texts && AreTextsSomeReadOnly<Others...>::texts;
+  static constexpr bool some =
+      AreTextsSomeReadOnly<Text>::some || AreTextsSomeReadOnly<Others...>::some;
+};
+
+/// Selects the overloads that take several texts, each by reference, in any mix.
+template <class... Texts>
+using SomeReadOnlyText = typename std::enable_if<
+    AreTextsSomeReadOnly<Texts...>::texts && AreTextsSomeReadOnly<Texts...>::some, int>::type;
+
+/// Selects the overloads that take a wide text by `Text const&`.
+template <class Text>
+using ReadOnlyWideText =
+    typename std::enable_if<std::is_convertible<Text const&, wchar_t const*>::value &&
+                                !std::is_convertible<Text const&, wchar_t*>::value,
+                            int>::type;
+
+/// Hands a text to an operation that is declared with `char*` for hosts that link against it, and
+/// that never writes through it. The only place where Kovra takes a `const` away, apart from the
+/// one that wipes secrets.
+inline char* borrowed(char const* text) {
+  return const_cast<char*>(text);
+}
+inline wchar_t* borrowedWide(wchar_t const* text) {
+  return const_cast<wchar_t*>(text);
+}
+
+}  // namespace detail
+}  // namespace Kovra
+
+#endif

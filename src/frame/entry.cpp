@@ -1,0 +1,91 @@
+#include "frame/entry.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <string_view>
+
+#include "frame/guard.hpp"
+#include "frame/wipe.hpp"
+
+namespace Kovra::frame {
+
+namespace {
+
+/// Narrows the characters that are the same in every locale, up to the first other, and tells how
+/// many those were. Blocks keep the test for that first one out of the inner loop.
+std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
+  constexpr std::size_t block = 16;
+  std::size_t done = 0;
+  while (done + block <= length) {
+    wchar_t seen = 0;
+    for (std::size_t i = 0; i < block; ++i) seen |= text[done + i];
+    if (seen < 0 || seen > 0x7F) break;
+    for (std::size_t i = 0; i < block; ++i) out[done + i] = static_cast<char>(text[done + i]);
+    done += block;
+  }
+  return done;
+}
+
+}  // namespace
+
+NarrowText::NarrowText(wchar_t const* text, std::size_t length) {
+  std::size_t const characters = ::wcsnlen(text, length);
+  std::size_t const room = std::min(length, characters * MB_CUR_MAX);
+  char* const narrow = allocate(room);
+  std::size_t const ascii = narrowAscii(text, characters, narrow);
+  if (ascii == characters) return;
+  std::mbstate_t state{};
+  wchar_t const* rest = text + ascii;
+  // A character that the locale lacks stops the conversion; what stands before it stays, and the
+  // zeros behind it end the text.
+  static_cast<void>(::wcsnrtombs(narrow + ascii, &rest, characters - ascii, room - ascii, &state));
+}
+
+NarrowText::NarrowText(char const* text) : NarrowText(text, std::strlen(text)) {}
+
+NarrowText::NarrowText(char const* text, std::size_t length) {
+  std::memcpy(allocate(length), text, length);
+}
+
+NarrowText::~NarrowText() {
+  wipe(text_.get(), size_);
+}
+
+char* NarrowText::allocate(std::size_t length) {
+  text_ = std::make_unique<char[]>(length + padding);  // all zeros
+  size_ = length;
+  return text_.get();
+}
+
+TiXmlElement* findRoot(TiXmlDocument& document, Roots roots) {
+  for (char const* const root : roots) {
+    if (TiXmlElement* const element = document.FirstChildElement(root)) return element;
+  }
+  return nullptr;
+}
+
+namespace {
+
+/// Every element needs a '<' of its own and every attribute a '=', so a short reply is known to be
+/// harmless after two counts; only longer ones are looked at closely.
+bool isHostile(NarrowText const& text) {
+  std::string_view const bytes(text.get(), text.size());
+  if (std::count(bytes.begin(), bytes.end(), '<') <= static_cast<std::ptrdiff_t>(maxDepth) &&
+      std::count(bytes.begin(), bytes.end(), '=') <= static_cast<std::ptrdiff_t>(maxAttributes)) {
+    return false;
+  }
+  return isHostile(scan(text.get()).fault);
+}
+
+}  // namespace
+
+TiXmlElement* parseReply(TiXmlDocument& document, NarrowText const& text, Roots roots) {
+  if (isHostile(text)) return nullptr;
+  document.SetTabSize(0);
+  document.Parse(text.get(), nullptr, TIXML_ENCODING_UNKNOWN);
+  return document.Error() ? nullptr : findRoot(document, roots);
+}
+
+}  // namespace Kovra::frame

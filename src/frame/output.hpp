@@ -1,0 +1,46 @@
+/// @file
+/// The document output: a tree in, text for the host out, and the debugging copy beside it. No
+/// writer prints by itself.
+
+#ifndef KOVRA_FRAME_OUTPUT_HPP
+#define KOVRA_FRAME_OUTPUT_HPP
+
+#include <tinyxml.h>
+
+#include <string>
+
+namespace Kovra::frame {
+
+/// Links the declaration (version 1.0, encoding UTF-8) and a new root element behind whatever
+/// `document` holds already, and returns the root. The document owns it.
+TiXmlElement* beginDocument(TiXmlDocument& document, char const* root);
+
+/// Prints `document` with an indent of four blanks and converts it into `out`, at most `length`
+/// wide characters; a terminator is written only where there is room for it. Where a character
+/// cannot be converted in the process's locale the output ends, with a terminator if there is room.
+/// False, with `out` untouched, when `out` is null or printing fails.
+bool printWide(TiXmlDocument const& document, wchar_t* out, int length);
+
+/// The same for a document with secrets: the printed text is wiped.
+bool printSecretWide(TiXmlDocument const& document, wchar_t* out, int length);
+
+/// Prints `document` in the same way and copies it with its terminator into `out`, which takes
+/// `length` characters. A document that does not fit leaves an empty text (when `length` is at
+/// least 1), and the result is false. False, with `out` untouched, when `out` is null or printing
+/// fails.
+bool printNarrow(TiXmlDocument const& document, char* out, int length);
+
+/// The printed document as a text; empty when printing fails. The library keeps no other copy.
+std::string printNarrow(TiXmlDocument const& document);
+
+/// Saves `document` to `path` for people who debug a host: with mode 0600, never through a symbolic
+/// link, never into anything but a regular file of the calling user that has no other name. Where
+/// that cannot be had no copy is written. Built without KOVRA_DEBUG_COPIES it does nothing.
+void saveDebugCopy(TiXmlDocument const& document, char const* path);
+
+/// Saves `document` to a file that the host names; false for a null path or when saving fails.
+bool saveTo(TiXmlDocument const& document, char const* path);
+
+}  // namespace Kovra::frame
+
+#endif

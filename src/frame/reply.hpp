@@ -1,0 +1,61 @@
+/// @file
+/// A reply as the library knows it: its name, the roots it may have, and how its record is read.
+/// Each family lists its replies beside its entries; the face's catalogue is all of the lists.
+
+#ifndef KOVRA_FRAME_REPLY_HPP
+#define KOVRA_FRAME_REPLY_HPP
+
+#include <tinyxml.h>
+
+#include <memory>
+#include <string_view>
+
+#include "frame/entry.hpp"
+#include "frame/field.hpp"
+#include "frame/observer.hpp"
+
+namespace Kovra::frame {
+
+/// A reply without its record's type, as the catalogue lists it.
+struct ReplyReader {
+  std::string_view name;   ///< for people and command lines
+  std::string_view title;  ///< what it tells, in a few words
+  Roots roots;
+  /// Reads the root into a record of its own; the result is that of the classic operation.
+  bool (*decode)(TiXmlElement& root, Observer& observer);
+  void (*outline)(Outline&);
+};
+
+/// The catalogue's line of a reply whose record starts as zeros. `Reading` is a struct with
+/// `read(root, record, watch)` and `outline(outline)`, TableReading or one with steps of its own.
+template <class Record, class Reading>
+constexpr ReplyReader reader(std::string_view name, std::string_view title, Roots roots) {
+  return {name, title, roots,
+          [](TiXmlElement& root, Observer& observer) {
+            auto const record = std::make_unique<Record>();
+            return Reading::read(root, *record, observer);
+          },
+          &Reading::outline};
+}
+
+/// The wide entry of a reply: `Reading` on the root, watched by nobody.
+template <class Reading, class Document = TiXmlDocument, class Length, class Record>
+bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) {
+  return readWide<Document>(&text, length, roots, [&](TiXmlElement& root) {
+    Unwatched nobody;
+    return Reading::read(root, record, nobody);
+  });
+}
+
+/// The same for a reply whose text is narrow and terminated, so that no length is needed.
+template <class Reading, class Record>
+bool readNarrowReply(char const* text, Roots roots, Record& record) {
+  return readNarrow(text, roots, [&](TiXmlElement& root) {
+    Unwatched nobody;
+    return Reading::read(root, record, nobody);
+  });
+}
+
+}  // namespace Kovra::frame
+
+#endif

@@ -1,0 +1,435 @@
+// What the library asks of the heap, and what it leaves when the heap has nothing more to give.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <new>
+#include <string>
+
+#include "frame/entry.hpp"
+#include "frame/guard.hpp"
+#include "frame/output.hpp"
+#include "kvxhelper.h"
+#include "kvxstatusparser.h"
+#include "support/allocations.hpp"
+#include "support/folder.hpp"
+#include "support/general_status.hpp"
+#include "support/records.hpp"
+#include "support/tree.hpp"
+#include "support/wide.hpp"
+
+// ---- The watched heap ------------------------------------------------------------------------
+
+namespace {
+
+/// The watch of a thread. It uses no heap itself.
+struct Watch {
+  bool on = false;
+  std::size_t failing = 0;
+  std::size_t made = 0;
+  std::size_t alive = 0;
+  std::array<void*, 4096> blocks{};
+};
+thread_local Watch watch;
+
+void* allocate(std::size_t size) noexcept {
+  if (watch.on && ++watch.made == watch.failing) return nullptr;
+  void* const block = std::malloc(size != 0 ? size : 1);
+  if (watch.on && block != nullptr) {
+    if (watch.alive == watch.blocks.size()) std::abort();  // no test comes near
+    watch.blocks[watch.alive++] = block;
+  }
+  return block;
+}
+
+void* allocateOrThrow(std::size_t size) {
+  if (void* const block = allocate(size)) return block;
+  throw std::bad_alloc();
+}
+
+void release(void* block) noexcept {
+  if (watch.on) {
+    auto const end = watch.blocks.begin() + static_cast<std::ptrdiff_t>(watch.alive);
+    auto const known = std::find(watch.blocks.begin(), end, block);
+    if (known != end) *known = watch.blocks[--watch.alive];
+  }
+  std::free(block);
+}
+
+}  // namespace
+
+// All forms, so that no block is taken from one allocator and given to another.
+void* operator new(std::size_t size) {
+  return allocateOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+  return allocateOrThrow(size);
+}
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  return allocate(size);
+}
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
+  return allocate(size);
+}
+void operator delete(void* block) noexcept {
+  release(block);
+}
+void operator delete[](void* block) noexcept {
+  release(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+  release(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+  release(block);
+}
+void operator delete(void* block, std::nothrow_t const&) noexcept {
+  release(block);
+}
+void operator delete[](void* block, std::nothrow_t const&) noexcept {
+  release(block);
+}
+
+namespace Kovra::test {
+
+Allocations::Allocations(std::size_t failing) {
+  watch.made = 0;
+  watch.alive = 0;
+  watch.failing = failing;
+  watch.on = true;
+}
+
+Allocations::~Allocations() {
+  watch.on = false;
+}
+
+std::size_t Allocations::made() const {
+  return watch.made;
+}
+
+std::size_t Allocations::alive() const {
+  return watch.alive;
+}
+
+std::size_t Allocations::reclaim() {
+  std::size_t const lost = watch.alive;
+  for (; watch.alive > 0; --watch.alive) std::free(watch.blocks[watch.alive - 1]);
+  return lost;
+}
+
+}  // namespace Kovra::test
+
+namespace Kovra {
+namespace {
+
+using test::Allocations;
+using test::filled;
+using test::printed;
+using test::TextElement;
+using test::Tree;
+using test::untouched;
+using test::wide;
+
+std::size_t allocationsOf(std::function<void()> const& call) {
+  Allocations const allocations;
+  call();
+  return allocations.made();
+}
+
+/// What is left of a call during which one allocation failed.
+struct Remains {
+  bool threw;
+  std::size_t blocks;
+};
+
+/// Lets allocation number `failing` of `call` fail.
+Remains failingAt(std::size_t failing, std::function<void()> const& call) {
+  Allocations const allocations(failing);
+  try {
+    call();
+  } catch (std::bad_alloc const&) {
+    return {true, allocations.alive()};
+  }
+  return {false, allocations.alive()};
+}
+
+/// The same for a parse. TinyXML holds a node that it is reading by a bare pointer and loses it
+/// when the heap gives out; what was lost is given back here.
+Remains parseFailingAt(std::size_t failing, std::function<void()> const& parse) {
+  Allocations allocations(failing);
+  try {
+    parse();
+  } catch (std::bad_alloc const&) {
+    return {true, allocations.reclaim()};
+  }
+  return {false, allocations.reclaim()};
+}
+
+// A name and a text too long for std::string to keep them without the heap.
+constexpr char const* longName = "a_name_that_needs_a_place_of_its_own";
+constexpr char const* longText = "a text that needs a place of its own on the heap";
+
+TEST(AllocationWatch, CountsFailsAndGivesBack) {
+  auto const two = [] {
+    auto* volatile first = new int(1);
+    auto* volatile second = new int(2);
+    delete first;
+    delete second;
+  };
+  EXPECT_EQ(allocationsOf(two), 2U);
+  EXPECT_FALSE(parseFailingAt(3, two).threw);
+  EXPECT_EQ(parseFailingAt(3, two).blocks, 0U);
+  EXPECT_TRUE(parseFailingAt(2, two).threw);
+  EXPECT_EQ(parseFailingAt(2, two).blocks, 1U);  // `first`, which this call loses
+}
+
+// ---- How much ---------------------------------------------------------------------------------
+
+std::wstring const wideReply = wide(test::generalStatusReply);
+
+bool parseStatus(KVGeneralStatus& record) {
+  return KVXStatusParser().ParseStatus(*wideReply.c_str(), static_cast<int>(wideReply.size()),
+                                       record);
+}
+
+std::size_t allocationsOfTheWideEntry() {
+  KVGeneralStatus record;
+  return allocationsOf([&] { parseStatus(record); });
+}
+
+std::size_t allocationsOfTinyXml() {
+  return allocationsOf([] {
+    TiXmlDocument document;
+    document.Parse(test::generalStatusReply.c_str());
+  });
+}
+
+TEST(HeapUse, OfTheWideEntryIsAtMostOneAllocationAboveThatOfTinyXml) {
+  EXPECT_LE(allocationsOfTheWideEntry(), allocationsOfTinyXml() + 1);
+  EXPECT_GE(allocationsOfTheWideEntry(), allocationsOfTinyXml());
+}
+
+TEST(HeapUse, OfReadingElementsIsNone) {
+  Tree tree(test::generalStatusReply);
+  KVGeneralStatus record;
+  bool result = false;
+  EXPECT_EQ(allocationsOf([&] { result = KVXStatusParser().parseStatus(tree.root(), record); }),
+            0U);
+  EXPECT_TRUE(result);
+}
+
+TEST(HeapUse, OfReadingSingleValuesIsNone) {
+  TextElement text(longText);
+  TiXmlElement* const element = text.get();
+  element->SetAttribute(longName, longText);
+  element->SetAttribute("number", 5);
+  int results = 0;
+  EXPECT_EQ(allocationsOf([&] {
+              std::array<char, 64> buffer{};
+              char flag = 0;
+              bool boolean = false;
+              int whole = 0;
+              unsigned short narrow = 0;
+              unsigned long counter = 0;
+              unsigned int natural = 0;
+              long large = 0;
+              float real = 0;
+              std::array<unsigned char, 6> address{};
+              results += KVXHelper::GetString(element, longName, buffer.data(), 64);
+              results += KVXHelper::GetString(element, buffer[0], 64);
+              results += KVXHelper::GetBool(element, longName, flag);
+              results += KVXHelper::GetBool(element, flag);
+              results += KVXHelper::GetBool(element, boolean);
+              results += KVXHelper::GetNumberFromAttr(element, "number", whole);
+              results += KVXHelper::GetNumberFromAttr(element, "number", real);
+              results += KVXHelper::GetInt(element, "number", whole);
+              results += KVXHelper::GetShort(element, longName, narrow);
+              results += KVXHelper::GetNumber(element, whole, false);
+              results += KVXHelper::GetNumber(element, narrow, false);
+              results += KVXHelper::GetNumber(element, counter, false);
+              results += KVXHelper::GetNumber(element, natural, false);
+              results += KVXHelper::GetNumber(element, large, false);
+              results += KVXHelper::GetNumber(element, real, false);
+              results += KVXHelper::GetPhysicalAddress(element, address.data());
+            }),
+            0U);
+  EXPECT_EQ(results, 16);
+}
+
+TEST(HeapUse, OfTheGuardIsNone) {
+  std::string const text = test::generalStatusReply + std::string(frame::padding, '\0');
+  EXPECT_EQ(allocationsOf([&] { frame::scan(text.c_str()); }), 0U);
+}
+
+TEST(HeapUse, OfARefusedLengthIsNone) {
+  KVGeneralStatus record;
+  EXPECT_EQ(allocationsOf([&] { KVXStatusParser().ParseStatus(*L"<a/>", 0, record); }), 0U);
+}
+
+// ---- When there is no more: reading ----------------------------------------------------------
+
+// What TinyXML loses is beyond this library, which must not lose anything besides.
+TEST(NoMemory, InTheWideEntryPassesThroughAndLosesOnlyWhatTinyXmlLoses) {
+  // What comes before TinyXML: the narrow text.
+  std::size_t const all = allocationsOfTheWideEntry();
+  std::size_t const own = all - allocationsOfTinyXml();
+  for (std::size_t failing = 1; failing <= all; ++failing) {
+    auto record = filled<KVGeneralStatus>();
+    Remains const ours = parseFailingAt(failing, [&] { parseStatus(record); });
+    Remains const tinyXmls = parseFailingAt(failing - own, [] {
+      TiXmlDocument document;
+      document.SetTabSize(0);
+      document.Parse(test::generalStatusReply.c_str());
+    });
+    EXPECT_TRUE(ours.threw) << failing;
+    EXPECT_EQ(tinyXmls.threw, failing > own) << failing;
+    EXPECT_LE(ours.blocks, tinyXmls.blocks) << failing;
+    EXPECT_TRUE(untouched(record)) << failing;
+  }
+  auto record = filled<KVGeneralStatus>();
+  Remains const enough = parseFailingAt(all + 1, [&] { parseStatus(record); });
+  EXPECT_FALSE(enough.threw);
+  EXPECT_EQ(enough.blocks, 0U);
+}
+
+TEST(NoMemory, LeavesTheNextReadingUnharmed) {
+  auto expected = filled<KVGeneralStatus>();
+  test::setGeneralStatus(expected);
+  for (std::size_t failing = 1; failing <= 20; ++failing) {
+    auto record = filled<KVGeneralStatus>();
+    parseFailingAt(failing, [&] { parseStatus(record); });
+    EXPECT_TRUE(parseStatus(record));
+    EXPECT_TRUE(test::same(record, expected));
+  }
+}
+
+// ---- When there is no more: writing ----------------------------------------------------------
+
+/// Lets each allocation of `change` fail in turn. The exception must leave the document as it was,
+/// and nothing may be lost.
+void expectAllOrNothing(char const* what, std::function<void(TiXmlDocument&)> const& change) {
+  bool threw = true;
+  for (std::size_t failing = 1; threw; ++failing) {
+    TiXmlDocument document;
+    document.LinkEndChild(new TiXmlElement("p"));
+    KVXHelper::AddTagString(document.RootElement(), "earlier", "value");
+    KVXHelper::AddTagAttrib(document.RootElement(), "present", "before");
+    std::string const before = printed(document);
+
+    Remains const remains = failingAt(failing, [&] { change(document); });
+    threw = remains.threw;
+    if (threw) {
+      EXPECT_EQ(printed(document), before) << what << ", allocation " << failing;
+      EXPECT_EQ(remains.blocks, 0U) << what << ", allocation " << failing;
+    } else {
+      EXPECT_GT(failing, 1U) << what << " asked for nothing";
+      EXPECT_NE(printed(document), before) << what;
+    }
+  }
+}
+
+TEST(NoMemory, LeavesTheTreeAsItWasWhenAChildCannotBeAdded) {
+  unsigned char const address[6] = {};
+  struct {
+    char const* what;
+    std::function<void(TiXmlElement*)> add;
+  } const cases[] = {
+      {"AddTag", [](auto* p) { KVXHelper::AddTag(p, longName); }},
+      {"AddTagString", [](auto* p) { KVXHelper::AddTagString(p, longName, longText); }},
+      {"AddTagNumber", [](auto* p) { KVXHelper::AddTagNumber(p, longName, 1); }},
+      {"AddTagFloat", [](auto* p) { KVXHelper::AddTagFloat(p, longName, 1e30F); }},
+      {"AddTagDouble", [](auto* p) { KVXHelper::AddTagDouble(p, longName, 1e30); }},
+      {"AddTagUnsigned", [](auto* p) { KVXHelper::AddTagUnsigned(p, longName, 1); }},
+      {"AddTagLong", [](auto* p) { KVXHelper::AddTagLong(p, longName, LONG_MIN); }},
+      {"AddTagBool", [](auto* p) { KVXHelper::AddTagBool(p, longName, 1); }},
+      {"AddTagPhysicalAddress",
+       [&](auto* p) { KVXHelper::AddTagPhysicalAddress(p, longName, address); }},
+      {"AddTagMinMaxVal",
+       [](auto* p) {
+         KVXHelper::AddTagMinMaxVal(p, longName, _MinMaxVal{1, 2, 3});
+       }},
+      {"AddTagMinMaxVal of floats",
+       [](auto* p) {
+         KVXHelper::AddTagMinMaxVal(p, longName, _MinMaxValFloat{1e30F, 1e30F, 1});
+       }},
+  };
+  for (auto const& one : cases) {
+    expectAllOrNothing(one.what, [&](TiXmlDocument& document) { one.add(document.RootElement()); });
+  }
+}
+
+TEST(NoMemory, LeavesTheTreeAsItWasWhenAnAttributeCannotBeSet) {
+  struct {
+    char const* what;
+    std::function<void(TiXmlElement*)> set;
+  } const cases[] = {
+      {"a new text", [](auto* p) { KVXHelper::AddTagAttrib(p, longName, longText); }},
+      {"a new number", [](auto* p) { KVXHelper::AddTagAttrib(p, longName, 1); }},
+      {"another text", [](auto* p) { KVXHelper::AddTagAttrib(p, "present", longText); }},
+  };
+  for (auto const& one : cases) {
+    expectAllOrNothing(one.what, [&](TiXmlDocument& document) { one.set(document.RootElement()); });
+  }
+}
+
+TEST(NoMemory, LeavesTheDocumentAsItWasWhenItCannotBeBegun) {
+  expectAllOrNothing("beginDocument",
+                     [](TiXmlDocument& document) { frame::beginDocument(document, longName); });
+}
+
+/// A document that takes more than a string's own room to print.
+TiXmlDocument const& longDocument() {
+  static TiXmlDocument const document = [] {
+    TiXmlDocument composed;
+    TiXmlElement* const root = frame::beginDocument(composed, longName);
+    KVXHelper::AddTagString(root, longName, longText);
+    KVXHelper::AddTagAttrib(root, longName, longText);
+    return composed;
+  }();
+  return document;
+}
+
+/// Lets each allocation of `save` fail in turn: nothing may be lost, and no file stay open.
+void expectNothingLost(char const* what, std::function<void()> const& save) {
+  auto const openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  static_cast<void>(longDocument());
+  auto const before = openFiles();
+  bool threw = true;
+  for (std::size_t failing = 1; threw; ++failing) {
+    Remains const remains = failingAt(failing, save);
+    threw = remains.threw;
+    EXPECT_EQ(remains.blocks, 0U) << what << ", allocation " << failing;
+    EXPECT_EQ(openFiles(), before) << what << ", allocation " << failing;
+    EXPECT_TRUE(threw || failing > 1) << what << " asked for nothing";
+  }
+}
+
+TEST(NoMemory, LosesNothingWhenADocumentCannotBePrinted) {
+  std::array<wchar_t, 1024> out{};
+  expectNothingLost("printWide", [&] { frame::printWide(longDocument(), out.data(), 1024); });
+}
+
+TEST(NoMemory, LosesNothingWhenADocumentCannotBeSaved) {
+  test::TemporaryFolder const folder;
+  std::string const path = folder.file("saved");
+  expectNothingLost("saveTo", [&] { frame::saveTo(longDocument(), path.c_str()); });
+}
+
+#if KOVRA_DEBUG_COPIES
+TEST(DebugCopyWithoutMemory, LosesNothing) {
+  test::TemporaryFolder const folder;
+  std::string const path = folder.file("copy");
+  expectNothingLost("saveDebugCopy", [&] { frame::saveDebugCopy(longDocument(), path.c_str()); });
+}
+#endif
+
+}  // namespace
+}  // namespace Kovra

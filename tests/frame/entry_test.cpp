@@ -1,0 +1,443 @@
+#include "frame/entry.hpp"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/guard.hpp"
+#include "kvxstatusparser.h"
+#include "support/general_status.hpp"
+#include "support/locale.hpp"
+#include "support/records.hpp"
+#include "support/wide.hpp"
+
+namespace Kovra::frame {
+namespace {
+
+using test::LocaleGuard;
+using test::same;
+using test::unterminated;
+using test::wide;
+
+constexpr char const* oneRoot[] = {"root"};
+constexpr char const* twoRoots[] = {"first", "second"};
+
+/// What an entry found: the root's name and its first text, or that it refused.
+constexpr char const* refused = "(refused)";
+
+std::string described(TiXmlElement& root) {
+  char const* const text = root.GetText();
+  return root.ValueStr() + ":" + (text != nullptr ? text : "");
+}
+
+template <class Length>
+std::string readWideText(wchar_t const* text, Length length, Roots roots = oneRoot) {
+  std::string found = refused;
+  bool const result = readWide(text, length, roots, [&](TiXmlElement& root) {
+    found = described(root);
+    return true;
+  });
+  EXPECT_EQ(result, found != refused);
+  return found;
+}
+
+std::string readWideText(std::wstring const& text, Roots roots = oneRoot) {
+  return readWideText(text.c_str(), static_cast<int>(text.size()), roots);
+}
+
+std::string readNarrowText(char const* text, Roots roots = oneRoot) {
+  std::string found = refused;
+  bool const result = readNarrow(text, roots, [&](TiXmlElement& root) {
+    found = described(root);
+    return true;
+  });
+  EXPECT_EQ(result, found != refused);
+  return found;
+}
+
+// ---- Roots -----------------------------------------------------------------------------------
+
+TEST(Entry, FindsTheRootByItsExactName) {
+  EXPECT_EQ(readNarrowText("<root>5</root>"), "root:5");
+  for (char const* const xml :
+       {"<Root>5</Root>", "<roots>5</roots>", "<roo/>", "<other><root/></other>"}) {
+    EXPECT_EQ(readNarrowText(xml), refused) << xml;
+    EXPECT_EQ(readWideText(wide(xml)), refused) << xml;
+  }
+}
+
+TEST(Entry, PrefersTheFirstOfSeveralRootsWhateverTheirOrderInTheText) {
+  EXPECT_EQ(readNarrowText("<first/>", twoRoots), "first:");
+  EXPECT_EQ(readNarrowText("<second/>", twoRoots), "second:");
+  EXPECT_EQ(readNarrowText("<second/><first/>", twoRoots), "first:");
+  EXPECT_EQ(readNarrowText("<third/>", twoRoots), refused);
+  EXPECT_EQ(readNarrowText("<first/>", Roots{}), refused);
+}
+
+TEST(Entry, FindsTheRootBehindOtherNodesOfTheTopLevel) {
+  for (char const* const xml :
+       {"<?xml version='1.0'?><!-- a --><!DOCTYPE root><root>5</root>", "<other/><root>5</root>",
+        "\n\t <root>5</root>", "<root>5</root><root>6</root>"}) {
+    EXPECT_EQ(readNarrowText(xml), "root:5") << xml;
+    EXPECT_EQ(readWideText(wide(xml)), "root:5") << xml;
+  }
+}
+
+TEST(Entry, ResultIsThatOfTheReading) {
+  bool called = false;
+  auto const fail = [&](TiXmlElement&) {
+    called = true;
+    return false;
+  };
+  EXPECT_FALSE(readWide(L"<root/>", 7, oneRoot, fail));
+  EXPECT_TRUE(called);
+  called = false;
+  EXPECT_FALSE(readNarrow("<root/>", oneRoot, fail));
+  EXPECT_TRUE(called);
+}
+
+// ---- What is refused and what is not ---------------------------------------------------------
+
+TEST(Entry, RefusesMalformedTextsWhole) {
+  for (char const* const xml :
+       {"", " ", "text", "<", "<root", "<root>", "<root>5", "<root>5<", "<root>5</",
+        "<root>5</root", "<root>5</other>", "<root a=1 a=2/>", "<root a/>", "<root a='/>",
+        "<root><a></root>", "<root>5</root><root", "<root>5</root><b><c></b>", "<root>&#;x5</root",
+        "<root>&#12</root>"}) {
+    EXPECT_EQ(readNarrowText(xml), refused) << xml;
+    EXPECT_EQ(readWideText(wide(xml)), refused) << xml;
+  }
+}
+
+TEST(Entry, AcceptsWhatTinyXmlTolerates) {
+  for (char const* const xml :
+       {"<root>5</root>text behind", "<root>5</root><root>6</root>", "<root>5</root>\n\n",
+        "<root a=1 b='2'>5</root>", "<root>5</root ><!-- open", "<root>5</root></root>",
+        "<root>5</root>&"}) {
+    EXPECT_EQ(readNarrowText(xml), "root:5") << xml;
+    EXPECT_EQ(readWideText(wide(xml)), "root:5") << xml;
+  }
+  // What it makes of a bare ampersand is its own affair.
+  TiXmlDocument document;
+  document.Parse("<root>a & b</root>");
+  std::string const byTinyXml = described(*document.RootElement());
+  EXPECT_EQ(readNarrowText("<root>a & b</root>"), byTinyXml);
+  EXPECT_EQ(readWideText(L"<root>a & b</root>"), byTinyXml);
+}
+
+// ---- The narrow entry ------------------------------------------------------------------------
+
+TEST(NarrowEntry, RefusesANullText) {
+  EXPECT_EQ(readNarrowText(nullptr), refused);
+}
+
+TEST(NarrowEntry, TakesAnyBytesInAnyLocale) {
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    EXPECT_EQ(readNarrowText("\xEF\xBB\xBF<root>5</root>"), "root:5") << locale;
+    EXPECT_EQ(readNarrowText("<root>\xC3\xA9</root>"), "root:\xC3\xA9") << locale;
+    EXPECT_EQ(readNarrowText("<root>\xFF</root>"), "root:\xFF") << locale;
+  }
+}
+
+// TinyXML steps over as many bytes as a lead byte announces, also beyond the end of the text.
+TEST(NarrowEntry, ReadsNothingBehindACutSequenceOfUtf8) {
+  std::string const start = "<?xml encoding='UTF-8'?><root>";
+  for (char const* const cut : {"\xC3", "\xE2", "\xE2\x82", "\xF0", "\xF0\x9F", "\xF0\x9F\x98"}) {
+    std::string const text = start + cut;
+    std::unique_ptr<char[]> const exact(new char[text.size() + 1]);
+    std::strcpy(exact.get(), text.c_str());
+    EXPECT_EQ(readNarrowText(exact.get()), refused);
+    EXPECT_EQ(readNarrowText((start + "5</root>" + cut).c_str()), "root:5");
+  }
+}
+
+TEST(NarrowText, CopiesAsManyBytesAsItIsTold) {
+  EXPECT_STREQ(NarrowText("abc").get(), "abc");
+  EXPECT_STREQ(NarrowText("abc", 2).get(), "ab");
+  EXPECT_STREQ(NarrowText("", 0).get(), "");
+}
+
+TEST(NarrowText, HasZerosBehindItsEnd) {
+  char const zeros[padding] = {};
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    EXPECT_EQ(std::memcmp(NarrowText("abc", 3).get() + 3, zeros, padding), 0);
+    EXPECT_EQ(std::memcmp(NarrowText(L"abc", 3).get() + 3, zeros, padding), 0);
+  }
+}
+
+// ---- The wide entry: length ------------------------------------------------------------------
+
+TEST(WideEntry, RefusesANullText) {
+  EXPECT_EQ(readWideText<int>(nullptr, 5), refused);
+}
+
+TEST(WideEntry, RefusesALengthBelowOne) {
+  for (int const length : {0, -1, INT_MIN}) {
+    EXPECT_EQ(readWideText(L"<root/>", length), refused) << length;
+  }
+  EXPECT_EQ(readWideText(L"<root/>", 0UL), refused);
+}
+
+TEST(WideEntry, NeedsNoTerminator) {
+  std::wstring const text = L"<root>5</root>";
+  auto const exact = unterminated(text);
+  EXPECT_EQ(readWideText(exact.get(), static_cast<int>(text.size())), "root:5");
+  EXPECT_EQ(readWideText(exact.get(), text.size()), "root:5");
+}
+
+TEST(WideEntry, CutsATextThatIsLongerThanItsLength) {
+  std::wstring const text = L"<root>5</root>";
+  for (std::size_t length = 1; length < text.size(); ++length) {
+    EXPECT_EQ(readWideText(text.c_str(), static_cast<int>(length)), refused) << length;
+  }
+  EXPECT_EQ(readWideText(L"<root>5</root><root", 14), "root:5");
+}
+
+TEST(WideEntry, EndsATextThatIsShorterThanItsLengthAtItsTerminator) {
+  auto const exact = unterminated(std::wstring(L"<root>5</root>") + L'\0');
+  for (int const length : {15, 16, 1000, INT_MAX}) {
+    EXPECT_EQ(readWideText(exact.get(), length), "root:5") << length;
+  }
+  EXPECT_EQ(readWideText(exact.get(), ULONG_MAX), "root:5");
+}
+
+TEST(WideEntry, ReadsNothingBehindATerminator) {
+  EXPECT_EQ(readWideText(std::wstring(L"<root>5</root>\0<root", 20)), "root:5");
+  EXPECT_EQ(readWideText(std::wstring(L"<root>5\0</root>", 15)), refused);
+}
+
+// ---- The wide entry: character set -----------------------------------------------------------
+
+TEST(WideEntry, EndsTheTextAtACharacterThatTheLocaleLacks) {
+  std::wstring const within = L"<root>caf\u00E9</root>   ";
+  std::wstring const behind = L"<root>5</root>\u00E9";
+  {
+    LocaleGuard const guard("C");
+    EXPECT_EQ(readWideText(within), refused);
+    EXPECT_EQ(readWideText(behind), "root:5");
+    EXPECT_EQ(readWideText(L"\u00E9<root/>"), refused);
+  }
+  LocaleGuard const guard("C.UTF-8");
+  EXPECT_EQ(readWideText(within), "root:caf\xC3\xA9");
+  EXPECT_EQ(readWideText(behind), "root:5");
+}
+
+TEST(WideEntry, EndsTheTextAtWhatIsNoCharacter) {
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    for (unsigned const number : {0xD800U, 0xDFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+      std::wstring const bad(1, static_cast<wchar_t>(number));
+      EXPECT_EQ(readWideText(L"<root>5</root>" + bad), "root:5") << locale << number;
+      EXPECT_EQ(readWideText(L"<root>5" + bad + L"</root>          "), refused) << locale << number;
+    }
+  }
+}
+
+// The length counts characters, but as many bytes are all that is converted.
+TEST(WideEntry, CutsATextWhoseBytesAreMoreThanItsLength) {
+  LocaleGuard const guard("C.UTF-8");
+  std::wstring const text = L"<root>\u00E9\u20AC\U0001F600</root>";  // 2, 3 and 4 bytes: 6 too many
+  EXPECT_EQ(readWideText(text), refused);
+  EXPECT_EQ(readWideText(text + L"     "), refused);
+  EXPECT_EQ(readWideText(text + L"      "), "root:\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+  EXPECT_EQ(readWideText(text.c_str(), static_cast<int>(text.size() + 6)),
+            "root:\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+}
+
+TEST(WideEntry, NeverCutsWithinACharacter) {
+  LocaleGuard const guard("C.UTF-8");
+  std::wstring const text = L"<root>5</root>\U0001F600";
+  for (std::size_t length = 14; length <= 18; ++length) {
+    NarrowText const narrow(text.c_str(), length);
+    EXPECT_STREQ(narrow.get(), length < 18 ? "<root>5</root>" : "<root>5</root>\xF0\x9F\x98\x80");
+  }
+}
+
+TEST(WideEntry, TakesAByteOrderMarkWhenTheLocaleHasIt) {
+  std::wstring const text = L"\uFEFF<root>5</root>";
+  {
+    LocaleGuard const guard("C");
+    EXPECT_EQ(readWideText(text + L"  "), refused);
+  }
+  LocaleGuard const guard("C.UTF-8");
+  EXPECT_EQ(readWideText(text + L"  "), "root:5");
+  EXPECT_EQ(readWideText(text), refused);  // the mark's two further bytes cut the end
+}
+
+// ---- Hostile texts ---------------------------------------------------------------------------
+
+std::string repeated(std::string const& text, std::size_t times) {
+  std::string result;
+  for (std::size_t i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+std::string nested(std::size_t depth) {
+  return "<root>" + repeated("<a>", depth - 1) + repeated("</a>", depth - 1) + "</root>";
+}
+
+std::string withAttributes(std::size_t count) {
+  std::string text = "<root";
+  for (std::size_t i = 0; i < count; ++i) text += " a" + std::to_string(i) + "=''";
+  return text + "/>";
+}
+
+/// What both entries say to a text, in both locales, when they agree.
+std::string readByBoth(std::string const& text) {
+  std::string const found = readNarrowText(text.c_str());
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    EXPECT_EQ(readWideText(wide(text)), found) << locale;
+  }
+  return found;
+}
+
+TEST(HostileTexts, AreRefusedWhereNestingIsDeeperThan128) {
+  EXPECT_EQ(readByBoth(nested(128)), "root:");
+  EXPECT_EQ(readByBoth(nested(129)), refused);
+}
+
+TEST(HostileTexts, AreRefusedWhereAnElementHasMoreThan256Attributes) {
+  EXPECT_EQ(readByBoth(withAttributes(256)), "root:");
+  EXPECT_EQ(readByBoth(withAttributes(257)), refused);
+  EXPECT_EQ(readByBoth("<root>" + repeated(withAttributes(256), 3) + "</root>"), "root:");
+}
+
+TEST(HostileTexts, AreRefusedAlsoBehindTheRoot) {
+  EXPECT_EQ(readByBoth("<root/>" + nested(129)), refused);
+  EXPECT_EQ(readByBoth("<root/>" + withAttributes(257)), refused);
+}
+
+// An order of magnitude above what it takes, and one below what it would take TinyXML.
+void expectRefusedSoon(std::string const& text) {
+  auto const start = std::chrono::steady_clock::now();
+  EXPECT_EQ(readByBoth(text), refused) << text.substr(0, 40);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10))
+      << text.substr(0, 40);
+}
+
+TEST(HostileTexts, CostNoMoreThanTheirLengthIsWorth) {
+  std::string const million(1000000, '<');
+  for (std::string const& text :
+       {repeated("<a>", 100000), nested(100000), "<root>" + repeated("<a>", 100000),
+        withAttributes(100000), withAttributes(100000).insert(0, "<root>"), million,
+        "<root>" + million, "<root " + million, "<root a='" + million,
+        "<root>" + repeated("&#", 500000), "<root>" + repeated("&#1", 300000)}) {
+    expectRefusedSoon(text);
+  }
+}
+
+// Under the address sanitizer, a search that looks at the whole rest of the text shows here.
+TEST(HostileTexts, OfManySmallNodesCostNoMoreThanTheirLengthIsWorth) {
+  for (char const* const node : {"<!-->-->", "</a>", "<?a?>", "<!a>", "<![CDATA[]]>", "&#1;"}) {
+    expectRefusedSoon("<root>" + repeated(node, 50000));
+    expectRefusedSoon(repeated(node, 50000));
+  }
+}
+
+TEST(HostileTexts, OfAMegabyteThatIsHarmlessAreRead) {
+  EXPECT_EQ(readByBoth("<root>" + repeated("<a/>", 250000) + "</root>"), "root:");
+  EXPECT_EQ(readByBoth("<root>5</root>" + std::string(1000000, '<')), "root:5");
+  std::string const text(1000000, 'x');
+  EXPECT_EQ(readByBoth("<root>" + text + "</root>"), "root:" + text);
+}
+
+// ---- Broken copies of a real reply -----------------------------------------------------------
+
+struct Read {
+  bool result;
+  KVGeneralStatus record;
+};
+
+/// What TinyXML by itself makes of a text that ends with zeros, read by the public element reader.
+Read judgedByTinyXml(char const* text) {
+  Read read{false, test::filled<KVGeneralStatus>()};
+  TiXmlDocument document;
+  document.Parse(text);
+  TiXmlElement* const root = document.FirstChildElement("get_general_status");
+  if (!document.Error() && root != nullptr) {
+    read.result = KVXStatusParser().parseStatus(root, read.record);
+  }
+  return read;
+}
+
+/// The classic conversion of wide text: as many bytes as there are characters, and zeros.
+Read judgedByTinyXml(std::wstring const& text) {
+  std::vector<char> narrow(text.size() * 4 + padding);
+  static_cast<void>(std::wcstombs(narrow.data(), text.c_str(), text.size()));
+  return judgedByTinyXml(narrow.data());
+}
+
+Read readByTheWideEntry(std::wstring const& text) {
+  Read read{false, test::filled<KVGeneralStatus>()};
+  auto const exact = unterminated(text);
+  read.result =
+      KVXStatusParser().ParseStatus(*exact.get(), static_cast<int>(text.size()), read.record);
+  return read;
+}
+
+Read readByTheNarrowEntry(std::string const& text) {
+  constexpr char const* roots[] = {"get_general_status"};
+  Read read{false, test::filled<KVGeneralStatus>()};
+  read.result = readNarrow(text.c_str(), roots, [&](TiXmlElement& root) {
+    return KVXStatusParser().parseStatus(&root, read.record);
+  });
+  return read;
+}
+
+testing::AssertionResult agree(Read const& actual, Read const& expected) {
+  if (actual.result != expected.result) {
+    return testing::AssertionFailure() << "result is " << actual.result;
+  }
+  return same(actual.record, expected.record);
+}
+
+TEST(BrokenReplies, CutAtAnyByteAreReadOnlyWhereTinyXmlReadsThem) {
+  std::string const& reply = test::generalStatusReply;
+  std::size_t refusals = 0;
+  for (std::size_t length = 1; length < reply.size(); ++length) {
+    std::string const cut = reply.substr(0, length);
+    std::string padded = cut + std::string(padding, '\0');
+    Read const expected = judgedByTinyXml(padded.c_str());
+    EXPECT_TRUE(agree(readByTheNarrowEntry(cut), expected)) << "at " << length;
+    EXPECT_TRUE(agree(readByTheWideEntry(wide(cut)), expected)) << "at " << length;
+    refusals += expected.result ? 0 : 1;
+  }
+  // Only the line break behind the root may be missing.
+  EXPECT_EQ(refusals, reply.size() - 2);
+}
+
+TEST(BrokenReplies, WithAnyBitFlippedAreReadOnlyWhereTinyXmlReadsThem) {
+  std::string const& reply = test::generalStatusReply;
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    for (std::size_t bit = 0; bit < reply.size() * 8; ++bit) {
+      std::string flipped = reply;
+      flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+      std::string const padded = flipped + std::string(padding, '\0');
+      EXPECT_TRUE(agree(readByTheNarrowEntry(flipped), judgedByTinyXml(padded.c_str())))
+          << locale << " bit " << bit;
+      std::wstring const text = wide(flipped);
+      EXPECT_TRUE(agree(readByTheWideEntry(text), judgedByTinyXml(text)))
+          << locale << " bit " << bit;
+    }
+  }
+}
+
+TEST(BrokenReplies, SentTwiceInOneTextAreReadOnce) {
+  std::string const& reply = test::generalStatusReply;
+  Read const once = readByTheWideEntry(wide(reply));
+  EXPECT_TRUE(once.result);
+  EXPECT_TRUE(agree(readByTheWideEntry(wide(reply + reply)), once));
+}
+
+}  // namespace
+}  // namespace Kovra::frame

@@ -1,0 +1,389 @@
+#include "frame/output.hpp"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cwchar>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "kvxhelper.h"
+#include "support/folder.hpp"
+#include "support/locale.hpp"
+#include "support/records.hpp"
+#include "support/wide.hpp"
+
+namespace Kovra::frame {
+namespace {
+
+using test::contentsOf;
+using test::exists;
+using test::filled;
+using test::LocaleGuard;
+using test::modeOf;
+using test::TemporaryFolder;
+using test::untouched;
+using test::wide;
+using test::writeFile;
+
+/// A document with a bit of everything that writers write.
+void compose(TiXmlDocument& document) {
+  TiXmlElement* const root = beginDocument(document, "configuration");
+  KVXHelper::AddTagString(root, "name", "a<b>&\"c'");
+  TiXmlElement* const group = KVXHelper::AddTag(root, "group");
+  KVXHelper::AddTagMinMaxVal(group, "speed", _MinMaxVal{1, 9, 5});
+  KVXHelper::AddTag(group, "empty");
+  KVXHelper::AddTagAttrib(root, "version", 2);
+}
+
+constexpr char const* composed =
+    R"(<?xml version="1.0" encoding="UTF-8" ?>
+<configuration version="2">
+    <name>a&lt;b&gt;&amp;&quot;c&apos;</name>
+    <group>
+        <speed min="1" max="9">5</speed>
+        <empty />
+    </group>
+</configuration>
+)";
+
+/// The document `<r>text</r>`.
+class Document {
+ public:
+  explicit Document(char const* text) {
+    document_.LinkEndChild(new TiXmlElement("r"));
+    document_.RootElement()->LinkEndChild(new TiXmlText(text));
+  }
+
+  operator TiXmlDocument const&() const { return document_; }
+
+ private:
+  TiXmlDocument document_;
+};
+
+// ---- Beginning a document --------------------------------------------------------------------
+
+TEST(BeginDocument, LinksADeclarationAndTheRoot) {
+  TiXmlDocument document;
+  TiXmlElement* const root = beginDocument(document, "media");
+  ASSERT_EQ(root, document.RootElement());
+  EXPECT_STREQ(root->Value(), "media");
+  EXPECT_TRUE(root->NoChildren());
+  TiXmlDeclaration const* const declaration = document.FirstChild()->ToDeclaration();
+  ASSERT_NE(declaration, nullptr);
+  EXPECT_STREQ(declaration->Version(), "1.0");
+  EXPECT_STREQ(declaration->Encoding(), "UTF-8");
+  EXPECT_STREQ(declaration->Standalone(), "");
+  EXPECT_EQ(declaration->NextSibling(), root);
+  EXPECT_EQ(root->NextSibling(), nullptr);
+}
+
+TEST(BeginDocument, LinksAFurtherPairBehindAnEarlierOne) {
+  TiXmlDocument document;
+  beginDocument(document, "first");
+  beginDocument(document, "second");
+  std::array<wchar_t, 256> out{};
+  EXPECT_TRUE(printWide(document, out.data(), 256));
+  EXPECT_EQ(std::wstring(out.data()),
+            L"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<first />\n"
+            L"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<second />\n");
+}
+
+// ---- Wide output -----------------------------------------------------------------------------
+
+TEST(PrintWide, PrintsTheWholeDocumentByteForByte) {
+  TiXmlDocument document;
+  compose(document);
+  std::array<wchar_t, 1024> out{};
+  EXPECT_TRUE(printWide(document, out.data(), 1024));
+  EXPECT_EQ(std::wstring(out.data()), wide(composed));
+}
+
+using Out = std::array<wchar_t, 64>;
+
+/// The sentinel with `text` in front, terminated or not.
+Out holding(std::wstring const& text, bool terminated) {
+  Out out = filled<Out>();
+  std::copy(text.begin(), text.end(), out.begin());
+  if (terminated) out[text.size()] = L'\0';
+  return out;
+}
+
+struct Printed {
+  bool result;
+  Out out;
+};
+
+Printed printedInto(TiXmlDocument const& document, int length) {
+  Printed outcome{false, filled<Out>()};
+  outcome.result = printWide(document, outcome.out.data(), length);
+  return outcome;
+}
+
+TEST(PrintWide, WritesATerminatorWhereThereIsRoomAndNothingBehind) {
+  Document const document("12345");
+  std::wstring const text = L"<r>12345</r>\n";
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    for (int length = 1; length <= 20; ++length) {
+      auto const [result, out] = printedInto(document, length);
+      auto const room = static_cast<std::size_t>(length);
+      EXPECT_TRUE(result) << length;
+      EXPECT_TRUE(test::same(out, holding(text.substr(0, room), room > text.size()))) << length;
+    }
+  }
+}
+
+TEST(PrintWide, StaysWithinABufferOfExactlyItsLength) {
+  std::wstring const text = L"<r>12345</r>\n";
+  for (std::size_t length = 1; length <= text.size() + 1; ++length) {
+    std::unique_ptr<wchar_t[]> const exact(new wchar_t[length]);
+    EXPECT_TRUE(printWide(Document("12345"), exact.get(), static_cast<int>(length)));
+    EXPECT_EQ(std::wcsncmp(exact.get(), text.c_str(), length), 0) << length;
+  }
+}
+
+TEST(PrintWide, WritesNothingForALengthBelowOneAndSucceeds) {
+  for (int const length : {0, -1, INT_MIN}) {
+    auto const [result, out] = printedInto(Document("12345"), length);
+    EXPECT_TRUE(result) << length;
+    EXPECT_TRUE(untouched(out)) << length;
+  }
+}
+
+TEST(PrintWide, FailsWithoutABuffer) {
+  EXPECT_FALSE(printWide(Document("12345"), nullptr, 64));
+  EXPECT_FALSE(printWide(Document("12345"), nullptr, 0));
+}
+
+TEST(PrintWide, ConvertsInTheLocaleOfTheProcess) {
+  LocaleGuard const guard("C.UTF-8");
+  auto const [result, out] = printedInto(Document("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), 64);
+  EXPECT_TRUE(result);
+  EXPECT_TRUE(test::same(out, holding(L"<r>\u00E9\u20AC\U0001F600</r>\n", true)));
+}
+
+TEST(PrintWide, EndsWhereACharacterCannotBeConvertedAndSucceeds) {
+  struct {
+    char const* locale;
+    char const* text;
+    wchar_t const* written;
+  } const cases[] = {
+      {"C", "ab\xC3\xA9yz", L"<r>ab"},         {"C", "\xC3\xA9", L"<r>"},
+      {"C.UTF-8", "ab\xFFyz", L"<r>ab"},       {"C.UTF-8", "\xC3\xA9\xFF", L"<r>\u00E9"},
+      {"C.UTF-8", "ab\xC3yz", L"<r>ab"},        // the second byte is missing
+      {"C.UTF-8", "ab\xED\xA0\x80", L"<r>ab"},  // half of a pair
+      {"C.UTF-8", "ab\xF0\x9F", L"<r>ab"}};
+  for (auto const& [locale, text, written] : cases) {
+    LocaleGuard const guard(locale);
+    Document const document(text);
+    auto const stop = static_cast<int>(std::wcslen(written));
+    for (int const length : {64, stop + 1}) {
+      auto const [result, out] = printedInto(document, length);
+      EXPECT_TRUE(result) << locale << text;
+      EXPECT_TRUE(test::same(out, holding(written, true))) << locale << text;
+    }
+    auto const [result, out] = printedInto(document, stop);  // no room for the terminator
+    EXPECT_TRUE(result) << locale << text;
+    EXPECT_TRUE(test::same(out, holding(written, false))) << locale << text;
+  }
+}
+
+// ---- A file that the host names --------------------------------------------------------------
+
+TEST(SaveTo, WritesTheDocument) {
+  TemporaryFolder const folder;
+  TiXmlDocument document;
+  compose(document);
+  EXPECT_TRUE(saveTo(document, folder.file("copy").c_str()));
+  EXPECT_EQ(contentsOf(folder.file("copy")), composed);
+}
+
+TEST(SaveTo, FailsWithoutAPathOrWhereNoFileCanBe) {
+  TemporaryFolder const folder;
+  EXPECT_FALSE(saveTo(Document("x"), nullptr));
+  EXPECT_FALSE(saveTo(Document("x"), folder.path().c_str()));
+  EXPECT_FALSE(saveTo(Document("x"), folder.file("missing/copy").c_str()));
+}
+
+// ---- The debugging copy ----------------------------------------------------------------------
+
+/// A folder in which debugging copies are wanted at `copy`, and something else stands at `other`.
+class DebugCopy : public testing::Test {
+ protected:
+  static constexpr char const* secret = "not to be lost";
+
+  DebugCopy() { compose(document_); }
+
+  void save() { saveDebugCopy(document_, copy.c_str()); }
+
+  /// What TinyXML itself saves.
+  std::string saved() {
+    EXPECT_TRUE(document_.SaveFile(folder.file("saved").c_str()));
+    return contentsOf(folder.file("saved"));
+  }
+
+  TemporaryFolder const folder;
+  std::string const copy = folder.file("copy");
+  std::string const other = folder.file("other");
+
+ private:
+  TiXmlDocument document_;
+};
+
+#if KOVRA_DEBUG_COPIES
+
+TEST_F(DebugCopy, HoldsWhatTinyXmlSaves) {
+  save();
+  EXPECT_EQ(contentsOf(copy), saved());
+  EXPECT_EQ(contentsOf(copy), composed);
+}
+
+TEST_F(DebugCopy, IsReadableByItsUserOnlyWhateverTheUmask) {
+  for (mode_t const mask : {0000U, 0022U, 0077U, 0777U}) {
+    mode_t const earlier = ::umask(mask);
+    save();
+    ::umask(earlier);
+    EXPECT_EQ(modeOf(copy), 0600U) << mask;
+    EXPECT_EQ(contentsOf(copy), composed) << mask;
+    std::filesystem::remove(copy);
+  }
+}
+
+TEST_F(DebugCopy, ReplacesAnEarlierOneWholeAndClosesItToOthers) {
+  for (std::string const& earlier : {std::string(10000, 'x'), std::string()}) {
+    writeFile(copy, earlier);
+    ASSERT_EQ(::chmod(copy.c_str(), 0644), 0);
+    save();
+    EXPECT_EQ(contentsOf(copy), composed);
+    EXPECT_EQ(modeOf(copy), 0600U);
+  }
+}
+
+TEST_F(DebugCopy, DoesNotFollowASymbolicLink) {
+  writeFile(other, secret);
+  ASSERT_EQ(::chmod(other.c_str(), 0644), 0);
+  std::filesystem::create_symlink(other, copy);
+  save();
+  EXPECT_EQ(contentsOf(other), secret);
+  EXPECT_EQ(modeOf(other), 0644U);
+  EXPECT_TRUE(std::filesystem::is_symlink(copy));
+}
+
+TEST_F(DebugCopy, CreatesNothingBehindADanglingLink) {
+  std::filesystem::create_symlink(other, copy);
+  save();
+  EXPECT_FALSE(exists(other));
+  EXPECT_TRUE(std::filesystem::is_symlink(copy));
+}
+
+TEST_F(DebugCopy, IsNotWrittenIntoAFileWithASecondName) {
+  writeFile(other, secret);
+  ASSERT_EQ(::chmod(other.c_str(), 0644), 0);
+  std::filesystem::create_hard_link(other, copy);
+  save();
+  EXPECT_EQ(contentsOf(other), secret);
+  EXPECT_EQ(modeOf(other), 0644U);
+}
+
+TEST_F(DebugCopy, DoesNotWaitForTheReaderOfAPipe) {
+  ASSERT_EQ(::mkfifo(copy.c_str(), 0644), 0);
+  save();
+  EXPECT_TRUE(std::filesystem::is_fifo(copy));
+  EXPECT_EQ(modeOf(copy), 0644U);
+}
+
+TEST_F(DebugCopy, IsNotWrittenIntoAPipe) {
+  ASSERT_EQ(::mkfifo(copy.c_str(), 0644), 0);
+  int const reader = ::open(copy.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  save();
+  char byte = 0;
+  EXPECT_LE(::read(reader, &byte, 1), 0);
+  EXPECT_EQ(modeOf(copy), 0644U);
+  ::close(reader);
+}
+
+TEST_F(DebugCopy, LeavesAFolderAlone) {
+  ASSERT_EQ(::mkdir(copy.c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(copy.c_str(), 0755), 0);
+  save();
+  EXPECT_TRUE(std::filesystem::is_directory(copy));
+  EXPECT_TRUE(std::filesystem::is_empty(copy));
+  EXPECT_EQ(modeOf(copy), 0755U);
+}
+
+TEST_F(DebugCopy, LeavesADeviceAlone) {
+  std::filesystem::create_symlink("/dev/null", copy);
+  save();
+  EXPECT_TRUE(std::filesystem::is_symlink(copy));
+}
+
+TEST_F(DebugCopy, IsGivenUpQuietlyWhereNoFileCanBe) {
+  std::string const missing = folder.file("missing/copy");
+  saveDebugCopy(TiXmlDocument(), missing.c_str());
+  EXPECT_FALSE(exists(missing));
+}
+
+/// Another user for the time of a test, where the process may be that.
+class OtherUser {
+ public:
+  static constexpr uid_t nobody = 65534;
+  OtherUser() { EXPECT_EQ(::seteuid(nobody), 0); }
+  ~OtherUser() { EXPECT_EQ(::seteuid(0), 0); }
+  OtherUser(OtherUser const&) = delete;
+  OtherUser& operator=(OtherUser const&) = delete;
+};
+
+TEST_F(DebugCopy, IsGivenUpQuietlyInAFolderWithoutLeaveToWrite) {
+  std::unique_ptr<OtherUser> user;
+  if (::geteuid() == 0) {
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    user = std::make_unique<OtherUser>();  // nothing keeps the superuser from writing
+  } else {
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0500), 0);
+  }
+  save();
+  user.reset();
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0700), 0);
+  EXPECT_FALSE(exists(copy));
+}
+
+TEST_F(DebugCopy, IsNotWrittenIntoAFileOfAnotherUser) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only the superuser can make a file of another user";
+  writeFile(copy, secret);
+  ASSERT_EQ(::chmod(copy.c_str(), 0666), 0);
+  ASSERT_EQ(::chown(copy.c_str(), OtherUser::nobody, OtherUser::nobody), 0);
+  save();
+  EXPECT_EQ(contentsOf(copy), secret);
+  EXPECT_EQ(modeOf(copy), 0666U);
+}
+
+TEST_F(DebugCopy, LeavesNoFileOpen) {
+  auto const openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  auto const before = openFiles();
+  save();                                                 // written
+  saveDebugCopy(TiXmlDocument(), folder.path().c_str());  // refused by the system
+  std::filesystem::create_hard_link(copy, other);
+  save();  // refused by us
+  EXPECT_EQ(openFiles(), before);
+}
+
+#else
+
+TEST_F(DebugCopy, IsNotWrittenWhenItIsSwitchedOff) {
+  save();
+  EXPECT_FALSE(exists(copy));
+}
+
+#endif
+
+}  // namespace
+}  // namespace Kovra::frame

@@ -1,0 +1,140 @@
+#include "kovra.hpp"
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include "face/catalogue.hpp"
+#include "face/refusal.hpp"
+#include "frame/entry.hpp"
+#include "frame/guard.hpp"
+#include "frame/observer.hpp"
+#include "frame/wipe.hpp"
+
+namespace Kovra {
+
+namespace {
+
+/// Which replies a document may be: those with one of its top-level elements for a root.
+struct Candidate {
+  frame::ReplyReader const* reply;
+  TiXmlElement* root;
+};
+
+std::vector<Candidate> candidates(TiXmlDocument& document, std::string_view as) {
+  std::vector<Candidate> found;
+  for (frame::ReplyReader const& reply : catalogue()) {
+    if (!as.empty() && reply.name != as) continue;
+    if (TiXmlElement* const root = frame::findRoot(document, reply.roots))
+      found.push_back({&reply, root});
+  }
+  return found;
+}
+
+/// A reading together with what its observer has to say.
+struct Watched {
+  std::unique_ptr<Reading> reading;
+  std::unique_ptr<frame::Observer> observer;
+};
+
+Watched watch(Candidate const& candidate) {
+  auto reading = std::make_unique<Reading>();
+  reading->document = candidate.reply->name;
+  auto observer = std::make_unique<frame::Observer>(reading->record);
+  reading->result = candidate.reply->decode(*candidate.root, *observer);
+  return {std::move(reading), std::move(observer)};
+}
+
+bool recognisedNothing(Watched const& watched) {
+  return watched.reading->record.members.empty();
+}
+
+/// Of several readers of one root, those that made nothing of this reply are left out.
+void keepThoseThatApply(std::vector<Watched>& all) {
+  if (std::all_of(all.begin(), all.end(), recognisedNothing)) return;
+  std::erase_if(all, recognisedNothing);
+}
+
+/// The notes of all readings, each once. An element is unknown only when no reading knows it.
+std::vector<Note> notesOf(std::vector<Watched> const& all) {
+  std::vector<Note> notes;
+  std::set<std::pair<TiXmlElement const*, Note::Kind>> said;
+  for (Watched const& watched : all) {
+    for (frame::Observer::Remark const& remark : watched.observer->remarks()) {
+      bool const known = remark.note.kind == Note::Kind::unknownElement &&
+                         std::any_of(all.begin(), all.end(), [&](Watched const& other) {
+                           return other.observer->knows(*remark.element);
+                         });
+      if (!known && said.emplace(remark.element, remark.note.kind).second) {
+        notes.push_back(remark.note);
+      }
+    }
+  }
+  std::size_t unlisted = 0;
+  for (Watched const& watched : all) unlisted += watched.observer->unlisted();
+  std::stable_sort(notes.begin(), notes.end(), [](Note const& a, Note const& b) {
+    return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+  });
+  if (unlisted > 0) {
+    notes.emplace_back().kind = Note::Kind::unlisted;
+    notes.back().kept = std::to_string(unlisted);
+  }
+  return notes;
+}
+
+void readAll(std::vector<Candidate> const& found, Decoding& decoding) {
+  std::vector<Watched> all;
+  for (Candidate const& candidate : found) all.push_back(watch(candidate));
+  keepThoseThatApply(all);
+  decoding.notes = notesOf(all);
+  for (Watched& watched : all) decoding.readings.push_back(std::move(*watched.reading));
+  decoding.root = found.front().root->Value();
+  decoding.status = Decoding::Status::decoded;
+}
+
+}  // namespace
+
+std::vector<Document> documents() {
+  std::vector<Document> all;
+  for (frame::ReplyReader const& reply : catalogue()) {
+    Document& document = all.emplace_back();
+    document.name = reply.name;
+    document.title = reply.title;
+    document.roots.assign(reply.roots.begin(), reply.roots.end());
+  }
+  return all;
+}
+
+std::vector<std::string> vocabulary() {
+  frame::Outline words;
+  for (frame::ReplyReader const& reply : catalogue()) {
+    words.insert(reply.roots.begin(), reply.roots.end());
+    reply.outline(words);
+  }
+  return {words.begin(), words.end()};
+}
+
+Decoding decode(char const* text, std::size_t length, std::string const& as) {
+  if (!as.empty() && findReply(as) == nullptr) return refuseName(as);
+  std::string_view const bytes = text != nullptr ? std::string_view(text, length) : "";
+  if (std::size_t const nul = bytes.find('\0'); nul != bytes.npos) return refuseNul(bytes, nul);
+  frame::NarrowText const narrow(bytes.data(), bytes.size());
+  frame::Scan const scan = frame::scan(narrow.get());
+  if (scan.fault != frame::Fault::none) return refuseText(bytes, scan);
+
+  frame::SecretDocument document;
+  document.SetTabSize(1);  // rows and columns are wanted for the notes; a tab is one column
+  document.Parse(narrow.get(), nullptr, TIXML_ENCODING_UNKNOWN);
+  if (document.Error()) return refuseDocument(document);
+  std::vector<Candidate> const found = candidates(document, as);
+  if (found.empty()) return refuseRoot(document.FirstChildElement(), as);
+
+  Decoding decoding;
+  readAll(found, decoding);
+  return decoding;
+}
+
+}  // namespace Kovra

@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Output that cannot be written is an error, and data and messages come in a sensible order.
+#   output.sh <tool> <samples folder>
+set -uo pipefail
+source "$(dirname "$0")/support.bash" "$@"
+
+cp "$samples"/status/{minimal,unknown-elements}.xml .
+
+fails() {  # reason, status, message: of a call whose output could not be written
+  checks=$((checks + 1))
+  [[ $2 == 3 && $3 == "kovra: error: standard output: $1" ]] || complain "$call: $2, $3"
+}
+
+for call in "decode minimal.xml" "decode --format json minimal.xml" "decode --help" "--help" \
+  "--version" "list" "vocabulary"; do
+  # shellcheck disable=SC2086 # words apart
+  message=$("$tool" $call 2>&1 >/dev/full)
+  fails "No space left on device" "$?" "$message"
+  # shellcheck disable=SC2086
+  message=$("$tool" $call 2>&1 >&-)
+  fails "Bad file descriptor" "$?" "$message"
+done
+
+# Whoever has nothing to write needs no output.
+checks=$((checks + 1))
+message=$("$tool" decode /dev/null 2>&1 >&-)
+[[ $? == 1 && $message == "/dev/null:1:1: error: malformed: "* ]] ||
+  complain "a refusal with standard output closed: $message"
+
+# A reader that leaves early ends the tool soon, with a message and not by a signal.
+yes minimal.xml | {
+  "$tool" decode --files-from - 2>"$work/err"
+  echo "$?" >"$work/status"
+} | head -n 1 >/dev/null
+checks=$((checks + 1))
+[[ $(<"$work/status") == 3 && $(<"$work/err") == "kovra: error: standard output: Broken pipe" ]] ||
+  complain "a reader that leaves: $(<"$work/status")" "$(<"$work/err")"
+
+# Both streams in one place: a reply's notes stand behind its table and before the next one.
+checks=$((checks + 1))
+found=$("$tool" decode unknown-elements.xml missing.xml minimal.xml 2>&1)
+expected='unknown-elements.xml: general-status <get_general_status>
+  printer_state   standby (4)
+  num_jobs_total  17
+unknown-elements.xml:3:3: note: <firmware>: unknown element, skipped
+unknown-elements.xml:5:3: note: <cover>: unknown element, skipped
+unknown-elements.xml:9:3: note: <Error>: unknown element, skipped
+unknown-elements.xml:11:3: note: <power_saving>: unknown element, skipped
+missing.xml: error: No such file or directory
+
+minimal.xml: general-status <get_general_status>
+  printer_state  offline (7)'
+[[ $found == "$expected" ]] || complain "order" "$(diff <(echo "$expected") <(echo "$found"))"
+
+# In JSON the notes are data.
+kovra decode --format json unknown-elements.xml
+expectStatus 0
+same "standard error" "" "$err"
+
+finish

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Wrong command lines end with 2, a word on what is wrong and nothing read; help and version are
+# data.
+#   usage.sh <tool> <samples folder>
+set -uo pipefail
+source "$(dirname "$0")/support.bash" "$@"
+
+cp "$samples/status/minimal.xml" .
+
+wrong() {  # message, command that helps, argument...
+  local message=$1 helper=$2
+  shift 2
+  kovra "$@"
+  expect 2 "" "kovra: error: $message
+Try '$helper --help'."
+}
+
+wrong "A subcommand is required" kovra
+wrong "The following argument was not expected: --bogus" "kovra decode" decode --bogus minimal.xml
+wrong "The following argument was not expected: -x" "kovra decode" decode -x
+wrong '--as: unknown document "nope"; expected one of: '"$("$tool" list | cut -d' ' -f1 | paste -sd, | sed 's/,/, /g')" \
+  "kovra decode" decode --as nope minimal.xml
+wrong "--format: xml not in {table,json,jsonl}" "kovra decode" decode --format xml minimal.xml
+wrong "--null requires --files-from" "kovra decode" decode --null minimal.xml
+wrong "The following argument was not expected: extra" "kovra list" list extra
+wrong "--format: json not in {words,dict}" "kovra vocabulary" vocabulary --format json
+for size in 0 -1 010 0x10 1e6 10M 99999999999999999999; do
+  wrong "--max-size: \"$size\" is no number of bytes above 0" "kovra decode" \
+    decode "--max-size=$size" minimal.xml
+done
+kovra decode --as
+expectStatus 2
+kovra bogus
+expectStatus 2
+kovra decode --format json --format table minimal.xml
+expectStatus 2
+
+# What a message repeats of the command line cannot drive the terminal.
+kovra decode "--$(printf '\033[2J')"
+expectStatus 2
+holds "standard error" '*--\\x1b\[2J*' "$err"
+
+kovra --version
+expectStatus 0
+holds "standard output" 'kovra [0-9]*.[0-9]*.[0-9]*' "$out"
+for command in "" decode list vocabulary; do
+  # shellcheck disable=SC2086 # none for none
+  kovra $command --help
+  expectStatus 0
+  same "standard error" "" "$err"
+  holds "standard output" "*Usage: kovra*$command*--help*" "$out"
+  checks=$((checks + 1))
+  long=$(grep -E '.{90}' <<<"$out")
+  [[ -z $long ]] || complain "$called: too wide:" "$long"
+done
+
+# Names of files that look like something else are names all the same.
+for name in list "[a,b]" "[]" ++ "{}" "%%" "a b" "a,b" =; do
+  cp minimal.xml "$name"
+  kovra decode "$name"
+  expect 0 'general-status <get_general_status>
+  printer_state  offline (7)' ""
+done
+cp -- minimal.xml --as
+kovra decode -- --as
+expectStatus 0
+kovra decode --format=jsonl -- minimal.xml - <minimal.xml
+expectStatus 0
+
+finish

@@ -1,0 +1,60 @@
+/// @file
+/// `kovra compose KIND`: a record as JSON in, the document that the printer accepts out. What all
+/// kinds share; each has a source file of its own.
+
+#ifndef KOVRA_TOOL_COMPOSE_HPP
+#define KOVRA_TOOL_COMPOSE_HPP
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <kovra.hpp>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+/// Adds `compose` with all its kinds to `app`; when it has run, `status` says how it ended.
+void addCompose(CLI::App& app, ExitStatus& status);
+
+/// A record is made into a document, or not.
+using Composer = std::function<Composition(Value const& record)>;
+
+/// One kind of document as a subcommand of `compose`. It takes the file of the record, which is
+/// read from standard input where none is given.
+class Composing {
+ public:
+  /// `document` is the name of the reply whose record is taken.
+  Composing(CLI::App& compose, std::string const& name, std::string const& description,
+            std::string document);
+
+  /// The subcommand, for options of the kind.
+  CLI::App& command() { return *command_; }
+
+  /// What the subcommand does when it is called: reads the record, makes the document and prints
+  /// it. Where that fails nothing is printed and one line tells why.
+  void run(ExitStatus& status, Composer compose);
+
+ private:
+  CLI::App* command_;
+  std::string document_;
+  std::shared_ptr<std::string> file_;
+};
+
+/// Refuses masked secrets: `decode` shows ****** in place of a key, and no printer shall get that
+/// for one. False, with the problem, when `value`, which stands at `path`, is or holds one.
+bool holdsNoMask(Value const& value, std::string const& path, Problem& problem);
+
+/// The names in one line, for the help.
+std::string listed(std::vector<std::string> const& names);
+
+// The kinds.
+
+void addComposeConfiguration(CLI::App& compose, ExitStatus& status);
+void addComposePrinterId(CLI::App& compose, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

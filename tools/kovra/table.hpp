@@ -1,0 +1,26 @@
+/// @file
+/// Tables for people.
+
+#ifndef KOVRA_TOOL_TABLE_HPP
+#define KOVRA_TOOL_TABLE_HPP
+
+#include <kovra.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "secret.hpp"
+
+namespace Kovra::tool {
+
+/// What one reader made of a reply: a heading and a row for each member. The heading names the
+/// reply's file where `source` does.
+std::string table(Reading const& reading, std::string_view root, Secrets secrets,
+                  std::string_view source);
+
+/// Rows of cells as aligned columns, without a heading.
+std::string columns(std::vector<std::vector<std::string>> const& rows);
+
+}  // namespace Kovra::tool
+
+#endif

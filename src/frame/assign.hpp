@@ -102,7 +102,11 @@ template <class Code>
 Assigned assignKeyword(Code& out, Value const& value, Vocabulary const& words, Problem& problem) {
   int code = 0;
   Assigned const result = codeFrom(code, value, words, problem);
-  if (result == Assigned::done) out = static_cast<Code>(code);
+  if (result != Assigned::done) return result;
+  if (static_cast<int>(static_cast<Code>(code)) != code) {
+    return fail(problem, std::to_string(code), "a code that the member can hold");
+  }
+  out = static_cast<Code>(code);
   return result;
 }
 

@@ -28,6 +28,16 @@ std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
   return done;
 }
 
+/// A text whose last tag is closed, with nothing but ASCII near its end, is read to its terminator
+/// and no further.
+bool endsHarmlessly(std::string_view text) {
+  std::size_t const last = text.find_last_not_of(" \t\r\n");
+  if (last == text.npos || text[last] != '>' || text.size() < padding) return false;
+  std::string_view const tail = text.substr(text.size() - padding);
+  return std::none_of(tail.begin(), tail.end(),
+                      [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
+}
+
 }  // namespace
 
 NarrowText::NarrowText(wchar_t const* text, std::size_t length) {
@@ -43,18 +53,27 @@ NarrowText::NarrowText(wchar_t const* text, std::size_t length) {
   static_cast<void>(::wcsnrtombs(narrow + ascii, &rest, characters - ascii, room - ascii, &state));
 }
 
-NarrowText::NarrowText(char const* text) : NarrowText(text, std::strlen(text)) {}
+NarrowText::NarrowText(char const* text) {
+  std::size_t const length = std::strlen(text);
+  if (endsHarmlessly({text, length})) {
+    view_ = text;
+    size_ = length;
+  } else {
+    std::memcpy(allocate(length), text, length);
+  }
+}
 
 NarrowText::NarrowText(char const* text, std::size_t length) {
   std::memcpy(allocate(length), text, length);
 }
 
 NarrowText::~NarrowText() {
-  wipe(text_.get(), size_);
+  if (text_ != nullptr) wipe(text_.get(), size_);
 }
 
 char* NarrowText::allocate(std::size_t length) {
   text_ = std::make_unique<char[]>(length + padding);  // all zeros
+  view_ = text_.get();
   size_ = length;
   return text_.get();
 }
@@ -68,15 +87,36 @@ TiXmlElement* findRoot(TiXmlDocument& document, Roots roots) {
 
 namespace {
 
+bool hasMoreThan(std::size_t limit, char wanted, std::string_view text) {
+  for (std::size_t found = 0; found <= limit; ++found) {
+    std::size_t const next = text.find(wanted);
+    if (next == text.npos) return false;
+    text.remove_prefix(next + 1);
+  }
+  return true;
+}
+
 /// Every element needs a '<' of its own and every attribute a '=', so a short reply is known to be
-/// harmless after two counts; only longer ones are looked at closely.
+/// harmless without much ado; only longer ones are looked at closely.
 bool isHostile(NarrowText const& text) {
   std::string_view const bytes(text.get(), text.size());
-  if (std::count(bytes.begin(), bytes.end(), '<') <= static_cast<std::ptrdiff_t>(maxDepth) &&
-      std::count(bytes.begin(), bytes.end(), '=') <= static_cast<std::ptrdiff_t>(maxAttributes)) {
-    return false;
-  }
+  if (!hasMoreThan(maxDepth, '<', bytes) && !hasMoreThan(maxAttributes, '=', bytes)) return false;
   return isHostile(scan(text.get()).fault);
+}
+
+}  // namespace
+
+namespace {
+
+/// In ASCII without numbered references every encoding reads alike, and TinyXML reads single bytes
+/// faster than UTF-8. Any other text tells its encoding itself.
+TiXmlEncoding encodingOf(NarrowText const& text) {
+  unsigned char seen = 0;
+  for (char const c : std::string_view(text.get(), text.size())) {
+    seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(c));
+  }
+  bool const isPlain = seen < 0x80 && std::strstr(text.get(), "&#") == nullptr;
+  return isPlain ? TIXML_ENCODING_LEGACY : TIXML_ENCODING_UNKNOWN;
 }
 
 }  // namespace
@@ -84,7 +124,7 @@ bool isHostile(NarrowText const& text) {
 TiXmlElement* parseReply(TiXmlDocument& document, NarrowText const& text, Roots roots) {
   if (isHostile(text)) return nullptr;
   document.SetTabSize(0);
-  document.Parse(text.get(), nullptr, TIXML_ENCODING_UNKNOWN);
+  document.Parse(text.get(), nullptr, encodingOf(text));
   return document.Error() ? nullptr : findRoot(document, roots);
 }
 

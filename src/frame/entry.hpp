@@ -15,25 +15,27 @@ namespace Kovra::frame {
 /// Names of a document's root element, the preferred one first.
 using Roots = std::span<char const* const>;
 
-/// A reply's text as TinyXML takes it: narrow, terminated, and with zero bytes behind it, since
-/// TinyXML steps over a cut UTF-8 sequence without looking.
+/// A reply's text as TinyXML takes it: narrow, terminated, and with zero bytes behind it where it
+/// may end in a cut UTF-8 sequence, since TinyXML steps over that without looking.
 class NarrowText {
  public:
   /// Converts `length` wide characters, or those before a terminator, in the process's locale. As
   /// `length` is also the most bytes that are converted, a text with wider characters is cut; at a
   /// character that the locale lacks the text ends. Null when there is nothing to convert.
   NarrowText(wchar_t const* text, std::size_t length);
-  /// Copies a terminated text.
+  /// Takes a terminated text, which has to outlive this: as it stands where its end is harmless,
+  /// and otherwise as a copy.
   explicit NarrowText(char const* text);
   /// Copies `length` bytes.
   NarrowText(char const* text, std::size_t length);
-  /// Wipes the text: any reply may hold a key, and it costs next to nothing beside the parse.
+  /// Wipes the copy, if there is one: any reply may hold a key, and it costs next to nothing beside
+  /// the parse.
   ~NarrowText();
   NarrowText(NarrowText const&) = delete;
   NarrowText& operator=(NarrowText const&) = delete;
 
   /// Null when there is no text at all.
-  char const* get() const { return text_.get(); }
+  char const* get() const { return view_; }
   /// Bytes without the zeros that are always there; a text that was cut has more of them.
   std::size_t size() const { return size_; }
 
@@ -41,6 +43,7 @@ class NarrowText {
   char* allocate(std::size_t length);
 
   std::unique_ptr<char[]> text_;
+  char const* view_ = nullptr;
   std::size_t size_ = 0;
 };
 

@@ -907,7 +907,7 @@ struct NestedReading {
   template <class Record, class Watch>
   static bool read(TiXmlElement& element, Record& record, Watch& watch) {
     remarkIfEmpty(element, watch);
-    return watch.within(Member<M>::name(), [&] { return walk(&element, Table, record.*M, watch); });
+    return watch.within(memberName<M>, [&] { return walk(&element, Table, record.*M, watch); });
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
@@ -1172,7 +1172,7 @@ struct EntriesBy {
   /// read; false when there was none.
   template <class Watch>
   static bool read(TiXmlElement& parent, std::span<Entry> room, Watch& watch) {
-    remark(watch, [](Observer& observer) { observer.list(Member<M>::name()); });
+    remark(watch, [](Observer& observer) { observer.list(memberName<M>); });
     std::size_t next = 0;
     return walkEntries(&parent, Element, watch, [&](TiXmlElement& child, bool result) {
       if (next == room.size()) {
@@ -1180,7 +1180,7 @@ struct EntriesBy {
         return result;
       }
       std::size_t const index = next++;
-      return Each::read(child, room[index], watch, Member<M>::name(), index);
+      return Each::read(child, room[index], watch, memberName<M>, index);
     });
   }
 

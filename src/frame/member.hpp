@@ -31,7 +31,7 @@ struct Member<M> {
 
 /// The same for those who see Kovra::Member as well.
 template <auto M>
-inline constexpr std::string_view memberName = Member<M>::name();
+[[gnu::visibility("hidden")]] inline constexpr std::string_view memberName = Member<M>::name();
 
 namespace detail {
 struct NamingProof {

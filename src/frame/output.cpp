@@ -73,7 +73,7 @@ bool isOursAlone(int descriptor) {
 /// Opens `path` for a debugging copy. Nothing of an existing file is changed before it is known to
 /// be ours: a link planted under a name in a shared folder must not give it away or have it
 /// emptied.
-File openDebugCopy(char const* path) {
+[[maybe_unused]] File openDebugCopy(char const* path) {
   int const descriptor =
       ::open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0600);
   if (descriptor < 0) return nullptr;

@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <climits>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iterator>
@@ -23,107 +21,6 @@
 #include "support/records.hpp"
 #include "support/tree.hpp"
 #include "support/wide.hpp"
-
-// ---- The watched heap ------------------------------------------------------------------------
-
-namespace {
-
-/// The watch of a thread. It uses no heap itself.
-struct Watch {
-  bool on = false;
-  std::size_t failing = 0;
-  std::size_t made = 0;
-  std::size_t alive = 0;
-  std::array<void*, 4096> blocks{};
-};
-thread_local Watch watch;
-
-void* allocate(std::size_t size) noexcept {
-  if (watch.on && ++watch.made == watch.failing) return nullptr;
-  void* const block = std::malloc(size != 0 ? size : 1);
-  if (watch.on && block != nullptr) {
-    if (watch.alive == watch.blocks.size()) std::abort();  // no test comes near
-    watch.blocks[watch.alive++] = block;
-  }
-  return block;
-}
-
-void* allocateOrThrow(std::size_t size) {
-  if (void* const block = allocate(size)) return block;
-  throw std::bad_alloc();
-}
-
-void release(void* block) noexcept {
-  if (watch.on) {
-    auto const end = watch.blocks.begin() + static_cast<std::ptrdiff_t>(watch.alive);
-    auto const known = std::find(watch.blocks.begin(), end, block);
-    if (known != end) *known = watch.blocks[--watch.alive];
-  }
-  std::free(block);
-}
-
-}  // namespace
-
-// All forms, so that no block is taken from one allocator and given to another.
-void* operator new(std::size_t size) {
-  return allocateOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-  return allocateOrThrow(size);
-}
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
-  return allocate(size);
-}
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
-  return allocate(size);
-}
-void operator delete(void* block) noexcept {
-  release(block);
-}
-void operator delete[](void* block) noexcept {
-  release(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-  release(block);
-}
-void operator delete[](void* block, std::size_t) noexcept {
-  release(block);
-}
-void operator delete(void* block, std::nothrow_t const&) noexcept {
-  release(block);
-}
-void operator delete[](void* block, std::nothrow_t const&) noexcept {
-  release(block);
-}
-
-namespace Kovra::test {
-
-Allocations::Allocations(std::size_t failing) {
-  watch.made = 0;
-  watch.alive = 0;
-  watch.failing = failing;
-  watch.on = true;
-}
-
-Allocations::~Allocations() {
-  watch.on = false;
-}
-
-std::size_t Allocations::made() const {
-  return watch.made;
-}
-
-std::size_t Allocations::alive() const {
-  return watch.alive;
-}
-
-std::size_t Allocations::reclaim() {
-  std::size_t const lost = watch.alive;
-  for (; watch.alive > 0; --watch.alive) std::free(watch.blocks[watch.alive - 1]);
-  return lost;
-}
-
-}  // namespace Kovra::test
 
 namespace Kovra {
 namespace {
@@ -171,11 +68,16 @@ Remains parseFailingAt(std::size_t failing, std::function<void()> const& parse) 
   return {false, allocations.reclaim()};
 }
 
+using AllocationWatch = test::HeapTest;
+using HeapUse = test::HeapTest;
+using NoMemory = test::HeapTest;
+using DebugCopyWithoutMemory = test::HeapTest;
+
 // A name and a text too long for std::string to keep them without the heap.
 constexpr char const* longName = "a_name_that_needs_a_place_of_its_own";
 constexpr char const* longText = "a text that needs a place of its own on the heap";
 
-TEST(AllocationWatch, CountsFailsAndGivesBack) {
+TEST_F(AllocationWatch, CountsFailsAndGivesBack) {
   auto const two = [] {
     auto* volatile first = new int(1);
     auto* volatile second = new int(2);
@@ -210,12 +112,12 @@ std::size_t allocationsOfTinyXml() {
   });
 }
 
-TEST(HeapUse, OfTheWideEntryIsAtMostOneAllocationAboveThatOfTinyXml) {
+TEST_F(HeapUse, OfTheWideEntryIsAtMostOneAllocationAboveThatOfTinyXml) {
   EXPECT_LE(allocationsOfTheWideEntry(), allocationsOfTinyXml() + 1);
   EXPECT_GE(allocationsOfTheWideEntry(), allocationsOfTinyXml());
 }
 
-TEST(HeapUse, OfReadingElementsIsNone) {
+TEST_F(HeapUse, OfReadingElementsIsNone) {
   Tree tree(test::generalStatusReply);
   KVGeneralStatus record;
   bool result = false;
@@ -224,7 +126,7 @@ TEST(HeapUse, OfReadingElementsIsNone) {
   EXPECT_TRUE(result);
 }
 
-TEST(HeapUse, OfReadingSingleValuesIsNone) {
+TEST_F(HeapUse, OfReadingSingleValuesIsNone) {
   TextElement text(longText);
   TiXmlElement* const element = text.get();
   element->SetAttribute(longName, longText);
@@ -262,12 +164,12 @@ TEST(HeapUse, OfReadingSingleValuesIsNone) {
   EXPECT_EQ(results, 16);
 }
 
-TEST(HeapUse, OfTheGuardIsNone) {
+TEST_F(HeapUse, OfTheGuardIsNone) {
   std::string const text = test::generalStatusReply + std::string(frame::padding, '\0');
   EXPECT_EQ(allocationsOf([&] { frame::scan(text.c_str()); }), 0U);
 }
 
-TEST(HeapUse, OfARefusedLengthIsNone) {
+TEST_F(HeapUse, OfARefusedLengthIsNone) {
   KVGeneralStatus record;
   EXPECT_EQ(allocationsOf([&] { KVXStatusParser().ParseStatus(*L"<a/>", 0, record); }), 0U);
 }
@@ -275,7 +177,7 @@ TEST(HeapUse, OfARefusedLengthIsNone) {
 // ---- When there is no more: reading ----------------------------------------------------------
 
 // What TinyXML loses is beyond this library, which must not lose anything besides.
-TEST(NoMemory, InTheWideEntryPassesThroughAndLosesOnlyWhatTinyXmlLoses) {
+TEST_F(NoMemory, InTheWideEntryPassesThroughAndLosesOnlyWhatTinyXmlLoses) {
   // What comes before TinyXML: the narrow text.
   std::size_t const all = allocationsOfTheWideEntry();
   std::size_t const own = all - allocationsOfTinyXml();
@@ -298,7 +200,7 @@ TEST(NoMemory, InTheWideEntryPassesThroughAndLosesOnlyWhatTinyXmlLoses) {
   EXPECT_EQ(enough.blocks, 0U);
 }
 
-TEST(NoMemory, LeavesTheNextReadingUnharmed) {
+TEST_F(NoMemory, LeavesTheNextReadingUnharmed) {
   auto expected = filled<KVGeneralStatus>();
   test::setGeneralStatus(expected);
   for (std::size_t failing = 1; failing <= 20; ++failing) {
@@ -334,7 +236,7 @@ void expectAllOrNothing(char const* what, std::function<void(TiXmlDocument&)> co
   }
 }
 
-TEST(NoMemory, LeavesTheTreeAsItWasWhenAChildCannotBeAdded) {
+TEST_F(NoMemory, LeavesTheTreeAsItWasWhenAChildCannotBeAdded) {
   unsigned char const address[6] = {};
   struct {
     char const* what;
@@ -364,7 +266,7 @@ TEST(NoMemory, LeavesTheTreeAsItWasWhenAChildCannotBeAdded) {
   }
 }
 
-TEST(NoMemory, LeavesTheTreeAsItWasWhenAnAttributeCannotBeSet) {
+TEST_F(NoMemory, LeavesTheTreeAsItWasWhenAnAttributeCannotBeSet) {
   struct {
     char const* what;
     std::function<void(TiXmlElement*)> set;
@@ -378,7 +280,7 @@ TEST(NoMemory, LeavesTheTreeAsItWasWhenAnAttributeCannotBeSet) {
   }
 }
 
-TEST(NoMemory, LeavesTheDocumentAsItWasWhenItCannotBeBegun) {
+TEST_F(NoMemory, LeavesTheDocumentAsItWasWhenItCannotBeBegun) {
   expectAllOrNothing("beginDocument",
                      [](TiXmlDocument& document) { frame::beginDocument(document, longName); });
 }
@@ -412,19 +314,25 @@ void expectNothingLost(char const* what, std::function<void()> const& save) {
   }
 }
 
-TEST(NoMemory, LosesNothingWhenADocumentCannotBePrinted) {
+TEST_F(NoMemory, LosesNothingWhenADocumentCannotBePrinted) {
   std::array<wchar_t, 1024> out{};
+  std::array<char, 1024> narrow{};
   expectNothingLost("printWide", [&] { frame::printWide(longDocument(), out.data(), 1024); });
+  expectNothingLost("printSecretWide",
+                    [&] { frame::printSecretWide(longDocument(), out.data(), 1024); });
+  expectNothingLost("printNarrow",
+                    [&] { frame::printNarrow(longDocument(), narrow.data(), 1024); });
+  expectNothingLost("printNarrow to a text", [] { frame::printNarrow(longDocument()); });
 }
 
-TEST(NoMemory, LosesNothingWhenADocumentCannotBeSaved) {
+TEST_F(NoMemory, LosesNothingWhenADocumentCannotBeSaved) {
   test::TemporaryFolder const folder;
   std::string const path = folder.file("saved");
   expectNothingLost("saveTo", [&] { frame::saveTo(longDocument(), path.c_str()); });
 }
 
 #if KOVRA_DEBUG_COPIES
-TEST(DebugCopyWithoutMemory, LosesNothing) {
+TEST_F(DebugCopyWithoutMemory, LosesNothing) {
   test::TemporaryFolder const folder;
   std::string const path = folder.file("copy");
   expectNothingLost("saveDebugCopy", [&] { frame::saveDebugCopy(longDocument(), path.c_str()); });

@@ -8,106 +8,17 @@
 #include <iterator>
 #include <span>
 #include <string>
-#include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "frame/reply.hpp"
+#include "frame/sample.hpp"
 #include "support/records.hpp"
 #include "support/tree.hpp"
 
 namespace Kovra::frame {
 namespace {
 
-using test::filled;
-using test::same;
-using test::Tree;
-using test::untouched;
-
-// A document of the test's own with a row of each kind.
-
-enum Shade : int { unknownShade = -1, pale = 1, dark = 2 };
-
-struct Inner {
-  int depth;
-  char tag[4];
-};
-
-struct Sample {
-  int whole;
-  unsigned short narrow;
-  unsigned long counter;
-  unsigned int natural;
-  long wide;
-  float real;
-  unsigned int bits;
-  char text[8];
-  int word;
-  Shade shade;
-  char locked;
-  bool open;
-  unsigned char mac[6];
-  int reading;
-  Inner inner;
-  int grouped;
-  int odd;
-};
-
-constexpr Word wordRows[] = {{"single", 1}, {"dual", 2}, {"twin", 2}};
-constexpr Vocabulary words{wordRows, Match::exact, 9};
-constexpr Word shadeRows[] = {{"pale", pale}, {"dark", dark}};
-constexpr Vocabulary shades{shadeRows, Match::anyCase, unknownShade};
-
-constexpr Field<Inner> innerTable[] = {
-    number<&Inner::depth>("depth"),
-    text<&Inner::tag>("tag"),
-};
-
-constexpr Field<Sample> groupTable[] = {
-    number<&Sample::grouped>("grouped"),
-};
-
-/// Counts how often it was read instead of reading anything.
-struct CountReadings {
-  template <class Watch>
-  static bool read(TiXmlElement&, Sample& record, Watch& watch) {
-    ++record.odd;
-    remark(watch, [&](Observer& observer) { observer.member("odd", shown(record.odd)); });
-    return record.odd % 2 == 1;
-  }
-};
-
-constexpr Field<Sample> table[] = {
-    number<&Sample::whole>("whole"),
-    number<&Sample::narrow>("narrow"),
-    number<&Sample::counter>("counter"),
-    number<&Sample::natural>("natural"),
-    number<&Sample::wide>("wide-number"),
-    number<&Sample::real>("real"),
-    hexadecimal<&Sample::bits>("bits"),
-    text<&Sample::text>("text"),
-    keyword<&Sample::word, words>("word"),
-    keyword<&Sample::shade, shades>("shade"),
-    flagIf<&Sample::locked, "locked">("lock"),
-    flagUnless<&Sample::open, "closed">("door"),
-    address<&Sample::mac>("mac"),
-    attribute<&Sample::reading, "at">("sensor"),
-    nested<&Sample::inner, innerTable>("inner"),
-    group<Sample, groupTable>("group"),
-    reading<Sample, CountReadings>("odd"),
-};
-static_assert(namesAreUnique(table));
-
-/// What walking over a document gave.
-struct Walked {
-  bool result;
-  Sample record;
-};
-
-Walked walked(std::string const& children, Sample record = filled<Sample>()) {
-  Tree tree("<sample>" + children + "</sample>");
-  bool const result = walk(tree.root(), table, record);
-  return {result, record};
-}
+using namespace test;
 
 /// Expects that `children` are read with success, and change just what `change` changes.
 template <class Change>
@@ -125,7 +36,7 @@ void expectNothingRead(std::string const& children) {
   EXPECT_TRUE(untouched(record)) << children;
 }
 
-// ---- The walk --------------------------------------------------------------------------------
+// ---- The walk -------------------------------------------------------------------------------
 
 TEST(Walk, FailsWithoutAnElement) {
   auto record = filled<Sample>();
@@ -184,11 +95,47 @@ TEST(Walk, ResultIsThatOfTheLastKnownChild) {
   }
 }
 
-// ---- Rows that read one value ----------------------------------------------------------------
+TEST(Walk, FindsEveryRowInAnyOrderOfTheElements) {
+  std::vector<std::string> elements = {"<whole>1</whole>", "<real>2</real>", "<sensor at='3'/>",
+                                       "<group><grouped>4</grouped></group>"};
+  std::sort(elements.begin(), elements.end());
+  do {
+    std::string children;
+    for (std::string const& element : elements) children += element + "<other/>" + element;
+    expectRead(children, [](Sample& record) {
+      record.whole = 1;
+      record.real = 2;
+      record.reading = 3;
+      record.grouped = 4;
+    });
+  } while (std::next_permutation(elements.begin(), elements.end()));
+}
+
+TEST(Walk, KeepsItsResultOverAnUncountedRow) {
+  static constexpr Field<Sample> rows[] = {number<&Sample::whole>("counted"),
+                                           uncounted(number<&Sample::narrow>("uncounted"))};
+  struct {
+    char const* children;
+    bool result;
+  } const cases[] = {{"<counted>1</counted><uncounted/>", true},
+                     {"<counted/><uncounted>2</uncounted>", false},
+                     {"<uncounted>2</uncounted>", false}};
+  for (auto const& [children, result] : cases) {
+    Sample record{};
+    EXPECT_EQ(walk(Tree("<s>" + std::string(children) + "</s>").root(), rows, record), result)
+        << children;
+  }
+  Sample record{};
+  walk(Tree("<s><uncounted>2</uncounted></s>").root(), rows, record);
+  EXPECT_EQ(record.narrow, 2);
+}
+
+// ---- Rows that read one value ---------------------------------------------------------------
 
 TEST(ValueRows, KeepTheMemberOfAnEmptyElement) {
-  for (char const* const name : {"whole", "narrow", "counter", "natural", "wide-number", "real",
-                                 "bits", "text", "word", "shade", "lock", "door", "mac"}) {
+  for (char const* const name :
+       {"whole", "narrow", "counter", "natural", "wide-number", "real", "bits", "text", "word",
+        "known", "shade", "lock", "door", "enabled", "wanted", "first", "mac"}) {
     expectNothingRead("<" + std::string(name) + "/>");
     expectNothingRead("<" + std::string(name) + "> </" + name + ">");
   }
@@ -280,6 +227,76 @@ TEST(FlagRows, AreSetByOneWordOrClearedByOneWord) {
   }
 }
 
+TEST(KnownKeywordRow, KeepsTheCodeAtAnUnknownWord) {
+  expectRead("<known>twin</known>", [](Sample& record) { record.known = 2; });
+  expectRead("<known>triple</known>", [](Sample&) {});
+  expectRead("<known>Twin</known>", [](Sample&) {});
+}
+
+TEST(SwitchRows, AreSetByTwoWordsAndClearedByAnyOther) {
+  for (char const* const word : {"enabled", "yes"}) {
+    expectRead("<enabled>" + std::string(word) + "</enabled>",
+               [](Sample& record) { record.enabled = 1; });
+    expectRead("<wanted>" + std::string(word) + "</wanted>",
+               [](Sample& record) { record.wanted = true; });
+  }
+  for (char const* const word : {"disabled", "no", "Yes", "1", "on"}) {
+    expectRead("<enabled>" + std::string(word) + "</enabled>",
+               [](Sample& record) { record.enabled = 0; });
+    expectRead("<wanted>" + std::string(word) + "</wanted>",
+               [](Sample& record) { record.wanted = false; });
+  }
+}
+
+TEST(BitRow, SetsAndClearsItsOwnBitOnly) {
+  for (int const before : {0x00, 0xFF, 0xA5}) {
+    auto start = filled<Sample>();
+    start.flags = static_cast<unsigned char>(before);
+    auto const after = [&](char const* children) { return walked(children, start).record.flags; };
+    EXPECT_EQ(after("<first>yes</first>"), before | 1);
+    EXPECT_EQ(after("<first>no</first>"), before & ~1);
+    EXPECT_EQ(after("<third>enabled</third>"), before | 4);
+    EXPECT_EQ(after("<third>other</third>"), before & ~4);
+    EXPECT_EQ(after("<first/>"), before);
+  }
+}
+
+TEST(BoundedRow, PutsItsValueWithinItsBounds) {
+  struct {
+    char const* children;
+    _MinMaxVal level;
+  } const cases[] = {{"<level min='1' max='9'>5</level>", {1, 9, 5}},
+                     {"<level min='1' max='9'>1</level>", {1, 9, 1}},
+                     {"<level min='1' max='9'>0</level>", {1, 9, 1}},
+                     {"<level min='1' max='9'>10</level>", {1, 9, 9}},
+                     {"<level min='-9' max='-1'>none</level>", {-9, -1, -1}},
+                     {"<level min='9' max='1'>5</level>", {9, 1, 1}}};  // crossed: the upper one
+  for (auto const& [children, level] : cases) {
+    expectRead(children, [value = level](Sample& record) { record.level = value; });
+  }
+  expectRead("<ratio min='-0.5' max='0.5'>0.75</ratio>", [](Sample& record) {
+    record.ratio = {-0.5F, 0.5F, 0.5F};
+  });
+}
+
+TEST(BoundedRow, KeepsABoundThatIsAbsentAndCountsOnIt) {
+  Sample start{};
+  start.level = {2, 8, 3};
+  auto const after = [&](char const* children) { return walked(children, start).record.level; };
+  EXPECT_TRUE(same(after("<level>9</level>"), _MinMaxVal{2, 8, 8}));
+  EXPECT_TRUE(same(after("<level min='4'>1</level>"), _MinMaxVal{4, 8, 4}));
+  EXPECT_TRUE(same(after("<level min='4' max='x'>9</level>"), _MinMaxVal{4, 8, 8}));
+  EXPECT_TRUE(same(walked("<level>5</level>", Sample{}).record.level, _MinMaxVal{0, 0, 0}));
+}
+
+TEST(BoundedRow, FailsWithoutATextButStillKeepsTheBounds) {
+  Sample start{};
+  start.level = {0, 100, 3};
+  auto const [result, record] = walked("<level min='5' max='9'/>", start);
+  EXPECT_FALSE(result);
+  EXPECT_TRUE(same(record.level, _MinMaxVal{5, 9, 5}));
+}
+
 TEST(AddressRow, ReadsSixBytes) {
   expectRead("<mac>00:1A:2b</mac>", [](Sample& record) {
     unsigned char const bytes[6] = {0x00, 0x1A, 0x2B, 0, 0, 0};
@@ -306,7 +323,7 @@ TEST(ValueRows, ReadTheFirstChildWhateverItIs) {
   expectRead("<lock><locked/></lock>", [](Sample& record) { record.locked = 1; });
 }
 
-// ---- Rows that read children -----------------------------------------------------------------
+// ---- Rows that read children ----------------------------------------------------------------
 
 TEST(NestedRow, ReadsChildrenIntoTheNestedRecord) {
   expectRead("<inner><depth>3</depth><tag>abcdef</tag></inner>", [](Sample& record) {
@@ -345,274 +362,7 @@ TEST(ReadingRow, IsReadByItsOwnFunctionEachTime) {
   EXPECT_EQ(record.odd, 2);
 }
 
-// ---- Tables ----------------------------------------------------------------------------------
-
-TEST(Tables, WithTwoRowsForOneElementAreNoticed) {
-  constexpr Field<Inner> twice[] = {number<&Inner::depth>("depth"), text<&Inner::tag>("depth")};
-  static_assert(!namesAreUnique(twice));
-  EXPECT_FALSE(namesAreUnique(twice));
-}
-
-TEST(Tables, TellEveryElementAndWordOfTheirDocument) {
-  Outline outline;
-  outlineOf(table, outline);
-  EXPECT_EQ(outline,
-            (Outline{"at",     "mac",    "sensor",  "bits",  "closed",  "counter",     "dark",
-                     "depth",  "door",   "dual",    "group", "grouped", "inner",       "lock",
-                     "locked", "narrow", "natural", "odd",   "pale",    "real",        "shade",
-                     "single", "tag",    "text",    "twin",  "whole",   "wide-number", "word"}));
-}
-
-// ---- What an observer is told ----------------------------------------------------------------
-
-/// The same walk, observed.
-struct Watched {
-  bool result;
-  Value shown;
-  std::vector<Note> notes;
-};
-
-Watched watched(std::string const& children) {
-  Tree tree("<sample>" + children + "</sample>");
-  Watched outcome;
-  Observer observer(outcome.shown);
-  Sample record{};
-  outcome.result = walk(tree.root(), std::span<Field<Sample> const>(table), record, observer);
-  for (auto const& remark : observer.remarks()) outcome.notes.push_back(remark.note);
-  return outcome;
-}
-
-/// The only member that `children` show.
-Value onlyMember(std::string const& children, char const* name) {
-  Watched const outcome = watched(children);
-  EXPECT_EQ(outcome.shown.members.size(), 1U) << children;
-  Value const* const value = outcome.shown.find(name);
-  EXPECT_NE(value, nullptr) << children;
-  return value != nullptr ? *value : Value{};
-}
-
-Note onlyNote(std::string const& children) {
-  std::vector<Note> const notes = watched(children).notes;
-  EXPECT_EQ(notes.size(), 1U) << children;
-  return notes.empty() ? Note{} : notes.front();
-}
-
-TEST(ObservedWalk, ReadsAsTheUnobservedOne) {
-  for (char const* const children :
-       {"", "<whole>1</whole>", "<whole>1</whole><narrow/>", "<narrow/><whole>1</whole><other/>",
-        "<other/>", "<inner><depth>3</depth><tag/></inner>", "<inner/>", "<group/>", "<odd/>",
-        "<odd/><odd/>", "<group><grouped>1</grouped></group>", "<bits>0</bits>", "<lock/>"}) {
-    EXPECT_EQ(watched(children).result, walked(children, Sample{}).result) << children;
-  }
-}
-
-TEST(ObservedWalk, ShowsOnlyWhatTheDocumentNamesInItsOrder) {
-  Watched const outcome = watched("<narrow>2</narrow><other>9</other><whole>1</whole><real/>");
-  ASSERT_EQ(outcome.shown.kind, Value::Kind::record);
-  ASSERT_EQ(outcome.shown.members.size(), 2U);
-  EXPECT_EQ(outcome.shown.members[0].name, "narrow");
-  EXPECT_EQ(outcome.shown.members[1].name, "whole");
-}
-
-TEST(ObservedWalk, ShowsARepeatedMemberOnceWithItsLastValue) {
-  EXPECT_EQ(onlyMember("<whole>1</whole><whole>2</whole>", "whole").integer, 2);
-}
-
-TEST(ObservedWalk, NamesMembersAndNotElements) {
-  EXPECT_EQ(onlyMember("<wide-number>7</wide-number>", "wide").integer, 7);
-  EXPECT_EQ(onlyMember("<lock>locked</lock>", "locked").flag, true);
-}
-
-TEST(ObservedWalk, ShowsEachKindOfValueAsTheRecordHoldsIt) {
-  Value const natural = onlyMember("<narrow>70000</narrow>", "narrow");
-  EXPECT_EQ(natural.kind, Value::Kind::natural);
-  EXPECT_EQ(natural.natural, 4464U);
-  Value const integer = onlyMember("<whole>-5</whole>", "whole");
-  EXPECT_EQ(integer.kind, Value::Kind::integer);
-  EXPECT_EQ(integer.integer, -5);
-  Value const real = onlyMember("<real>24.35</real>", "real");
-  EXPECT_EQ(real.kind, Value::Kind::real);
-  EXPECT_EQ(real.real, 24.35);
-  Value const bits = onlyMember("<bits>0x1A</bits>", "bits");
-  EXPECT_EQ(bits.kind, Value::Kind::natural);
-  EXPECT_EQ(bits.natural, 26U);
-  EXPECT_TRUE(bits.hexadecimal);
-  Value const text = onlyMember("<text>12345678</text>", "text");
-  EXPECT_EQ(text.kind, Value::Kind::text);
-  EXPECT_EQ(text.text, "1234567");
-  Value const flag = onlyMember("<door>misspelt</door>", "open");
-  EXPECT_EQ(flag.kind, Value::Kind::flag);
-  EXPECT_TRUE(flag.flag);
-  Value const mac = onlyMember("<mac>0A:1B:2C</mac>", "mac");
-  EXPECT_EQ(mac.kind, Value::Kind::text);
-  EXPECT_EQ(mac.text, "0a:1b:2c:00:00:00");
-  EXPECT_EQ(onlyMember("<sensor at='5'/>", "reading").integer, 5);
-  Value const word = onlyMember("<word>twin</word>", "word");
-  EXPECT_EQ(word.kind, Value::Kind::keyword);
-  EXPECT_EQ(word.integer, 2);
-  EXPECT_EQ(word.text, "twin");
-  EXPECT_TRUE(word.known);
-}
-
-TEST(ObservedWalk, ShowsNestedRecordsAndTheMembersOfGroups) {
-  Value const inner = onlyMember("<inner><depth>3</depth></inner>", "inner");
-  EXPECT_EQ(inner.kind, Value::Kind::record);
-  ASSERT_NE(inner.find("depth"), nullptr);
-  EXPECT_EQ(inner.find("depth")->integer, 3);
-  EXPECT_EQ(inner.find("tag"), nullptr);
-  EXPECT_EQ(onlyMember("<group><grouped>4</grouped></group>", "grouped").integer, 4);
-}
-
-TEST(ObservedWalk, DoesNotShowARecordOfWhichNothingWasRead) {
-  EXPECT_TRUE(watched("<inner><other/></inner>").shown.members.empty());
-}
-
-TEST(ObservedWalk, HasNoNoteOnADocumentThatItKnowsWhole) {
-  EXPECT_TRUE(watched("<whole>1</whole><narrow>65535</narrow><counter>65535</counter>"
-                      "<natural>4294967295</natural><wide-number>-9223372036854775808</wide-number>"
-                      "<real>2.5</real><bits>0xFFFFFFFF</bits><text>1234567</text><word>dual</word>"
-                      "<shade>Pale</shade><lock>locked</lock><door>open</door>"
-                      "<inner><depth>1</depth><tag>abc</tag></inner>"
-                      "<group><grouped>1</grouped></group><whole> 7 </whole>"
-                      "<mac>0A:1b:2c:3d:4e:5f</mac><sensor at='5'/>")
-                  .notes.empty());
-}
-
-TEST(ObservedWalk, NotesUnknownElementsAtEveryDepth) {
-  for (char const* const children :
-       {"<other>1</other>", "<inner><other>1</other></inner>", "<group><other>1</other></group>"}) {
-    Note const note = onlyNote(children);
-    EXPECT_EQ(note.kind, Note::Kind::unknownElement) << children;
-    EXPECT_EQ(note.element, "other") << children;
-  }
-}
-
-TEST(ObservedWalk, NotesUnknownWordsWithTheWordsThatWouldBeRight) {
-  Note const note = onlyNote("<word>triple</word>");
-  EXPECT_EQ(note.kind, Note::Kind::unknownWord);
-  EXPECT_EQ(note.element, "word");
-  EXPECT_EQ(note.found, "triple");
-  EXPECT_EQ(note.expected, (std::vector<std::string>{"single", "dual", "twin"}));
-  Value const value = onlyMember("<word>triple</word>", "word");
-  EXPECT_EQ(value.integer, 9);
-  EXPECT_EQ(value.text, "triple");
-  EXPECT_FALSE(value.known);
-}
-
-TEST(ObservedWalk, NotesTextsThatAreNoNumbers) {
-  for (char const* const children :
-       {"<whole>none</whole>", "<whole>12abc</whole>", "<whole>0x1A</whole>", "<real>2,5</real>",
-        "<bits>26</bits>", "<bits>0x</bits>", "<whole>3.9</whole>", "<mac>00:1A:2b</mac>",
-        "<mac>01:02:03:04:05:06:07</mac>"}) {
-    Note const note = onlyNote(children);
-    EXPECT_EQ(note.kind, Note::Kind::notANumber) << children;
-    EXPECT_EQ(note.expected.size(), 1U) << children;
-    EXPECT_NE(std::string(children).find(">" + note.found + "<"), std::string::npos) << children;
-  }
-}
-
-TEST(ObservedWalk, DoesNotShowANumberThatWasNotStored) {
-  EXPECT_TRUE(watched("<bits>26</bits>").shown.members.empty());
-  // The prefix is within the characters that are read, its digits are not.
-  EXPECT_TRUE(
-      watched("<bits><![CDATA[0x" + std::string(40, ' ') + "1A]]></bits>").shown.members.empty());
-}
-
-TEST(ObservedWalk, NotesNumbersThatTheirMemberCannotHold) {
-  struct {
-    char const* children;
-    char const* kept;
-  } const cases[] = {{"<whole>2147483648</whole>", "-2147483648"},
-                     {"<narrow>70000</narrow>", "4464"},
-                     {"<narrow>-1</narrow>", "65535"},
-                     {"<counter>65536</counter>", "0"},
-                     {"<counter>-1</counter>", "65535"},
-                     {"<natural>-1</natural>", "4294967295"},
-                     {"<whole>99999999999999999999</whole>", "-1"},
-                     {"<wide-number>9223372036854775808</wide-number>", "9223372036854775807"},
-                     {"<wide-number>-9223372036854775809</wide-number>", "-9223372036854775808"}};
-  for (auto const& [children, kept] : cases) {
-    Note const note = onlyNote(children);
-    EXPECT_EQ(note.kind, Note::Kind::changedNumber) << children;
-    EXPECT_EQ(note.kept, kept) << children;
-    EXPECT_NE(std::string(children).find(">" + note.found + "<"), std::string::npos) << children;
-  }
-}
-
-TEST(ObservedWalk, NotesRealsThatTheirMemberCannotHold) {
-  EXPECT_EQ(onlyNote("<real>1e300</real>").kind, Note::Kind::changedNumber);
-}
-
-TEST(ObservedWalk, NotesHexadecimalsThatTheirMemberCannotHold) {
-  for (std::string const& text : {std::string("0x1FFFFFFFF"), "0x" + std::string(28, '0') + "1A"}) {
-    EXPECT_EQ(onlyNote("<bits>" + text + "</bits>").kind, Note::Kind::changedNumber) << text;
-  }
-}
-
-TEST(ObservedWalk, NotesTextsThatWereCut) {
-  Note const note = onlyNote("<text>12345678</text>");
-  EXPECT_EQ(note.kind, Note::Kind::cutText);
-  EXPECT_EQ(note.found, "12345678");
-  EXPECT_EQ(note.kept, "1234567");
-}
-
-TEST(ObservedWalk, NotesEmptyElementsOfEveryKindOfRow) {
-  for (char const* const name :
-       {"whole", "narrow", "counter", "natural", "wide-number", "real", "bits", "text", "word",
-        "shade", "lock", "door", "mac", "inner", "group"}) {
-    Note const note = onlyNote("<" + std::string(name) + "/>");
-    EXPECT_EQ(note.kind, Note::Kind::emptyElement) << name;
-    EXPECT_EQ(note.element, name);
-  }
-}
-
-TEST(ObservedWalk, NotesWhichAttributeIsMissing) {
-  Note const note = onlyNote("<sensor>7</sensor>");
-  EXPECT_EQ(note.kind, Note::Kind::noAttribute);
-  EXPECT_EQ(note.element, "sensor");
-  EXPECT_EQ(note.expected, std::vector<std::string>{"at"});
-}
-
-TEST(ObservedWalk, KeepsTheTextOfASecretOutOfItsNotes) {
-  for (char const* const children :
-       {"<text>secret-text</text>", "<word>secret</word>", "<whole>secret</whole>",
-        "<narrow>70000</narrow>", "<bits>secret</bits>", "<mac>se:cr:et</mac>"}) {
-    Tree tree("<sample>" + std::string(children) + "</sample>");
-    Value shown;
-    Observer observer(shown);
-    observer.secrecy(true);
-    Sample record{};
-    EXPECT_TRUE(walk(tree.root(), std::span<Field<Sample> const>(table), record, observer));
-    for (Kovra::Member const& member : shown.members) {
-      EXPECT_TRUE(member.value.secret) << children;
-    }
-    ASSERT_EQ(observer.remarks().size(), 1U) << children;
-    EXPECT_EQ(observer.remarks()[0].note.found, "") << children;
-    EXPECT_EQ(observer.remarks()[0].note.kept, "") << children;
-  }
-}
-
-TEST(ObservedWalk, KnowsTheElementsThatARowTook) {
-  Tree tree("<sample><other/><inner><depth>1</depth><odd/></inner></sample>");
-  Value record;
-  Observer observer(record);
-  Sample sample{};
-  walk(tree.root(), table, sample, observer);
-  TiXmlElement* const other = tree.root()->FirstChildElement("other");
-  TiXmlElement* const inner = tree.root()->FirstChildElement("inner");
-  EXPECT_FALSE(observer.knows(*other));
-  EXPECT_TRUE(observer.knows(*inner));
-  EXPECT_TRUE(observer.knows(*inner->FirstChildElement("depth")));
-  EXPECT_FALSE(observer.knows(*inner->FirstChildElement("odd")));
-}
-
-// ---- Lists -----------------------------------------------------------------------------------
-
-struct List {
-  Inner items[2];
-};
-
-using Items = EntriesOf<&List::items, "item", innerTable>;
+// ---- Lists ----------------------------------------------------------------------------------
 
 struct ListRead {
   bool result;
@@ -655,42 +405,40 @@ TEST(Entries, GiveTheResultOfTheLastOneRead) {
   EXPECT_TRUE(listOf("<item/><item><depth>1</depth></item><other/>").result);
 }
 
-TEST(Entries, AreShownWithTheirSurplusNoted) {
-  Tree tree("<list><item><depth>1</depth></item><item/><other/><item/></list>");
-  Value shown;
-  Observer observer(shown);
-  List list{};
-  EXPECT_FALSE(Items::read(*tree.root(), std::span(list.items), observer));
-  Value const* const items = shown.find("items");
-  ASSERT_NE(items, nullptr);
-  EXPECT_EQ(items->kind, Value::Kind::list);
-  ASSERT_EQ(items->items.size(), 2U);
-  ASSERT_NE(items->items[0].find("depth"), nullptr);
-  EXPECT_EQ(items->items[0].find("depth")->integer, 1);
-  EXPECT_TRUE(items->items[1].members.empty());
-  ASSERT_EQ(observer.remarks().size(), 2U);
-  EXPECT_EQ(observer.remarks()[0].note.kind, Note::Kind::unknownElement);
-  EXPECT_EQ(observer.remarks()[1].note.kind, Note::Kind::surplusEntry);
-  EXPECT_EQ(observer.remarks()[1].note.kept, "2");
-}
-
-TEST(Entries, ShowAListWithoutEntries) {
-  Tree tree("<list/>");
-  Value shown;
-  Observer observer(shown);
-  List list{};
-  EXPECT_FALSE(Items::read(*tree.root(), std::span(list.items), observer));
-  ASSERT_NE(shown.find("items"), nullptr);
-  EXPECT_EQ(shown.find("items")->kind, Value::Kind::list);
-  EXPECT_TRUE(shown.find("items")->items.empty());
-}
-
 TEST(Entries, AreCountedWhateverTheirNames) {
   EXPECT_EQ(countChildren(*Tree("<list/>").root()), 0U);
   EXPECT_EQ(countChildren(*Tree("<list>a<item/><!--b--><other/><item/>c</list>").root()), 3U);
 }
 
-// ---- Writing ---------------------------------------------------------------------------------
+// ---- Tables ---------------------------------------------------------------------------------
+
+TEST(Tables, WithTwoRowsForOneElementAreNoticed) {
+  constexpr Field<Inner> twice[] = {number<&Inner::depth>("depth"), text<&Inner::tag>("depth")};
+  static_assert(!namesAreUnique(twice));
+  EXPECT_FALSE(namesAreUnique(twice));
+}
+
+TEST(Tables, TellEveryElementAndWordOfTheirDocument) {
+  Outline outline;
+  outlineOf(table, outline);
+  EXPECT_EQ(outline,
+            (Outline{"at",     "bits",    "closed",      "counter", "dark",  "depth",   "disabled",
+                     "door",   "dual",    "enabled",     "first",   "group", "grouped", "inner",
+                     "known",  "level",   "lock",        "locked",  "mac",   "max",     "min",
+                     "narrow", "natural", "no",          "odd",     "pale",  "ratio",   "real",
+                     "sensor", "shade",   "single",      "tag",     "text",  "third",   "twin",
+                     "wanted", "whole",   "wide-number", "word",    "yes"}));
+}
+
+TEST(Tables, TellEveryMemberThatMayBeAssigned) {
+  Keys keys;
+  keysOf(table, keys);
+  EXPECT_EQ(keys, (Keys{"whole", "narrow", "counter", "natural", "wide",  "real",    "text",
+                        "word",  "known",  "shade",   "locked",  "open",  "enabled", "wanted",
+                        "flags", "mac",    "level",   "ratio",   "inner", "grouped"}));
+}
+
+// ---- Writing --------------------------------------------------------------------------------
 
 struct Written {
   bool result;
@@ -713,7 +461,11 @@ TEST(WrittenRows, StandInTheOrderOfTheirTable) {
   record.real = 2.5F;
   std::strcpy(record.text, "a<b");
   record.word = 2;
+  record.known = 7;
   record.shade = unknownShade;
+  record.enabled = 1;
+  record.flags = 4;
+  record.level = {1, 9, 5};
   record.mac[1] = 0x0A;
   record.mac[5] = 0xFF;
   record.inner.depth = 3;
@@ -723,7 +475,10 @@ TEST(WrittenRows, StandInTheOrderOfTheirTable) {
   EXPECT_EQ(text,
             "<p><whole>-7</whole><narrow>0</narrow><natural>4294967295</natural>"
             "<wide-number>-9223372036854775808</wide-number><real>2.5000</real>"
-            "<text>a&lt;b</text><word>dual</word><shade></shade><mac>00:0a:00:00:00:ff</mac>"
+            "<text>a&lt;b</text><word>dual</word><known></known><shade></shade>"
+            "<enabled>enabled</enabled><wanted>no</wanted><first>no</first><third>yes</third>"
+            "<mac>00:0a:00:00:00:ff</mac><level min=\"1\" max=\"9\">5</level>"
+            "<ratio min=\"0.00\" max=\"0.00\">0.0000</ratio>"
             "<inner><depth>3</depth><tag></tag></inner><group><grouped>4</grouped></group></p>");
 }
 
@@ -770,94 +525,25 @@ TEST(OneWayRows, AreOnlyReadOrOnlyWritten) {
   EXPECT_EQ(record.wide, 2);
 }
 
-// ---- Assigning -------------------------------------------------------------------------------
-
-TEST(AssignedValues, MakeTheRecordThatShowedThem) {
-  std::string const children =
-      "<whole>-7</whole><narrow>70000</narrow><counter>65535</counter><natural>4294967295</natural>"
-      "<wide-number>-9223372036854775808</wide-number><real>24.35</real><text>1234567890</text>"
-      "<word>twin</word><shade>DARK</shade><lock>locked</lock><door>open</door>"
-      "<inner><depth>3</depth><tag>abc</tag></inner><group><grouped>4</grouped></group>";
-  Sample assigned{};
-  Problem problem;
-  EXPECT_EQ(assignAll(table, assigned, watched(children).shown, problem), Assigned::done)
-      << problem.path << problem.found;
-  EXPECT_TRUE(same(assigned, walked(children, Sample{}).record));
-}
-
-TEST(AssignedValues, LeaveMembersThatTheyDoNotName) {
-  auto record = filled<Sample>();
-  auto expected = record;
-  expected.whole = 5;
-  Problem problem;
-  EXPECT_EQ(assignAll(table, record, watched("<whole>5</whole>").shown, problem), Assigned::done);
-  EXPECT_TRUE(same(record, expected));
-}
-
-/// The problem with a value for the member `name`.
-Problem problemWith(std::string const& name, Value const& value) {
-  Value whole;
-  whole.kind = Value::Kind::record;
-  whole.members.push_back({name, value});
+TEST(OneWayRows, AreWrittenAndAssignedThoughNeverRead) {
+  static constexpr Field<Sample> rows[] = {neverRead(number<&Sample::whole>("whole"))};
   Sample record{};
   Problem problem;
-  EXPECT_EQ(assignAll(table, record, whole, problem), Assigned::failed) << name;
-  EXPECT_TRUE(same(record, Sample{})) << name;
-  EXPECT_FALSE(problem.found.empty() || problem.expected.empty()) << name;
-  return problem;
+  EXPECT_EQ(assignMember(rows, record, "whole", shown(5), problem), Assigned::done);
+  EXPECT_EQ(written(rows, record).text, "<p><whole>5</whole></p>");
+  EXPECT_FALSE(walk(Tree("<p><whole>6</whole></p>").root(), rows, record));
+  EXPECT_EQ(record.whole, 5);
 }
 
-TEST(AssignedValues, ThatDoNotFitAreProblemsAndNothingIsStored) {
-  using std::string_view;
-  EXPECT_EQ(problemWith("whole", shown(2147483648L)).path, "whole");
-  EXPECT_EQ(problemWith("whole", shown(string_view("5"))).found, "\"5\"");
-  EXPECT_EQ(problemWith("narrow", shown(-1)).found, "-1");
-  EXPECT_EQ(problemWith("natural", shown(-1)).found, "-1");
-  EXPECT_EQ(problemWith("real", shown(string_view("5"))).path, "real");
-  EXPECT_EQ(problemWith("text", shown(string_view("12345678"))).path, "text");
-  EXPECT_EQ(problemWith("text", shown(string_view("a\0b", 3))).path, "text");
-  EXPECT_EQ(problemWith("text", shown(5)).found, "5");
-  EXPECT_EQ(problemWith("locked", shown(1)).found, "1");
-  EXPECT_EQ(problemWith("word", shown(string_view("triple"))).path, "word");
-  EXPECT_EQ(problemWith("unknown", shown(1)).path, "unknown");
-  EXPECT_EQ(problemWith("inner", shown(1)).path, "inner");
-  Value inner = watched("<inner><depth>3</depth></inner>").shown.members[0].value;
-  inner.members[0].value = shown(true);
-  EXPECT_EQ(problemWith("inner", inner).path, "inner.depth");
-}
-
-TEST(AssignedValues, MayNameAKeywordByItsWordItsCodeOrBoth) {
-  for (Value const& value : {shown(std::string_view("dual")), shown(2), shown(2UL)}) {
-    Value whole;
-    whole.kind = Value::Kind::record;
-    whole.members.push_back({"word", value});
+TEST(AlwaysWrittenRow, HasAWordForEveryCode) {
+  constexpr Field<Sample> rows[] = {
+      row<&Sample::word, AlwaysWrittenKind<KeywordKind<words>, words, 1>>("word")};
+  for (auto const& [code, word] : {std::pair(1, "single"), std::pair(2, "dual"),
+                                   std::pair(7, "single"), std::pair(-1, "single")}) {
     Sample record{};
-    Problem problem;
-    EXPECT_EQ(assignAll(table, record, whole, problem), Assigned::done) << problem.found;
-    EXPECT_EQ(record.word, 2);
+    record.word = code;
+    EXPECT_EQ(written(rows, record).text, "<p><word>" + std::string(word) + "</word></p>");
   }
-  Value keyword;
-  keyword.kind = Value::Kind::record;
-  keyword.members.push_back({"code", shown(7)});
-  keyword.members.push_back({"name", shown(std::string_view("dual"))});
-  int code = 0;
-  Problem problem;
-  EXPECT_EQ(assignKeyword(code, keyword, words, problem), Assigned::done);
-  EXPECT_EQ(code, 7);
-}
-
-// ---- Replies ---------------------------------------------------------------------------------
-
-constexpr char const* roots[] = {"sample"};
-constexpr ReplyReader reply = reader<Sample, TableReading<table>>("sample", "a test's own", roots);
-
-TEST(ReplyReader, DecodesIntoARecordOfZeros) {
-  Tree tree("<sample><odd/></sample>");
-  Value record;
-  Observer observer(record);
-  EXPECT_TRUE(reply.decode(*tree.root(), observer));
-  ASSERT_NE(record.find("odd"), nullptr);
-  EXPECT_EQ(record.find("odd")->integer, 1);
 }
 
 }  // namespace

@@ -336,6 +336,8 @@ TEST(GetNumber, ReadsFloats) {
                         {"1,5", 1.0F},
                         {"340282346638528859811704183484516925440", FLT_MAX},
                         {"1e300", infinity},
+                        // Just above the middle of two floats, yet a double in the middle.
+                        {"1.0000000596046447753906251", 1.0F},
                         {"abc", 0.0F},
                         {"", 0.0F},
                         {"-", 0.0F}});
@@ -503,7 +505,11 @@ TEST(NumberAttributes, ReadFloats) {
   struct {
     char const* value;
     float number;
-  } const cases[] = {{"2.5", 2.5F}, {"-1e3", -1000.0F}, {" 0.1xyz", 0.1F}, {"7", 7.0F}};
+  } const cases[] = {{"2.5", 2.5F},
+                     {"-1e3", -1000.0F},
+                     {" 0.1xyz", 0.1F},
+                     {"7", 7.0F},
+                     {"1.0000000596046447753906251", 1.0F}};
   for (auto const& [value, number] : cases) {
     AttributeElement element(value);
     auto const [result, stored] = got<float>(

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <climits>
+#include <cstring>
 #include <cwchar>
 #include <filesystem>
 #include <memory>
@@ -104,6 +105,19 @@ TEST(PrintWide, PrintsTheWholeDocumentByteForByte) {
   EXPECT_EQ(std::wstring(out.data()), wide(composed));
 }
 
+TEST(PrintSecretWide, PrintsLikeAnyOtherDocument) {
+  TiXmlDocument document;
+  compose(document);
+  for (int const length : {1024, 100, 1, 0, -1}) {
+    auto plain = filled<std::array<wchar_t, 1024>>();
+    auto secret = filled<std::array<wchar_t, 1024>>();
+    EXPECT_TRUE(printWide(document, plain.data(), length)) << length;
+    EXPECT_TRUE(printSecretWide(document, secret.data(), length)) << length;
+    EXPECT_TRUE(test::same(secret, plain)) << length;
+  }
+  EXPECT_FALSE(printSecretWide(document, nullptr, 1024));
+}
+
 using Out = std::array<wchar_t, 64>;
 
 /// The sentinel with `text` in front, terminated or not.
@@ -191,6 +205,46 @@ TEST(PrintWide, EndsWhereACharacterCannotBeConvertedAndSucceeds) {
     auto const [result, out] = printedInto(document, stop);  // no room for the terminator
     EXPECT_TRUE(result) << locale << text;
     EXPECT_TRUE(test::same(out, holding(written, false))) << locale << text;
+  }
+}
+
+// ---- Narrow output ---------------------------------------------------------------------------
+
+TEST(PrintNarrow, PrintsTheWholeDocumentByteForByte) {
+  TiXmlDocument document;
+  compose(document);
+  std::array<char, 1024> out{};
+  EXPECT_TRUE(printNarrow(document, out.data(), 1024));
+  EXPECT_STREQ(out.data(), composed);
+  EXPECT_EQ(printNarrow(document), composed);
+}
+
+TEST(PrintNarrow, CopiesNoPartOfADocumentThatDoesNotFit) {
+  std::string const text = "<r>12345</r>\n";
+  auto const size = static_cast<int>(text.size());
+  for (int length = 1; length <= size + 5; ++length) {
+    auto out = filled<std::array<char, 64>>();
+    auto expected = out;
+    bool const fits = length > size;
+    std::strcpy(expected.data(), fits ? text.c_str() : "");
+    EXPECT_EQ(printNarrow(Document("12345"), out.data(), length), fits) << length;
+    EXPECT_TRUE(test::same(out, expected)) << length;
+  }
+}
+
+TEST(PrintNarrow, FailsUntouchedWithoutRoom) {
+  for (int const length : {0, -1, INT_MIN}) {
+    auto out = filled<std::array<char, 64>>();
+    EXPECT_FALSE(printNarrow(Document("12345"), out.data(), length)) << length;
+    EXPECT_TRUE(untouched(out)) << length;
+  }
+  EXPECT_FALSE(printNarrow(Document("12345"), nullptr, 64));
+}
+
+TEST(PrintNarrow, CopiesBytesInAnyLocale) {
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    EXPECT_EQ(printNarrow(Document("\xC3\xA9\xFF")), "<r>\xC3\xA9\xFF</r>\n") << locale;
   }
 }
 

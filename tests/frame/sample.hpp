@@ -1,0 +1,145 @@
+/// @file
+/// A document of the tests' own, with a row of each kind.
+
+#ifndef KOVRA_TESTS_FRAME_SAMPLE_HPP
+#define KOVRA_TESTS_FRAME_SAMPLE_HPP
+
+#include <gtest/gtest.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "frame/field.hpp"
+#include "support/records.hpp"
+#include "support/tree.hpp"
+
+namespace Kovra::test {
+
+enum Shade : int { unknownShade = -1, pale = 1, dark = 2 };
+
+struct Inner {
+  int depth;
+  char tag[4];
+};
+
+struct Sample {
+  int whole;
+  unsigned short narrow;
+  unsigned long counter;
+  unsigned int natural;
+  long wide;
+  float real;
+  unsigned int bits;
+  char text[8];
+  int word;
+  int known;
+  Shade shade;
+  char locked;
+  bool open;
+  char enabled;
+  bool wanted;
+  unsigned char flags;
+  unsigned char mac[6];
+  int reading;
+  _MinMaxVal level;
+  _MinMaxValFloat ratio;
+  Inner inner;
+  int grouped;
+  int odd;
+};
+
+inline constexpr frame::Word wordRows[] = {{"single", 1}, {"dual", 2}, {"twin", 2}};
+inline constexpr frame::Vocabulary words{wordRows, frame::Match::exact, 9};
+inline constexpr frame::Word shadeRows[] = {{"pale", pale}, {"dark", dark}};
+inline constexpr frame::Vocabulary shades{shadeRows, frame::Match::anyCase, unknownShade};
+inline constexpr frame::Word flagRows[] = {{"first", 1}, {"third", 4}};
+inline constexpr frame::Vocabulary flagBits{flagRows, frame::Match::exact, 0};
+
+inline constexpr frame::Field<Inner> innerTable[] = {
+    frame::number<&Inner::depth>("depth"),
+    frame::text<&Inner::tag>("tag"),
+};
+
+inline constexpr frame::Field<Sample> groupTable[] = {
+    frame::number<&Sample::grouped>("grouped"),
+};
+
+/// Counts how often it was read instead of reading anything.
+struct CountReadings {
+  template <class Watch>
+  static bool read(TiXmlElement&, Sample& record, Watch& watch) {
+    ++record.odd;
+    remark(watch,
+           [&](frame::Observer& observer) { observer.member("odd", frame::shown(record.odd)); });
+    return record.odd % 2 == 1;
+  }
+};
+
+inline constexpr frame::Field<Sample> table[] = {
+    frame::number<&Sample::whole>("whole"),
+    frame::number<&Sample::narrow>("narrow"),
+    frame::number<&Sample::counter>("counter"),
+    frame::number<&Sample::natural>("natural"),
+    frame::number<&Sample::wide>("wide-number"),
+    frame::number<&Sample::real>("real"),
+    frame::hexadecimal<&Sample::bits>("bits"),
+    frame::text<&Sample::text>("text"),
+    frame::keyword<&Sample::word, words>("word"),
+    frame::knownKeyword<&Sample::known, words>("known"),
+    frame::keyword<&Sample::shade, shades>("shade"),
+    frame::flagIf<&Sample::locked, "locked">("lock"),
+    frame::flagUnless<&Sample::open, "closed">("door"),
+    frame::enabled<&Sample::enabled>("enabled"),
+    frame::yesOrNo<&Sample::wanted>("wanted"),
+    frame::bitFlag<&Sample::flags, flagBits>("first"),
+    frame::bitFlag<&Sample::flags, flagBits>("third"),
+    frame::address<&Sample::mac>("mac"),
+    frame::attribute<&Sample::reading, "at">("sensor"),
+    frame::bounded<&Sample::level>("level"),
+    frame::bounded<&Sample::ratio>("ratio"),
+    frame::nested<&Sample::inner, innerTable>("inner"),
+    frame::group<Sample, groupTable>("group"),
+    frame::reading<Sample, CountReadings>("odd"),
+};
+static_assert(namesAreUnique(table));
+
+/// What walking over a document gave.
+struct Walked {
+  bool result;
+  Sample record;
+};
+
+inline Walked walked(std::string const& children, Sample const& start = filled<Sample>()) {
+  Tree tree("<sample>" + children + "</sample>");
+  Walked outcome{false, start};
+  outcome.result = walk(tree.root(), table, outcome.record);
+  return outcome;
+}
+
+/// The same walk over a cleared record, observed.
+struct Watched {
+  bool result = false;
+  Value shown;
+  std::vector<Note> notes;
+};
+
+inline Watched watched(std::string const& children) {
+  Tree tree("<sample>" + children + "</sample>");
+  Watched outcome;
+  frame::Observer observer(outcome.shown);
+  Sample record{};
+  outcome.result = walk(tree.root(), table, record, observer);
+  for (auto const& remark : observer.remarks()) outcome.notes.push_back(remark.note);
+  return outcome;
+}
+
+struct List {
+  Inner items[2];
+};
+
+using Items = frame::EntriesOf<&List::items, "item", innerTable>;
+
+}  // namespace Kovra::test
+
+#endif

@@ -1,0 +1,414 @@
+// The way back: tables that write elements and take values.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "frame/field.hpp"
+#include "frame/secret.hpp"
+#include "support/tree.hpp"
+
+namespace Kovra {
+namespace {
+
+using namespace frame;
+using test::printed;
+using test::Tree;
+
+// A small family of its own.
+
+enum Speed : int { slow = 0, fast = 1 };
+
+struct Bound {
+  _MinMaxVal whole;
+  _MinMaxValFloat real;
+};
+
+struct Sample {
+  int number;
+  unsigned int natural;
+  float real;
+  char text[4];
+  char secret[4];
+  unsigned char hardware[6];
+  bool on;
+  char open;
+  Speed speed;
+  unsigned char level;
+  unsigned char bits;
+  Bound bound;
+  Bound entries[2];
+};
+
+constexpr Word speedWords[] = {{"slow", slow}, {"fast", fast}, {"quick", fast}};
+constexpr Vocabulary speeds{speedWords, Match::exact, -1};
+static_assert(everyWordIsReachable(speeds));
+
+constexpr Word levelWords[] = {{"low", 1}, {"high", 2}};
+constexpr Vocabulary levels{levelWords, Match::exact, 0};
+static_assert(everyWordIsReachable(levels));
+
+constexpr Word bitWords[] = {{"first", 0x01}, {"third", 0x04}};
+constexpr Vocabulary bits{bitWords, Match::exact, 0};
+static_assert(everyWordIsReachable(bits));
+
+constexpr Circumstances sunny = 1, windy = 2;
+
+constexpr Field<Bound> boundTable[] = {
+    bounded<&Bound::whole>("whole"),
+    when(windy, bounded<&Bound::real>("real")),
+};
+
+constexpr Field<Sample> insideGroup[] = {
+    number<&Sample::natural>("natural"),
+};
+
+constexpr Field<Sample> table[] = {
+    number<&Sample::number>("number"),
+    group<Sample, insideGroup>("group"),
+    number<&Sample::real>("real"),
+    text<&Sample::text>("text"),
+    secretText<&Sample::secret>("secret"),
+    address<&Sample::hardware>("hardware"),
+    enabled<&Sample::on>("on"),
+    yesOrNo<&Sample::open>("open"),
+    keyword<&Sample::speed, speeds>("speed"),
+    row<&Sample::level, AlwaysWrittenKind<KnownKeywordKind<levels>, levels, 2>>("level"),
+    bitFlag<&Sample::bits, bits>("first"),
+    bitFlag<&Sample::bits, bits>("third"),
+    when(sunny, nested<&Sample::bound, boundTable>("bound")),
+};
+static_assert(namesAreUnique(table));
+
+std::string written(Sample const& sample, Circumstances circumstances) {
+  TiXmlElement parent("p");
+  EXPECT_TRUE(writeAll(parent, table, sample, circumstances, false));
+  return printed(parent);
+}
+
+Sample example() {
+  Sample sample{};
+  sample.number = -5;
+  sample.natural = 4000000000U;
+  sample.real = 1.5F;
+  std::memcpy(sample.text, "abcd", 4);  // not terminated
+  std::strcpy(sample.secret, "key");
+  sample.hardware[0] = 0xAB;
+  sample.on = true;
+  sample.open = 1;
+  sample.speed = fast;
+  sample.level = 1;
+  sample.bits = 0xFC;
+  sample.bound.whole = {1, 9, 5};
+  sample.bound.real = {0.5F, 2.25F, 1.0F};
+  return sample;
+}
+
+constexpr char plain[] =
+    "<number>-5</number><group><natural>4000000000</natural></group><real>1.5000</real>"
+    "<text>abcd</text><secret>key</secret><hardware>ab:00:00:00:00:00</hardware>"
+    "<on>enabled</on><open>yes</open><speed>fast</speed><level>low</level>"
+    "<first>no</first><third>yes</third>";
+
+TEST(Writing, GoesRowByRow) {
+  EXPECT_EQ(written(example(), 0), "<p>" + std::string(plain) + "</p>");
+}
+
+TEST(Writing, FollowsTheCircumstancesAlsoInNestedTables) {
+  std::string const whole = "<whole min=\"1\" max=\"9\">5</whole>";
+  EXPECT_EQ(written(example(), windy), "<p>" + std::string(plain) + "</p>");
+  EXPECT_EQ(written(example(), sunny),
+            "<p>" + std::string(plain) + "<bound>" + whole + "</bound></p>");
+  EXPECT_EQ(written(example(), sunny | windy),
+            "<p>" + std::string(plain) + "<bound>" + whole +
+                "<real min=\"0.50\" max=\"2.25\">1.0000</real></bound></p>");
+}
+
+TEST(Writing, CodesWithoutAWord) {
+  Sample sample = example();
+  sample.speed = static_cast<Speed>(7);
+  sample.level = 9;
+  std::string const text = written(sample, 0);
+  EXPECT_NE(text.find("<speed></speed><level>high</level>"), std::string::npos) << text;
+}
+
+TEST(Writing, ResultIsThatOfTheLastRow) {
+  constexpr Field<Sample> some[] = {number<&Sample::number>("number")};
+  constexpr Field<Sample> none[] = {readOnly(number<&Sample::number>("number")),
+                                    when(sunny, number<&Sample::number>("sunny"))};
+  TiXmlElement parent("p");
+  EXPECT_TRUE(writeAll(parent, some, example(), 0, false));
+  EXPECT_FALSE(writeAll(parent, none, example(), 0, false)) << "the running result stays";
+  EXPECT_TRUE(writeAll(parent, none, example(), 0, true));
+  EXPECT_EQ(printed(parent), "<p><number>-5</number></p>");
+  EXPECT_TRUE(writeBelow(parent, "below", some, example(), 0));
+  EXPECT_FALSE(writeBelow(parent, "empty", none, example(), 0));
+  EXPECT_EQ(printed(parent),
+            "<p><number>-5</number><below><number>-5</number></below><empty /></p>");
+}
+
+TEST(Writing, OneWayRows) {
+  constexpr Field<Sample> ways[] = {
+      readOnly(number<&Sample::number>("in")),
+      writeOnly(number<&Sample::number>("out")),
+      neverRead(number<&Sample::natural>("in")),
+  };
+  static_assert(namesAreUnique(ways), "an element may be read by one row and written by another");
+  Sample sample = example();
+  TiXmlElement parent("p");
+  writeAll(parent, ways, sample, 0, false);
+  EXPECT_EQ(printed(parent), "<p><out>-5</out><in>4000000000</in></p>");
+  EXPECT_TRUE(walk(Tree("<p><in>3</in><out>4</out></p>").root(), ways, sample));
+  EXPECT_EQ(sample.number, 3);
+  EXPECT_EQ(sample.natural, 4000000000U);
+}
+
+TEST(Writing, UncountedRowsLeaveTheResult) {
+  constexpr Field<Sample> rows[] = {number<&Sample::number>("counts"),
+                                    uncounted(number<&Sample::natural>("does_not"))};
+  Sample sample{};
+  EXPECT_TRUE(walk(Tree("<p><counts>1</counts><does_not/></p>").root(), rows, sample));
+  EXPECT_FALSE(walk(Tree("<p><counts/><does_not>1</does_not></p>").root(), rows, sample));
+  EXPECT_FALSE(walk(Tree("<p><does_not>1</does_not></p>").root(), rows, sample));
+  EXPECT_EQ(sample.natural, 1U);
+}
+
+// Values.
+
+Value text(std::string const& contents) {
+  return shown(std::string_view(contents));
+}
+
+Value object(std::vector<std::pair<std::string, Value>> const& members) {
+  Value value;
+  value.kind = Value::Kind::record;
+  for (auto const& [name, inner] : members) {
+    value.members.emplace_back();
+    value.members.back().name = name;
+    value.members.back().value = inner;
+  }
+  return value;
+}
+
+Value list(std::vector<Value> const& items) {
+  Value value;
+  value.kind = Value::Kind::list;
+  value.items = items;
+  return value;
+}
+
+/// "path: found ...; expected ..." or "done".
+std::string assigned(Sample& sample, Value const& value) {
+  Problem problem;
+  return assignAll(table, sample, value, problem) == Assigned::done ? "done"
+                                                                    : problem.description();
+}
+
+std::string refusal(std::string const& member, Value const& value) {
+  Sample sample{};
+  return assigned(sample, object({{member, value}}));
+}
+
+TEST(Assigning, FillsTheMembersThatAreNamed) {
+  Sample sample = example();
+  EXPECT_EQ(
+      assigned(sample, object({{"number", shown(7)},
+                               {"natural", shown(8L)},
+                               {"real", shown(9)},
+                               {"text", text("x")},
+                               {"secret", text("new")},
+                               {"hardware", text("01:02:03:04:05:FF")},
+                               {"on", shown(false)},
+                               {"open", shown(false)},
+                               {"speed", text("quick")},
+                               {"level", shown(2)},
+                               {"bits", object({{"first", shown(true)}, {"third", shown(false)}})},
+                               {"bound", object({{"whole", object({{"val", shown(3)}})}})}})),
+      "done");
+  EXPECT_EQ(sample.number, 7);
+  EXPECT_EQ(sample.natural, 8U);
+  EXPECT_EQ(sample.real, 9.0F);
+  EXPECT_EQ(std::string(sample.text, 4), std::string("x\0\0\0", 4)) << "the rest is cleared";
+  EXPECT_STREQ(sample.secret, "new");
+  EXPECT_EQ(sample.hardware[0], 0x01);
+  EXPECT_EQ(sample.hardware[5], 0xFF);
+  EXPECT_FALSE(sample.on);
+  EXPECT_EQ(sample.open, 0);
+  EXPECT_EQ(sample.speed, fast);
+  EXPECT_EQ(sample.level, 2);
+  EXPECT_EQ(sample.bits, 0xF9) << "other bits stay";
+  EXPECT_EQ(sample.bound.whole.val, 3);
+  EXPECT_EQ(sample.bound.whole.max, 9) << "what is not named stays";
+}
+
+TEST(Assigning, TakesKeywordsInThreeForms) {
+  Sample sample{};
+  EXPECT_EQ(assigned(sample, object({{"speed", shown(1)}})), "done");
+  EXPECT_EQ(sample.speed, fast);
+  EXPECT_EQ(assigned(sample, object({{"speed", text("slow")}})), "done");
+  EXPECT_EQ(sample.speed, slow);
+  EXPECT_EQ(assigned(sample, object({{"speed", object({{"code", shown(7)}, {"name", Value()}})}})),
+            "done");
+  EXPECT_EQ(static_cast<int>(sample.speed), 7) << "any code may be held";
+}
+
+TEST(Assigning, NamesTheKnownKeys) {
+  EXPECT_EQ(refusal("numbr", shown(1)),
+            "numbr: found an unknown key; expected one of: number, natural, real, text, secret, "
+            "hardware, on, open, speed, level, bits, bound");
+  EXPECT_EQ(refusal("bound", object({{"wole", shown(1)}})),
+            "bound.wole: found an unknown key; expected one of: whole, real");
+  EXPECT_EQ(refusal("bound", object({{"whole", object({{"value", shown(1)}})}})),
+            "bound.whole.value: found an unknown key; expected one of: min, max, val");
+  EXPECT_EQ(refusal("bits", object({{"second", shown(true)}})),
+            "bits.second: found an unknown key; expected one of: first, third");
+  EXPECT_EQ(refusal("group", object({})).substr(0, 27), "group: found an unknown key")
+      << "an element without a member";
+}
+
+TEST(Assigning, RefusesOtherKinds) {
+  EXPECT_EQ(refusal("number", text("six")),
+            "number: found \"six\"; expected a whole number from -2147483648 to 2147483647");
+  EXPECT_EQ(refusal("number", shown(1.5F)),
+            "number: found 1.500000; expected a whole number from -2147483648 to 2147483647");
+  EXPECT_EQ(refusal("number", Value()),
+            "number: found nothing; expected a whole number from -2147483648 to 2147483647");
+  EXPECT_EQ(refusal("real", text("1")), "real: found \"1\"; expected a number");
+  EXPECT_EQ(refusal("text", shown(1)), "text: found 1; expected a text");
+  EXPECT_EQ(refusal("on", text("enabled")), "on: found \"enabled\"; expected true or false");
+  EXPECT_EQ(refusal("open", shown(1)), "open: found 1; expected true or false");
+  EXPECT_EQ(refusal("bits", shown(5)), "bits: found 5; expected an object");
+  EXPECT_EQ(refusal("bits", object({{"first", shown(1)}})),
+            "bits.first: found 1; expected true or false");
+  EXPECT_EQ(refusal("bound", list({})), "bound: found a list; expected an object");
+  EXPECT_EQ(refusal("speed", text("sluggish")),
+            "speed: found \"sluggish\"; expected one of: slow, fast, quick");
+  EXPECT_EQ(refusal("speed", shown(true)),
+            "speed: found true; expected a keyword: its code, or one of: slow, fast, quick");
+  Sample sample{};
+  EXPECT_EQ(assigned(sample, list({})), "found a list; expected an object");
+}
+
+TEST(Assigning, RefusesWhatDoesNotFit) {
+  EXPECT_EQ(refusal("number", shown(2147483648L)),
+            "number: found 2147483648; expected a whole number from -2147483648 to 2147483647");
+  EXPECT_EQ(refusal("natural", shown(-1)),
+            "natural: found -1; expected a whole number from 0 to 4294967295");
+  EXPECT_EQ(refusal("text", text("four")),
+            "text: found \"four\"; expected a text of at most 3 bytes, none of them NUL");
+  EXPECT_EQ(refusal("level", shown(256)),
+            "level: found 256; expected a code that the member can hold");
+  EXPECT_EQ(refusal("level", shown(-1)),
+            "level: found -1; expected a code that the member can hold");
+  EXPECT_EQ(refusal("text", text(std::string("a\0b", 3))).substr(0, 5), "text:");
+  EXPECT_EQ(refusal("text", text("abc")), "done");
+  Value huge;
+  huge.kind = Value::Kind::real;
+  huge.real = 1e39;
+  EXPECT_NE(refusal("real", huge), "done");
+  huge.real = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_NE(refusal("real", huge), "done");
+}
+
+TEST(Assigning, RefusesHardwareAddressesThatAreNotWhole) {
+  for (char const* const wrong :
+       {"", "01:02:03:04:05", "01:02:03:04:05:06:07", "01-02-03-04-05-06", "01:02:03:04:05:0g"}) {
+    EXPECT_EQ(refusal("hardware", text(wrong)),
+              "hardware: found \"" + std::string(wrong) +
+                  "\"; expected six hexadecimal bytes with colons between them");
+  }
+}
+
+TEST(Assigning, TellsNoSecrets) {
+  EXPECT_EQ(refusal("secret", text("hush")).find("hush"), std::string::npos);
+  EXPECT_EQ(refusal("secret", shown(4711)).find("4711"), std::string::npos);
+  EXPECT_NE(refusal("secret", shown(4711)), "done");
+}
+
+TEST(Assigning, FillsArraysOfRecords) {
+  Sample sample = example();
+  auto const assign = [&](Value const& value) {
+    Problem problem;
+    return assignEntries(boundTable, sample.entries, value, problem) == Assigned::done
+               ? "done"
+               : problem.path + "|" + problem.found + "|" + problem.expected;
+  };
+  Value const five = object({{"whole", object({{"val", shown(5)}})}});
+  EXPECT_EQ(assign(list({Value(), five})), "done");
+  EXPECT_EQ(sample.entries[0].whole.val, 0) << "nothing leaves the entry";
+  EXPECT_EQ(sample.entries[1].whole.val, 5);
+  EXPECT_EQ(assign(list({})), "done");
+  EXPECT_EQ(sample.entries[1].whole.val, 5);
+  EXPECT_EQ(assign(list({five, five, five})), "|a list of 3|at most 2 entries");
+  EXPECT_EQ(assign(five), "|an object|a list");
+  EXPECT_EQ(assign(list({five, object({{"whole", shown(1)}})})), "[1].whole|1|an object");
+}
+
+TEST(Assigning, TakesBackWhatAnObserverSaw) {
+  Sample sent = example();
+  TiXmlElement parent("p");
+  writeAll(parent, table, sent, sunny | windy, false);
+  Value seen;
+  Observer observer(seen);
+  Sample read{};
+  walk(&parent, table, read, observer);
+  EXPECT_TRUE(observer.remarks().size() == 1 && observer.remarks()[0].note.element == "text")
+      << "the text of four does not fit with its terminator";
+  Sample again{};
+  EXPECT_EQ(assigned(again, seen), "done");
+  EXPECT_EQ(std::memcmp(&again, &read, sizeof read), 0);
+}
+
+// Notes on settings with bounds and on flags.
+
+std::string notes(std::string const& children) {
+  Value seen;
+  Observer observer(seen);
+  Sample sample{};
+  walk(Tree("<p>" + children + "</p>").root(), table, sample, observer);
+  std::string all;
+  for (auto const& remark : observer.remarks()) all += remark.note.description() + "\n";
+  return all;
+}
+
+TEST(WatchedSettings, TellWhatWasMissingOrChanged) {
+  auto const bound = [](std::string const& inner) { return notes("<bound>" + inner + "</bound>"); };
+  EXPECT_EQ(bound("<whole min='1' max='9'>5</whole>"), "");
+  EXPECT_EQ(bound("<whole min='1' max='9'>0</whole>"), "<whole>: \"0\" does not fit, kept as 1\n");
+  EXPECT_EQ(bound("<real min='1' max='9.5'>10</real>"),
+            "<real>: \"10\" does not fit, kept as 9.5\n");
+  EXPECT_EQ(bound("<whole min='0' max='9'>x</whole>"),
+            "<whole>: \"x\" is not a whole decimal number\n");
+  EXPECT_EQ(bound("<whole>0</whole>"), "<whole>: no number in attribute \"min, max\", not read\n");
+  EXPECT_EQ(bound("<whole min='0' max='9'/>"), "<whole>: empty, not read\n");
+}
+
+TEST(WatchedSettings, OddWordsOfFlags) {
+  EXPECT_EQ(notes("<on>enabled</on><on>no</on><first>yes</first><open>disabled</open>"), "");
+  EXPECT_EQ(notes("<on>Enabled</on>"),
+            "<on>: unknown word \"Enabled\"; one of: enabled, yes, disabled, no\n");
+  EXPECT_EQ(notes("<third>1</third>"),
+            "<third>: unknown word \"1\"; one of: enabled, yes, disabled, no\n");
+  EXPECT_EQ(notes("<third/><on/>"), "<third>: empty, not read\n<on>: empty, not read\n");
+}
+
+TEST(WatchedSettings, ShowTheirParts) {
+  Value seen;
+  Observer observer(seen);
+  Sample sample{};
+  walk(Tree("<p><bound><whole max='9'>5</whole><real min='1' max='2'/></bound>"
+            "<third>yes</third></p>")
+           .root(),
+       table, sample, observer);
+  Value const& bound = *seen.find("bound");
+  EXPECT_EQ(bound.find("whole")->members.size(), 2U) << "no lower bound was sent";
+  EXPECT_EQ(bound.find("whole")->find("val")->integer, 5);
+  EXPECT_EQ(bound.find("real")->find("val")->real, 1.0) << "clamped, though nothing was sent";
+  EXPECT_EQ(seen.find("bits")->members.size(), 1U);
+  EXPECT_TRUE(seen.find("bits")->find("third")->flag);
+}
+
+}  // namespace
+}  // namespace Kovra

@@ -1,0 +1,53 @@
+#include "kvxgetein.h"
+
+#include "frame/reply.hpp"
+#include "logs/logs_replies.hpp"
+
+namespace Kovra {
+
+namespace {
+
+using namespace frame;
+
+constexpr Field<__GETTRACK> tracks[] = {
+    text<&__GETTRACK::track1>("track1"),
+    text<&__GETTRACK::track2>("track2"),
+    text<&__GETTRACK::track3>("track3"),
+};
+static_assert(namesAreUnique(tracks));
+
+constexpr Field<__GETTRACK> stripe[] = {
+    group<__GETTRACK, tracks>("mag"),
+};
+
+constexpr char const* stripeRoots[] = {"data"};
+
+using StripeReading = TableReading<stripe>;
+
+constexpr ReplyReader replies[] = {
+    reader<__GETTRACK, StripeReading>("magnetic-tracks", "tracks read from a magnetic stripe",
+                                      stripeRoots),
+};
+
+}  // namespace
+
+std::span<frame::ReplyReader const> magneticTrackReplies() {
+  return replies;
+}
+
+KVXGetEIN::KVXGetEIN() = default;
+KVXGetEIN::~KVXGetEIN() = default;
+
+bool KVXGetEIN::GetMagneticTracks(char const& text, int, __GETTRACK& out) {
+  return readNarrowReply<StripeReading>(&text, stripeRoots, out);
+}
+
+bool KVXGetEIN::parseMag(TiXmlElement* root, __GETTRACK& out) {
+  return walk(root, stripe, out);
+}
+
+bool KVXGetEIN::parseTrack(TiXmlElement* mag, __GETTRACK& out) {
+  return walk(mag, tracks, out);
+}
+
+}  // namespace Kovra

@@ -1,0 +1,672 @@
+/// @file
+/// The configuration as tables: what KVXConfigParser reads and KVXSetConfig writes, row by row in
+/// the order of writing, for which reading does not care. Where the two differ the rows stand side
+/// by side and say so; it is always meant.
+
+#ifndef KOVRA_CONFIG_CONFIG_TABLES_HPP
+#define KOVRA_CONFIG_CONFIG_TABLES_HPP
+
+#include <arpa/inet.h>
+
+#include <array>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "config/config_words.hpp"
+#include "frame/field.hpp"
+#include "frame/secret.hpp"
+#include "kvxconfigrecords.h"
+
+namespace Kovra::config {
+
+using namespace frame;
+
+// Circumstances: the sections that a host asks for, and beside their bits those of the other
+// choices.
+
+inline constexpr Circumstances withFilm = Circumstances{1} << 32U;
+inline constexpr Circumstances withoutFilm = Circumstances{1} << 33U;
+inline constexpr Circumstances firstCard = Circumstances{1} << 34U;
+inline constexpr Circumstances secondCard = Circumstances{1} << 35U;
+inline constexpr Circumstances topLaminate = Circumstances{1} << 36U;
+inline constexpr Circumstances bottomLaminate = Circumstances{1} << 37U;
+
+// The interfaces.
+
+/// An IPv4 address as inet_addr() gives it. A child without text stores 0 and counts as not read,
+/// no child at all leaves the address.
+struct Ipv4Kind {
+  static constexpr char form[] = "an IPv4 address, four numbers with dots between them";
+
+  static bool read(TiXmlElement& element, unsigned long& out) {
+    char const* const text = textOf(&element);
+    if (text == nullptr) return false;
+    bool const isEmpty = *text == '\0';
+    out = isEmpty ? 0 : ::inet_addr(text);
+    return !isEmpty;
+  }
+
+  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+                     unsigned long value) {
+    observer.member(name, shown(printed(value)));
+    std::string_view const text = textOf(&element);
+    if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, form);
+  }
+
+  /// Of the address its low 32 bits are written.
+  static bool write(TiXmlElement& parent, char const* element, unsigned long value) {
+    return KVXHelper::AddTagString(&parent, element, printed(value).c_str());
+  }
+
+  static Assigned assign(unsigned long& out, Value const& value, Problem& problem) {
+    in_addr address{};
+    if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
+        ::inet_pton(AF_INET, value.text.c_str(), &address) != 1) {
+      return fail(problem, described(value), form);
+    }
+    out = address.s_addr;
+    return Assigned::done;
+  }
+
+ private:
+  static std::string printed(unsigned long value) {
+    in_addr address{};
+    address.s_addr = static_cast<in_addr_t>(value);
+    std::array<char, INET_ADDRSTRLEN> text{};
+    return ::inet_ntop(AF_INET, &address, text.data(), text.size());
+  }
+};
+
+template <auto M>
+constexpr auto ipv4(std::string_view element) {
+  return row<M, Ipv4Kind>(element);
+}
+
+inline constexpr Field<_NetworkParams> ethernet[] = {
+    ipv4<&_NetworkParams::ip_address>("ip_address"),
+    ipv4<&_NetworkParams::gateway>("gateway"),
+    ipv4<&_NetworkParams::subnet_mask>("subnet_mask"),
+    enabled<&_NetworkParams::dhcp>("dhcp"),
+    enabled<&_NetworkParams::snmp>("snmp"),
+};
+static_assert(namesAreUnique(ethernet));
+
+inline constexpr Field<_WirelessParams> wireless[] = {
+    ipv4<&_WirelessParams::ip_address>("ip_address"),
+    ipv4<&_WirelessParams::gateway>("gateway"),
+    ipv4<&_WirelessParams::subnet_mask>("subnet_mask"),
+    enabled<&_WirelessParams::dhcp>("dhcp"),
+    enabled<&_WirelessParams::snmp>("snmp"),
+    enabled<&_WirelessParams::radio>("radio"),
+    knownKeyword<&_WirelessParams::security, securities>("security"),
+    // Whether the cipher could be read is not what hosts are told of the wireless parameters.
+    uncounted(knownKeyword<&_WirelessParams::crypto, ciphers>("crypto")),
+    text<&_WirelessParams::ssid>("ssid"),
+    address<&_WirelessParams::bssid>("bssid"),
+    number<&_WirelessParams::channel>("channel"),
+    secretText<&_WirelessParams::key>("key"),
+    readOnly(text<&_WirelessParams::country>("country")),
+};
+static_assert(namesAreUnique(wireless));
+
+inline constexpr Field<_USBTimeout> usbTimeout[] = {
+    bounded<&_USBTimeout::read>("read"),
+    bounded<&_USBTimeout::write>("write"),
+};
+static_assert(namesAreUnique(usbTimeout));
+
+// The printer at large.
+
+inline constexpr Field<_OCPLanguageCaps> ocpLanguage[] = {
+    number<&_OCPLanguageCaps::type>("type"),
+    text<&_OCPLanguageCaps::name>("name"),
+};
+static_assert(namesAreUnique(ocpLanguage));
+
+/// An element without text is read, too: as high, like every unknown word.
+struct ErrorControlKind
+    : AlwaysWrittenKind<KeywordKind<errorControls>, errorControls, errorControlMedium> {
+  static bool read(TiXmlElement& element, ErrorControl& out) {
+    WordText text;
+    bool const read = text.read(element);
+    out = static_cast<ErrorControl>(errorControls.codeOf(text.get()));
+    return read;
+  }
+
+  static void missing(Observer& observer, TiXmlElement& element) {
+    observer.emptyElement(element);
+    observer.member(memberName<&_KVConfiguration::error_control>,
+                    shownKeyword(errorControls.unknown, "", false));
+  }
+};
+
+using UsbSpeedKind = AlwaysWrittenKind<KnownKeywordKind<usbSpeeds>, usbSpeeds, usbSpeedHigh>;
+using FeedModeKind = AlwaysWrittenKind<KeywordKind<feedModes>, feedModes, feedModeHopper>;
+
+inline constexpr Field<_KVConfiguration> usageCounters[] = {
+    number<&_KVConfiguration::num_cards_printed>("num_cards_printed"),
+    number<&_KVConfiguration::num_lines_printed>("num_lines_printed"),
+};
+static_assert(namesAreUnique(usageCounters));
+
+// Printing.
+
+inline constexpr Field<_PowerAdjustments> powerAdjustments[] = {
+    bounded<&_PowerAdjustments::yellow>("yellow"),
+    bounded<&_PowerAdjustments::magenta>("magenta"),
+    bounded<&_PowerAdjustments::cyan>("cyan"),
+    bounded<&_PowerAdjustments::k_resin_front>("k-resin_front"),
+    bounded<&_PowerAdjustments::k_resin_back>("k-resin_back"),
+    bounded<&_PowerAdjustments::k_dye>("k-dye"),
+    bounded<&_PowerAdjustments::overlay>("overlay"),
+    bounded<&_PowerAdjustments::uv_front>("uv_front"),
+    bounded<&_PowerAdjustments::uv_back>("uv_back"),
+    bounded<&_PowerAdjustments::helper>("helper"),
+    bounded<&_PowerAdjustments::x_resin>("x-resin"),
+    when(withFilm, bounded<&_PowerAdjustments::inhibit>("inhibit")),
+};
+static_assert(namesAreUnique(powerAdjustments));
+
+inline constexpr Field<_ImagingParams> imagingParameters[] = {
+    bounded<&_ImagingParams::printhead_resistance>("printhead_resistance"),
+    readOnly(
+        nested<&_ImagingParams::mfg_power_adjustments, powerAdjustments>("mfg_power_adjustments")),
+    nested<&_ImagingParams::user_power_adjustments, powerAdjustments>("user_power_adjustments"),
+};
+static_assert(namesAreUnique(imagingParameters));
+
+inline constexpr Field<_RGBINT> tricolorSettings[] = {
+    number<&_RGBINT::red>("red"),
+    number<&_RGBINT::green>("green"),
+    number<&_RGBINT::blue>("blue"),
+};
+static_assert(namesAreUnique(tricolorSettings));
+
+inline constexpr Field<_RibbonMotorParams> takeupMotor[] = {
+    bounded<&_RibbonMotorParams::S0>("S0"), bounded<&_RibbonMotorParams::K0>("K0"),
+    bounded<&_RibbonMotorParams::Kb>("Kb"), bounded<&_RibbonMotorParams::Ka>("Ka"),
+    bounded<&_RibbonMotorParams::M0>("M0"), bounded<&_RibbonMotorParams::Mb>("Mb"),
+    bounded<&_RibbonMotorParams::Ma>("Ma"), readOnly(bounded<&_RibbonMotorParams::VtoI>("VtoI")),
+};
+static_assert(namesAreUnique(takeupMotor));
+
+inline constexpr Field<_RibbonMotorParams> ribbonMotorParameters[] = {
+    group<_RibbonMotorParams, takeupMotor>("takeup_motor"),
+};
+
+// Mechanics.
+
+/// Without film neither film nor transfer can be adjusted, but the flipper can.
+inline constexpr Field<_MechanicalAdjustments> mechAdjustments[] = {
+    when(withFilm, bounded<&_MechanicalAdjustments::film_print_x_offset>("film_print_x_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::film_print_y_offset>("film_print_y_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::film_transfer_start_offset>(
+                       "film_transfer_start_offset")),
+    bounded<&_MechanicalAdjustments::card_center_x_offset>("card_center_x_offset"),
+    bounded<&_MechanicalAdjustments::card_mag_x_offset>("card_mag_x_offset"),
+    bounded<&_MechanicalAdjustments::card_smart_card_x_offset>("card_smart_card_x_offset"),
+    bounded<&_MechanicalAdjustments::card_smart_card_lf_x_offset>("card_smart_card_lf_x_offset"),
+    bounded<&_MechanicalAdjustments::card_smart_card_hf_x_offset>("card_smart_card_hf_x_offset"),
+    bounded<&_MechanicalAdjustments::card_smart_card_uhf_x_offset>("card_smart_card_uhf_x_offset"),
+    bounded<&_MechanicalAdjustments::card_center_y_offset>("card_center_y_offset"),
+    when(withoutFilm,
+         bounded<&_MechanicalAdjustments::flipper_sensor_offset>("flipper_sensor_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::card_transfer_start_y_offset>(
+                       "card_transfer_start_y_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::card_transfer_end_y_offset>(
+                       "card_transfer_end_y_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::card_transfer_roll_y_offset>(
+                       "card_transfer_roll_y_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::film_end_roll_transfer_offset>(
+                       "film_end_roll_transfer_offset")),
+    when(withFilm, bounded<&_MechanicalAdjustments::film_extra_transfer_takeup_move>(
+                       "film_extra_transfer_takeup_move")),
+};
+static_assert(namesAreUnique(mechAdjustments));
+
+// Ribbon and film.
+
+/// The description of a ribbon or film on its way from the element into the record.
+class RibbonName {
+ public:
+  using Text = std::remove_reference_t<decltype(szRibbonName)>;
+
+  /// Fetches as much of the element's text as szRibbonName holds.
+  bool read(TiXmlElement& element) {
+    bool const read = KVXHelper::GetString(&element, *text_, static_cast<int>(sizeof text_));
+    isCut_ = read && std::strlen(textOf(&element)) >= sizeof text_;
+    if (std::strstr(text_, "MONO") != nullptr) dropFirstFive();
+    return read;
+  }
+
+  Text const& get() const { return text_; }
+  bool isCut() const { return isCut_; }
+
+ private:
+  /// What stands there counts as "MONO " wherever the word was found: hosts know the names so.
+  void dropFirstFive() {
+    constexpr std::size_t dropped = sizeof "MONO " - 1;
+    std::memmove(text_, text_ + dropped, sizeof text_ - dropped);
+    std::memset(text_ + sizeof text_ - dropped, 0, dropped);
+  }
+
+  Text text_ = {};
+  bool isCut_ = false;
+};
+
+/// Tells people of the name on standard error, and hosts in szRibbonName.
+void announce(RibbonName const& name, char const* description);
+
+/// Only classic readings announce the name: the face reads without traces.
+struct RibbonDescriptionReading {
+  template <class Watch>
+  static bool read(TiXmlElement& element, _RibbonInfo& record, Watch& watch) {
+    RibbonName name;
+    bool const read = name.read(element);
+    std::memset(record.description, 0, sizeof record.description);
+    if constexpr (std::is_same_v<Watch, Unwatched>) announce(name, record.description);
+    static_assert(sizeof(RibbonName::Text) <= sizeof record.description);
+    std::memcpy(record.description, name.get(), sizeof(RibbonName::Text));
+    remark(watch, [&](Observer& observer) {
+      if (!read) return observer.emptyElement(element);
+      observer.member(key(), shown(textIn(record.description)));
+      if (name.isCut()) observer.cutText(element, textIn(record.description));
+    });
+    return read;
+  }
+
+  static Assigned assign(_RibbonInfo& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    if (member != key()) return Assigned::notMine;
+    return assignText(record.description, value, problem);
+  }
+
+  static void keys(Keys& keys) { keys.push_back(key()); }
+
+ private:
+  static constexpr std::string_view key() { return memberName<&_RibbonInfo::description>; }
+};
+
+inline constexpr Field<_RibbonInfo> ribbonInfo[] = {
+    number<&_RibbonInfo::type>("type"),
+    // Reads the text, writes the name of the code.
+    reading<_RibbonInfo, RibbonDescriptionReading>("description"),
+    neverRead(keyword<&_RibbonInfo::ribbonNameCode, ribbonNames>("description")),
+    text<&_RibbonInfo::oem_country>("oem_country"),
+    number<&_RibbonInfo::initial_size>("initial_size"),
+    number<&_RibbonInfo::panels_remaining>("panels_remaining"),
+};
+static_assert(namesAreUnique(ribbonInfo));
+
+inline constexpr Field<_KVConfiguration> mediaInfo[] = {
+    nested<&_KVConfiguration::ribbon, ribbonInfo>("ribbon"),
+    when(withFilm, nested<&_KVConfiguration::film, ribbonInfo>("film")),
+};
+static_assert(namesAreUnique(mediaInfo));
+
+// Lamination.
+
+inline constexpr Field<_laminate_common> laminateCommon[] = {
+    bounded<&_laminate_common::patch_length_adj>("patch_length_adj"),
+    bounded<&_laminate_common::coarse_x_offset>("coarse_x_offset"),
+    bounded<&_laminate_common::speed_adjust>("speed_adjust"),
+    bounded<&_laminate_common::passthru_speed_adj>("passthru_speed_adj"),
+};
+static_assert(namesAreUnique(laminateCommon));
+
+inline constexpr Field<_LaminateInstalled> laminateInstalled[] = {
+    number<&_LaminateInstalled::type>("type"),
+    text<&_LaminateInstalled::description>("description"),
+    number<&_LaminateInstalled::thickness>("thickness"),
+    // Both read words and write numbers.
+    readOnly(
+        knownKeyword<&_LaminateInstalled::registration, laminatorRegistrations>("registration")),
+    writeOnly(number<&_LaminateInstalled::registration>("registration")),
+    readOnly(knownKeyword<&_LaminateInstalled::width, laminatorWidths>("width")),
+    writeOnly(number<&_LaminateInstalled::width>("width")),
+    text<&_LaminateInstalled::oem_country>("oem_country"),
+    number<&_LaminateInstalled::initial_size>("initial_size"),
+    number<&_LaminateInstalled::panels_remaining>("panels_remaining"),
+};
+static_assert(namesAreUnique(laminateInstalled));
+
+/// Reads the elements of either laminate into both, writes each its own.
+inline constexpr Field<_laminateControl> laminateControl[] = {
+    when(topLaminate, bounded<&_laminateControl::x_adj_fine_offset>("top_x_adj_fine_offset")),
+    when(topLaminate, bounded<&_laminateControl::temp_adjust>("top_temp_adjust")),
+    when(bottomLaminate, bounded<&_laminateControl::x_adj_fine_offset>("bot_x_adj_fine_offset")),
+    when(bottomLaminate, bounded<&_laminateControl::temp_adjust>("bot_temp_adjust")),
+};
+static_assert(namesAreUnique(laminateControl));
+
+inline constexpr Field<_Laminate> laminate[] = {
+    nested<&_Laminate::laminate_installed, laminateInstalled>("laminate_installed"),
+    nested<&_Laminate::laminate_control, laminateControl>("laminate_control"),
+};
+static_assert(namesAreUnique(laminate));
+
+/// A part of the lamination whose presence marks a laminate as installed.
+template <auto M, auto const& Table, auto Installed, Circumstances Side = 0>
+struct MarkingReading {
+  template <class Watch>
+  static bool read(TiXmlElement& element, _LaminationIfo& record, Watch& watch) {
+    record.*Installed = true;
+    remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
+    return NestedReading<M, Table>::read(element, record, watch);
+  }
+
+  /// What belongs to a side is written if the top laminate is installed, also the bottom laminate.
+  static bool write(TiXmlElement& parent, char const* element, _LaminationIfo const& record,
+                    Circumstances circumstances, bool result) {
+    if (Side != 0 && !record.topLaminateInstalled) return result;
+    return writeBelow(parent, element, Table, record.*M, circumstances | Side);
+  }
+
+  static Assigned assign(_LaminationIfo& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    if (member == memberName<Installed>) return assignFlag(record.*Installed, value, problem);
+    return NestedReading<M, Table>::assign(record, member, value, problem);
+  }
+
+  static void keys(Keys& keys) { keys.insert(keys.end(), {memberName<M>, memberName<Installed>}); }
+  static void outline(Outline& outline) { outlineOf(Table, outline); }
+};
+
+/// "laminate_common" marks the top laminate, for want of a flag of its own.
+inline constexpr Field<_LaminationIfo> lamination[] = {
+    reading<_LaminationIfo, MarkingReading<&_LaminationIfo::laminate_common, laminateCommon,
+                                           &_LaminationIfo::topLaminateInstalled>>(
+        "laminate_common"),
+    reading<_LaminationIfo, MarkingReading<&_LaminationIfo::top_laminate, laminate,
+                                           &_LaminationIfo::topLaminateInstalled, topLaminate>>(
+        "top_laminate"),
+    reading<_LaminationIfo,
+            MarkingReading<&_LaminationIfo::bottom_laminate, laminate,
+                           &_LaminationIfo::bottomLaminateInstalled, bottomLaminate>>(
+        "bottom_laminate"),
+};
+static_assert(namesAreUnique(lamination));
+
+/// Written only when a laminate is marked as installed.
+struct LaminationReading : NestedReading<&_KVConfiguration::lamination, lamination> {
+  static bool write(TiXmlElement& parent, char const* element, _KVConfiguration const& record,
+                    Circumstances circumstances, bool result) {
+    _LaminationIfo const& laminates = record.lamination;
+    if (!laminates.topLaminateInstalled && !laminates.bottomLaminateInstalled) return result;
+    return writeBelow(parent, element, lamination, laminates, circumstances);
+  }
+};
+
+// Cleaning. Two elements fill one record.
+
+inline constexpr Field<_CleaningParams> cleaning[] = {
+    text<&_CleaningParams::cleaning_deadline_is_soft>("cleaning_deadline_is_soft"),
+};
+inline constexpr Field<_CleaningParams> cleaningThresholds[] = {
+    bounded<&_CleaningParams::alcohol_card_cleaning>("alcohol_card_cleaning"),
+    bounded<&_CleaningParams::pre_warning>("pre_warning"),
+};
+static_assert(namesAreUnique(cleaningThresholds));
+
+inline constexpr Field<_CleaningParams> cleaningSiblings[] = {
+    group<_CleaningParams, cleaning>("cleaning"),
+    group<_CleaningParams, cleaningThresholds>("cleaning_thresholds"),
+};
+static_assert(namesAreUnique(cleaningSiblings));
+
+/// Each element is read and written with a table of its own; a value for the record may name the
+/// members of both.
+template <auto const& Table>
+struct CleaningReading : NestedReading<&_KVConfiguration::cleaning, Table> {
+  static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    if (member != memberName<&_KVConfiguration::cleaning>) return Assigned::notMine;
+    return assignAll(cleaningSiblings, record.cleaning, value, problem);
+  }
+};
+
+// Cards and their transfer.
+
+/// A code outside the table is written as "none".
+using CoercivityKind = AlwaysWrittenKind<KeywordKind<coercivities>, coercivities, 0>;
+
+inline constexpr Field<_CustomCardInfo> cardInformation[] = {
+    number<&_CustomCardInfo::type>("type"),
+    text<&_CustomCardInfo::halvex_part_number>("halvex_part_number"),
+    text<&_CustomCardInfo::description>("description"),
+    number<&_CustomCardInfo::thickness>("thickness"),
+    row<&_CustomCardInfo::coercivity, CoercivityKind>("coercivity"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("mag_stripe"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("contact_encode"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("non_contact_encode"),
+};
+static_assert(namesAreUnique(cardInformation));
+
+inline constexpr Field<_TransferTempInfo> cardTransferTemps[] = {
+    bounded<&_TransferTempInfo::top_single>("top_single"),
+    bounded<&_TransferTempInfo::bot_single>("bot_single"),
+    bounded<&_TransferTempInfo::top_double>("top_double"),
+    bounded<&_TransferTempInfo::bot_double>("bot_double"),
+};
+static_assert(namesAreUnique(cardTransferTemps));
+
+inline constexpr Field<_TransferSpeedInfo> transferSpeeds[] = {
+    bounded<&_TransferSpeedInfo::input_single>("input_single"),
+    bounded<&_TransferSpeedInfo::output_single>("output_single"),
+    bounded<&_TransferSpeedInfo::input_double>("input_double"),
+    bounded<&_TransferSpeedInfo::output_double>("output_double"),
+};
+static_assert(namesAreUnique(transferSpeeds));
+
+inline constexpr Field<_LaminationAdjustmentsNew> laminatorAdjustments[] = {
+    bounded<&_LaminationAdjustmentsNew::top_temp_adjust>("top_temp_adjust"),
+    bounded<&_LaminationAdjustmentsNew::bot_temp_adjust>("bot_temp_adjust"),
+    bounded<&_LaminationAdjustmentsNew::speed_adjust>("speed_adjust"),
+};
+static_assert(namesAreUnique(laminatorAdjustments));
+
+inline constexpr Field<_CustomCardInfo> card[] = {
+    group<_CustomCardInfo, cardInformation>("information"),
+    when(withFilm, nested<&_CustomCardInfo::transfer_temps, cardTransferTemps>("transfer_temps")),
+    when(withFilm, nested<&_CustomCardInfo::transfer_speeds, transferSpeeds>("transfer_speeds")),
+    number<&_CustomCardInfo::cal_table>("cal_table"),
+    nested<&_CustomCardInfo::laminator_adjustments, laminatorAdjustments>("laminator_adjustments"),
+};
+static_assert(namesAreUnique(card));
+
+/// Each card is read from zeros and then takes its place by its description: "Custom 1" the first
+/// one, every other the second, also a third.
+struct CardsReading {
+  static constexpr char entryElement[] = "card";
+
+  template <class Watch>
+  static bool read(TiXmlElement& element, _KVConfiguration& record, Watch& watch) {
+    remark(watch, [](Observer& observer) { observer.list(key()); });
+    return walkChildren(&element, [&](TiXmlElement& child, bool result) {
+      bool const isCard = child.ValueStr() == entryElement;
+      remark(watch, [&](Observer& observer) {
+        isCard ? observer.knownElement(child) : observer.unknownElement(child);
+      });
+      return isCard ? readCard(child, record.cards, watch) : result;
+    });
+  }
+
+  /// The circumstances say which cards. Neither is a failure, which leaves an empty element.
+  static bool write(TiXmlElement& parent, char const* element, _KVConfiguration const& record,
+                    Circumstances circumstances, bool) {
+    TiXmlElement* const cards = KVXHelper::AddTag(&parent, element);
+    if (cards == nullptr) return false;
+    bool result = false;
+    if ((circumstances & firstCard) != 0) {
+      result = writeBelow(*cards, entryElement, card, record.cards[0], circumstances);
+    }
+    if ((circumstances & secondCard) != 0) {
+      result = writeBelow(*cards, entryElement, card, record.cards[1], circumstances);
+    }
+    return result;
+  }
+
+  static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    if (member != key()) return Assigned::notMine;
+    return assignEntries(card, record.cards, value, problem);
+  }
+
+  static void keys(Keys& keys) { keys.push_back(key()); }
+  static void outline(Outline& outline) {
+    outline.emplace(entryElement);
+    outlineOf(card, outline);
+  }
+
+ private:
+  using Cards = decltype(_KVConfiguration::cards);
+
+  static constexpr std::string_view key() { return memberName<&_KVConfiguration::cards>; }
+
+  static std::size_t placeOf(_CustomCardInfo const& read) {
+    return textIn(read.description) == "Custom 1" ? 0 : 1;
+  }
+
+  static bool readCard(TiXmlElement& element, Cards& cards, Unwatched& nobody) {
+    _CustomCardInfo scratch{};
+    bool const result = walk(&element, card, scratch, nobody);
+    cards[placeOf(scratch)] = scratch;
+    return result;
+  }
+
+  /// An observer wants to know the place before the members.
+  static bool readCard(TiXmlElement& element, Cards& cards, Observer& observer) {
+    _CustomCardInfo scratch{};
+    walk(&element, card, scratch);
+    std::size_t const place = placeOf(scratch);
+    cards[place] = {};
+    observer.clearEntry(key(), place);
+    return observer.entry(key(), place,
+                          [&] { return walk(&element, card, cards[place], observer); });
+  }
+};
+
+inline constexpr Field<_ImageTransferTempInfo> transferTemps[] = {
+    bounded<&_ImageTransferTempInfo::top_single>("top_single"),
+    bounded<&_ImageTransferTempInfo::bot_single>("bot_single"),
+    bounded<&_ImageTransferTempInfo::top_double>("top_double"),
+    bounded<&_ImageTransferTempInfo::bot_double>("bot_double"),
+    bounded<&_ImageTransferTempInfo::top_single_offset>("top_single_offset"),
+    bounded<&_ImageTransferTempInfo::bot_single_offset>("bot_single_offset"),
+    bounded<&_ImageTransferTempInfo::top_double_offset>("top_double_offset"),
+    bounded<&_ImageTransferTempInfo::bot_double_offset>("bot_double_offset"),
+    bounded<&_ImageTransferTempInfo::top_temp_cal>("top_temp_cal"),
+    bounded<&_ImageTransferTempInfo::bot_temp_cal>("bot_temp_cal"),
+    bounded<&_ImageTransferTempInfo::top_temp_tilt>("top_temp_tilt"),
+    bounded<&_ImageTransferTempInfo::bot_temp_tilt>("bot_temp_tilt"),
+};
+static_assert(namesAreUnique(transferTemps));
+
+inline constexpr Field<_ImageTransferInfo> transferSettings[] = {
+    keyword<&_ImageTransferInfo::transfer_type, transferTypes>("transfer_type"),
+    nested<&_ImageTransferInfo::transfer_temps, transferTemps>("transfer_temps"),
+    nested<&_ImageTransferInfo::transfer_speeds, transferSpeeds>("transfer_speeds"),
+};
+static_assert(namesAreUnique(transferSettings));
+
+// The encoder.
+
+/// The first encoder goes into its member, a later one into the member for the second. A first one
+/// that is unknown, and so 0, leaves the place to the next.
+struct ContactlessReading {
+  template <class Watch>
+  static bool read(TiXmlElement& element, _InternalEncoderInfo& record, Watch& watch) {
+    return record.contactless_encoder == 0 ? readInto(first, element, record, watch)
+                                           : readInto(second, element, record, watch);
+  }
+
+  static Assigned assign(_InternalEncoderInfo& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    Assigned const result = first.assign(record, member, value, problem);
+    return result == Assigned::notMine ? second.assign(record, member, value, problem) : result;
+  }
+
+  static void keys(Keys& keys) {
+    first.keys(keys);
+    second.keys(keys);
+  }
+  static void outline(Outline& outline) { first.outline(outline); }
+
+ private:
+  using Info = _InternalEncoderInfo;
+  static constexpr Field<Info> first =
+      keyword<&Info::contactless_encoder, contactlessEncoders>("contactless_encoder");
+  static constexpr Field<Info> second =
+      keyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
+
+  static bool readInto(Field<Info> const& field, TiXmlElement& element, Info& record, Unwatched&) {
+    return field.read(element, record);
+  }
+  static bool readInto(Field<Info> const& field, TiXmlElement& element, Info& record,
+                       Observer& observer) {
+    return field.observe(element, record, observer);
+  }
+};
+
+/// An element without text clears the flag, unlike those of the interfaces.
+struct ContactEncodingKind : SwitchKind<"yes", "no"> {
+  static bool read(TiXmlElement& element, bool& out) { return KVXHelper::GetBool(&element, out); }
+};
+
+inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
+    // Reads the channel, writes the channel that has the code of the contactless encoder.
+    readOnly(keyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
+    writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
+    row<&_InternalEncoderInfo::contact_encoding, ContactEncodingKind>("contact_encoding"),
+    // Reads two encoders of five kinds, writes the first and only if it is of one kind.
+    reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder"),
+    writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenEncoders>(
+        "contactless_encoder")),
+};
+static_assert(namesAreUnique(internalEncoder));
+
+// The whole.
+
+inline constexpr Field<_KVConfiguration> configuration[] = {
+    when(sectionPhysicalAddress, address<&_KVConfiguration::physical_address>("physical_address")),
+    when(sectionEthernet, nested<&_KVConfiguration::ethernet, ethernet>("ethernet")),
+    // Reads "wireless", writes a second "ethernet".
+    readOnly(nested<&_KVConfiguration::wireless, wireless>("wireless")),
+    writeOnly(when(sectionWireless, nested<&_KVConfiguration::wireless, wireless>("ethernet"))),
+    when(sectionOcpLanguage, nested<&_KVConfiguration::ocp_language, ocpLanguage>("ocp_language")),
+    when(sectionErrorControl,
+         row<&_KVConfiguration::error_control, ErrorControlKind>("error_control")),
+    when(sectionErrorControl, row<&_KVConfiguration::usb_speed, UsbSpeedKind>("usb_speed")),
+    when(sectionUsageCounters, group<_KVConfiguration, usageCounters>("usage_counters")),
+    when(sectionStandbyTimeout, number<&_KVConfiguration::standby_timeout>("standby_timeout")),
+    when(sectionImagingParameters,
+         nested<&_KVConfiguration::imaging_parameters, imagingParameters>("imaging_parameters")),
+    readOnly(nested<&_KVConfiguration::tricolor_settings, tricolorSettings>("tricolor_settings")),
+    when(sectionRibbonMotorParameters,
+         nested<&_KVConfiguration::takeup_motor, ribbonMotorParameters>("ribbon_motor_parameters")),
+    when(sectionRibbonSensorOffset,
+         bounded<&_KVConfiguration::ribbon_sensor_offset>("ribbon_sensor_offset")),
+    readOnly(number<&_KVConfiguration::bemf_potentiometer>("bemf_potentiometer")),
+    when(sectionMechAdjustments,
+         nested<&_KVConfiguration::mech_adjustments, mechAdjustments>("mech_adjustments")),
+    when(sectionMechAdjustments, nested<&_KVConfiguration::usb_timeout, usbTimeout>("usb_timeout")),
+    when(sectionMediaInfo, group<_KVConfiguration, mediaInfo>("media_info")),
+    when(sectionLamination, reading<_KVConfiguration, LaminationReading>("lamination")),
+    when(sectionCleaning, reading<_KVConfiguration, CleaningReading<cleaning>>("cleaning")),
+    when(sectionCleaning,
+         reading<_KVConfiguration, CleaningReading<cleaningThresholds>>("cleaning_thresholds")),
+    when(sectionFeederMode, row<&_KVConfiguration::feeder_mode, FeedModeKind>("feeder_mode")),
+    when(sectionCards, reading<_KVConfiguration, CardsReading>("cards")),
+    when(sectionTransferSettings | withFilm,
+         nested<&_KVConfiguration::transfer_settings, transferSettings>("transfer_settings")),
+    when(sectionLcdContrast, bounded<&_KVConfiguration::lcd_contrast>("lcd_contrast")),
+    when(sectionInternalEncoder,
+         nested<&_KVConfiguration::internal_encoder, internalEncoder>("internal_encoder")),
+};
+static_assert(namesAreUnique(configuration));
+
+}  // namespace Kovra::config
+
+#endif

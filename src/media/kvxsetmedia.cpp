@@ -1,0 +1,77 @@
+#include "kvxsetmedia.h"
+
+#include "frame/output.hpp"
+#include "media/media_tables.hpp"
+
+namespace Kovra {
+
+namespace {
+
+using namespace media;
+
+/// Cards of the types 0 and 1. A negative type counts as a large one.
+bool isCommon(_CardInfo const& info) {
+  return static_cast<unsigned int>(info.type) <= 1;
+}
+
+template <class Record, std::size_t N>
+bool writeInto(TiXmlElement* element, char const* name, Field<Record> const (&table)[N],
+               Record const& record, Circumstances circumstances = 0) {
+  return element != nullptr && writeBelow(*element, name, table, record, circumstances);
+}
+
+}  // namespace
+
+KVXSetMedia::KVXSetMedia() = default;
+KVXSetMedia::~KVXSetMedia() = default;
+
+bool KVXSetMedia::SetMedia(_KVMediaInfo& media, wchar_t* out, int outLen, char allTypes,
+                           bool omit) {
+  omitTransfer = omit;
+  root = beginDocument(*this, mediaRoots[0]);
+  addMedia(media, allTypes);  // without a card the document is printed all the same
+  return saveJob(out, outLen);
+}
+
+bool KVXSetMedia::saveJob(wchar_t* out, int outLen) {
+  return printWide(*this, out, outLen);
+}
+
+bool KVXSetMedia::saveJob(char* path) {
+  return saveTo(*this, path);
+}
+
+bool KVXSetMedia::addMedia(_KVMediaInfo& media, char allTypes) {
+  TiXmlElement* const cards = KVXHelper::AddTag(root, cardsName);
+  if (cards == nullptr || media.cards == nullptr) return false;
+  bool result = false;
+  for (_CardInfo const* const info : *media.cards) {
+    if (info == nullptr || (allTypes != 1 && !isCommon(*info))) continue;
+    result = addCardInfo(cards, *info);
+  }
+  return result;
+}
+
+bool KVXSetMedia::addCardInfo(TiXmlElement* cards, _CardInfo info) {
+  return writeInto(cards, cardName.text, card, info,
+                   omitTransfer ? 0 : Circumstances{withTransfer});
+}
+
+bool KVXSetMedia::addCardInformation(TiXmlElement* element, _CardInfo const& info) {
+  return writeInto(element, informationName, information, info);
+}
+
+bool KVXSetMedia::addTransferTemps(TiXmlElement* element, _TransferTempInfo const& temps) {
+  return writeInto(element, transferTempsName, transferTemps, temps);
+}
+
+bool KVXSetMedia::addTransferSpeeds(TiXmlElement* element, _TransferSpeedInfo const& speeds) {
+  return writeInto(element, transferSpeedsName, transferSpeeds, speeds);
+}
+
+bool KVXSetMedia::addLaminationAdjustments(TiXmlElement* element,
+                                           _LaminationAdjustmentsNew const& settings) {
+  return writeInto(element, adjustmentsName, adjustments, settings);
+}
+
+}  // namespace Kovra

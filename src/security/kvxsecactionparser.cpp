@@ -1,0 +1,301 @@
+#include "kvxsecactionparser.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+
+#include "security/security_replies.hpp"
+#include "security/security_tables.hpp"
+
+namespace Kovra {
+
+namespace {
+
+using namespace frame;
+
+// Roots whose own text is the message.
+
+/// The root is read as a row reads its element.
+template <auto const& Row>
+struct RowReading {
+  template <class Record, class Watch>
+  static bool read(TiXmlElement& root, Record& record, Watch& watch) {
+    if constexpr (std::is_same_v<Watch, Unwatched>) {
+      return Row.read(root, record);
+    } else {
+      return Row.observe(root, record, watch);
+    }
+  }
+  static void outline(Outline& outline) { outline.emplace(Row.element); }
+};
+
+struct Nonce {
+  char nonce[32];
+};
+constexpr auto nonceRow = text<&Nonce::nonce>("nonce");
+using NonceReading = RowReading<nonceRow>;
+
+constexpr auto passkeyRow = secretText<&_tagSecSetKeys::current_passkey>("passkey");
+using PasskeyReading = RowReading<passkeyRow>;
+
+// Diffie-Hellman values.
+
+/// Where a value of the exchange goes, and whether the document had a text for it.
+struct Exchanged {
+  long* target;
+  bool read;
+};
+
+/// Unsigned, hexadecimal behind "0x" and else decimal. A text that is no number counts as read and
+/// stores nothing; hosts rely on it.
+struct ExchangedKind {
+  static bool read(TiXmlElement& element, Exchanged& out) {
+    std::array<char, 64> digits{};
+    WipedAtEnd const wiped(digits);
+    if (!KVXHelper::GetString(&element, digits.front(), static_cast<int>(digits.size()))) {
+      return false;
+    }
+    scan(digits.data(), *out.target);
+    out.read = true;
+    return true;
+  }
+
+  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+                     Exchanged const&) {
+    char const* const text = textOf(&element);
+    long value = 0;
+    bool const scanned = scan(text, value);
+    if (scanned) observer.member(name, shown(value));
+    if (!isWhole(text)) {
+      observer.notANumber(element, "a whole number, decimal or with 0x before it");
+    } else if (value < 0) {  // the record's members are signed
+      observer.changedNumber(element, std::to_string(value));
+    }
+  }
+
+ private:
+  static bool isHexadecimal(char const* text) { return std::strncmp(text, "0x", 2) == 0; }
+
+  static bool scan(char const* text, long& out) {
+    unsigned long value = 0;
+    if (std::sscanf(text, isHexadecimal(text) ? "%lx" : "%lu", &value) != 1) return false;
+    out = static_cast<long>(value);
+    return true;
+  }
+
+  static bool isWhole(char const* text) {
+    bool const hexadecimal = isHexadecimal(text);
+    char const* const digits = hexadecimal ? text + 2 : text;
+    std::size_t const length =
+        std::strspn(digits, hexadecimal ? "0123456789abcdefABCDEF" : "0123456789");
+    return length > 0 && digits[length] == '\0';
+  }
+};
+
+struct DiffieHellman {
+  Exchanged modulus;
+  Exchanged base;
+  Exchanged host_interim_key;
+  Exchanged printer_interim_key;
+};
+
+constexpr Field<DiffieHellman> diffieHellman[] = {
+    row<&DiffieHellman::modulus, ExchangedKind>("modulus"),
+    row<&DiffieHellman::base, ExchangedKind>("base"),
+    row<&DiffieHellman::host_interim_key, ExchangedKind>("host_interim_key"),
+    row<&DiffieHellman::printer_interim_key, ExchangedKind>("printer_interim_key"),
+};
+static_assert(namesAreUnique(diffieHellman));
+
+/// Unlike elsewhere one value is enough, and an element without text takes nothing back.
+template <class Watch>
+bool readDiffieHellman(TiXmlElement* root, _tagHostDHKeys& host, long& printerInterimKey,
+                       Watch& watch) {
+  DiffieHellman values{{&host.modulus, false},
+                       {&host.base, false},
+                       {&host.host_interim_key, false},
+                       {&printerInterimKey, false}};
+  walk(root, diffieHellman, values, watch);
+  return values.modulus.read || values.base.read || values.host_interim_key.read ||
+         values.printer_interim_key.read;
+}
+
+/// The wide entry of either side; what the other side said is the caller's to drop.
+bool readDiffieHellman(wchar_t const& text, unsigned long length, _tagHostDHKeys& host,
+                       long& printerInterimKey) {
+  return readWide<SecretDocument>(&text, length, diffieHellmanRoots, [&](TiXmlElement& root) {
+    Unwatched nobody;
+    return readDiffieHellman(&root, host, printerInterimKey, nobody);
+  });
+}
+
+/// The values of both sides, for the catalogue.
+struct BothSides {
+  _tagHostDHKeys host;
+  long printerInterimKey;
+};
+
+struct BothSidesReading {
+  template <class Watch>
+  static bool read(TiXmlElement& root, BothSides& record, Watch& watch) {
+    return readDiffieHellman(&root, record.host, record.printerInterimKey, watch);
+  }
+  static void outline(Outline& outline) { outlineOf(diffieHellman, outline); }
+};
+
+// Directive.
+
+/// Brings a text to the keyword in it. A keyword that stands in the text is no longer than the
+/// text.
+bool bringToKeyword(char* text) {
+  Word const* const word = text != nullptr ? actionNames.find(text) : nullptr;
+  if (word == nullptr) return false;
+  std::memcpy(text, word->text.data(), word->text.size() + 1);
+  return true;
+}
+
+/// The text of the root, which is its first child's, whatever that is.
+struct DirectedActionKind {
+  template <std::size_t N>
+  static bool read(TiXmlElement& root, char (&out)[N]) {
+    if (!TextKind::read(root, out)) return false;
+    bringToKeyword(out);
+    return true;
+  }
+  template <std::size_t N>
+  static void report(Observer& observer, std::string_view name, TiXmlElement& root,
+                     char const (&value)[N]) {
+    observer.member(name, shown(textIn(value)));
+    if (actionNames.find(value) == nullptr) observer.unknownWord(root, textOf(&root), actionNames);
+  }
+};
+
+constexpr auto directedAction = row<&_tagSecDirecXML::action, DirectedActionKind>("action");
+
+struct DirectiveReading {
+  template <class Watch>
+  static bool read(TiXmlElement& root, _tagSecDirecXML& record, Watch& watch) {
+    return RowReading<directedAction>::read(root, record, watch) &&
+           walk(&root, directiveTable<_tagSecDirecXML>, record, watch);
+  }
+  static void outline(Outline& outline) {
+    for (Word const& word : actionWords) outline.emplace(word.text);
+    outlineOf(directiveTable<_tagSecDirecXML>, outline);
+  }
+};
+
+// Requests and keys.
+
+using RequestReading = TableReading<requestTable<_tagSecReqXML>>;
+using KeysReading = TableReading<keysTable>;
+
+/// A reply may have several sets; the later ones overwrite.
+constexpr Field<_tagSecSetKeys> keyChanges[] = {
+    group<_tagSecSetKeys, keyChangeTable<_tagSecSetKeys>>("set"),
+};
+using KeyChangesReading = TableReading<keyChanges>;
+
+/// The wide entry of all but the Diffie-Hellman values.
+template <class Reading, class Record>
+bool readSecret(wchar_t const& text, unsigned long length, Roots roots, Record& out) {
+  return readReply<Reading, SecretDocument>(text, length, roots, out);
+}
+
+// All replies of this class, for the catalogue.
+
+constexpr ReplyReader replies[] = {
+    secretReader<Nonce, NonceReading>("nonce", "the printer's nonce", nonceRoots),
+    secretReader<BothSides, BothSidesReading>("diffie-hellman", "public values of host and printer",
+                                              diffieHellmanRoots),
+    secretReader<_tagSecReqXML, RequestReading>(
+        "secure-action-request", "a request for an action; its values stay the host's own",
+        requestRoots),
+    secretReader<_tagSecDirecXML, DirectiveReading>(
+        "secure-action-directive", "an action and the HMAC that permits it", directiveRoots),
+    secretReader<_tagSecKeys, KeysReading>("security-keys", "the three working keys", keysRoots),
+    secretReader<_tagSecSetKeys, KeyChangesReading>("security-key-change",
+                                                    "current and new keys and passkeys", keysRoots),
+    secretReader<_tagSecSetKeys, PasskeyReading>("passkey", "the current passkey", passkeyRoots),
+};
+
+}  // namespace
+
+std::span<frame::ReplyReader const> securityReplies() {
+  return replies;
+}
+
+KVXSecAction::KVXSecAction() = default;
+KVXSecAction::~KVXSecAction() = default;
+
+bool KVXSecAction::GetNonceValue(wchar_t const& text, int length, char* out) {
+  return readWide<SecretDocument>(&text, length, nonceRoots, [&](TiXmlElement& root) {
+    return out != nullptr && KVXHelper::GetString(&root, *out, sizeof Nonce::nonce);
+  });
+}
+
+bool KVXSecAction::ParseHostDHKeyValues(wchar_t const& text, unsigned long length,
+                                        _tagHostDHKeys& out) {
+  long discarded = 0;
+  return readDiffieHellman(text, length, out, discarded);
+}
+
+bool KVXSecAction::ParsePrinterDHKeyValues(wchar_t const& text, unsigned long length,
+                                           long& printerInterimKey) {
+  _tagHostDHKeys discarded{};
+  return readDiffieHellman(text, length, discarded, printerInterimKey);
+}
+
+bool KVXSecAction::ParseSecureRequestValues(wchar_t* text, unsigned long length,
+                                            _tagSecReqXML& out) {
+  return text != nullptr && readSecret<RequestReading>(*text, length, requestRoots, out);
+}
+
+bool KVXSecAction::ParseSecureDirectiveValues(wchar_t const& text, unsigned long length,
+                                              _tagSecDirecXML& out) {
+  return readSecret<DirectiveReading>(text, length, directiveRoots, out);
+}
+
+bool KVXSecAction::ParseSecurityKeys(wchar_t const& text, unsigned long length, _tagSecKeys& out) {
+  return readSecret<KeysReading>(text, length, keysRoots, out);
+}
+
+bool KVXSecAction::ParseSetSecurityKeys(wchar_t const& text, unsigned long length,
+                                        _tagSecSetKeys& out) {
+  return readSecret<KeyChangesReading>(text, length, keysRoots, out);
+}
+
+bool KVXSecAction::ParseGetSecureActionRequest(wchar_t const& text, unsigned long length,
+                                               _tagSecSetKeys& out) {
+  return readSecret<PasskeyReading>(text, length, passkeyRoots, out);
+}
+
+bool KVXSecAction::ParseDHKeys(TiXmlElement* root, _tagHostDHKeys& host, long& printerInterimKey) {
+  Unwatched nobody;
+  return readDiffieHellman(root, host, printerInterimKey, nobody);
+}
+
+bool KVXSecAction::ParseDirectiveValues(TiXmlElement* action, _tagSecDirecXML& record) {
+  return walk(action, directiveTable<_tagSecDirecXML>, record);
+}
+
+bool KVXSecAction::ParseReqValues(TiXmlElement* root, _tagSecReqXML& record) {
+  return walk(root, requestTable<_tagSecReqXML>, record);
+}
+
+bool KVXSecAction::ParseHostNEncryptKey(TiXmlElement* root, _tagSecKeys& out) {
+  return walk(root, keysTable, out);
+}
+
+bool KVXSecAction::ParsePassKey(TiXmlElement* root, _tagSecSetKeys& out) {
+  return walk(root, keyChanges, out);
+}
+
+bool KVXSecAction::ParsePassKey1(TiXmlElement* set, _tagSecSetKeys& out) {
+  return walk(set, keyChangeTable<_tagSecSetKeys>, out);
+}
+
+bool KVXSecAction::GetActionName(char* text) {
+  return bringToKeyword(text);
+}
+
+}  // namespace Kovra

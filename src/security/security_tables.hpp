@@ -1,0 +1,223 @@
+/// @file
+/// The tables of the secure-action exchange. Reader and writer share them: the reader's records
+/// hold arrays, the writer's the caller's own texts under the same names.
+
+#ifndef KOVRA_SECURITY_SECURITY_TABLES_HPP
+#define KOVRA_SECURITY_SECURITY_TABLES_HPP
+
+#include <type_traits>
+
+#include "frame/field.hpp"
+#include "frame/secret.hpp"
+#include "kvxsecrecords.h"
+
+namespace Kovra {
+
+// Words.
+
+/// Tried in this order wherever they stand in a text, so that "unlock_printer" comes before the
+/// "lock_printer" in it. Actions are carried as texts; none has a code.
+inline constexpr frame::Word actionWords[] = {
+    {"cancel_printer_passkey", 0},
+    {"set_single_sided", 0},
+    {"set_double_sided", 0},
+    {"reset_physical_address", 0},
+    {"reset_oem", 0},
+    {"reset_printer_serial_number", 0},
+    {"reset_laminator_serial_number", 0},
+    {"clear_error_log", 0},
+    {"clear_card_cleaning_log", 0},
+    {"clear_service_log", 0},
+    {"reset_card_count", 0},
+    {"reset_impression_count", 0},
+    {"reset_system_defaults", 0},
+    {"reset_cards_laminated", 0},
+    {"unlock_printer", 0},
+    {"lock_printer", 0},
+};
+inline constexpr frame::Vocabulary actionNames{actionWords, frame::Match::substring, 0};
+static_assert(frame::everyWordIsReachable(actionNames));
+
+// Roots.
+
+inline constexpr char const* nonceRoots[] = {"nonce"};
+inline constexpr char const* diffieHellmanRoots[] = {"diffie_hellman"};
+inline constexpr char const* requestRoots[] = {"secure_action_request"};
+inline constexpr char const* directiveRoots[] = {"action"};
+inline constexpr char const* keysRoots[] = {"keys"};
+inline constexpr char const* passkeyRoots[] = {"passkey"};
+
+// A change of keys, as the writer gets it.
+
+struct KeyChangeTexts {
+  char const* current_passkey;
+  char const* current_host_authentication_key;
+  char const* new_host_authentication_key;
+  char const* current_data_encryption_key;
+  char const* new_data_encryption_key;
+  char const* current_printer_lock_key;
+  char const* new_printer_lock_key;
+  char const* new_passkey;
+};
+
+/// Which parts of a change are written.
+enum KeyChange : frame::Circumstances {
+  hostKeys = 1U,
+  dataKeys = 2U,
+  lockKeys = 4U,
+  newPasskey = 8U,
+};
+
+// Rows.
+
+/// A text of the caller's, which may be null: then nothing is written.
+template <auto M>
+constexpr auto givenText(std::string_view element) {
+  using Record = typename frame::Member<M>::Record;
+  frame::Field<Record> field{};
+  field.element = element;
+  field.write = [](TiXmlElement& parent, char const* name, Record const& record,
+                   frame::Circumstances,
+                   bool) { return KVXHelper::AddTagString(&parent, name, record.*M); };
+  return field;
+}
+
+/// A secret of either kind of record.
+template <auto M>
+constexpr auto secret(std::string_view element) {
+  if constexpr (std::is_array_v<typename frame::Member<M>::Type>) {
+    return frame::secretText<M>(element);
+  } else {
+    return givenText<M>(element);
+  }
+}
+
+/// A text of the caller's, in the form of those that a record's array holds.
+class GivenText {
+ public:
+  explicit GivenText(char const* text) : text_(text) {}
+  char const* get() const { return text_; }
+
+ private:
+  char const* text_;
+};
+
+template <class Text>
+auto terminated(Text const& text) {
+  if constexpr (std::is_array_v<Text>) {
+    return frame::TerminatedText<std::extent_v<Text>>(text);
+  } else {
+    return GivenText(text);
+  }
+}
+
+/// Sets the attributes that say which printer is meant; the result is that of the last one.
+template <class Record>
+bool identify(TiXmlElement& printer, Record const& record) {
+  KVXHelper::AddTagAttrib(&printer, "model", terminated(record.model).get());
+  KVXHelper::AddTagAttrib(&printer, "serial", terminated(record.serial).get());
+  return KVXHelper::AddTagAttrib(&printer, "nonce", terminated(record.nonce).get());
+}
+
+/// Deliberately not read: the attributes are set on the parsed element from the record, in which
+/// model, serial and nonce stay the host's own. Hosts compare them with what they sent.
+struct PrinterKind {
+  template <class Record, class Watch>
+  static bool read(TiXmlElement& printer, Record& record, Watch&) {
+    return identify(printer, record);
+  }
+  template <class Record>
+  static bool write(TiXmlElement& parent, char const* element, Record const& record,
+                    frame::Circumstances, bool) {
+    TiXmlElement* const printer = KVXHelper::AddTag(&parent, element);
+    return printer != nullptr && identify(*printer, record);
+  }
+  template <class Record>
+  requires std::is_array_v<decltype(Record::model)>
+  static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
+                                Problem& problem) {
+    constexpr frame::Field<Record> members[] = {
+        frame::text<&Record::model>("model"),
+        frame::text<&Record::serial>("serial"),
+        frame::text<&Record::nonce>("nonce"),
+    };
+    return frame::assignMember(members, record, member, value, problem);
+  }
+};
+
+/// The action of a request, likewise: its name is set from the record, not read. Written with the
+/// printer inside it, read beside it: meant.
+struct RequestedActionKind {
+  template <class Record, class Watch>
+  static bool read(TiXmlElement& action, Record& record, Watch&) {
+    KVXHelper::AddTagAttrib(&action, "name", terminated(record.action).get());
+    return true;
+  }
+  template <class Record>
+  static bool write(TiXmlElement& parent, char const* element, Record const& record,
+                    frame::Circumstances circumstances, bool result) {
+    TiXmlElement* const action = KVXHelper::AddTag(&parent, element);
+    if (action == nullptr) return false;
+    KVXHelper::AddTagAttrib(action, "name", terminated(record.action).get());
+    return PrinterKind::write(*action, "printer", record, circumstances, result);
+  }
+  /// Whoever writes a request by hand gets to know that no printer knows its action.
+  template <class Record>
+  requires std::is_array_v<decltype(Record::action)>
+  static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
+                                Problem& problem) {
+    if (member != "action") return frame::Assigned::notMine;
+    frame::Word const* const word = actionNames.find(value.text.c_str());
+    if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
+      return frame::fail(problem, frame::described(value), "one of: " + frame::listed(actionNames));
+    }
+    return frame::assignText(record.action, value, problem);
+  }
+  static void outline(frame::Outline& outline) {
+    for (frame::Word const& word : actionNames.words) outline.emplace(word.text);
+  }
+};
+
+// Tables.
+
+template <class Record>
+inline constexpr frame::Field<Record> requestTable[] = {
+    frame::reading<Record, RequestedActionKind>("action"),
+    frame::readOnly(frame::reading<Record, PrinterKind>("printer")),
+};
+static_assert(frame::namesAreUnique(requestTable<_tagSecReqXML>));
+
+/// The children of a directive's "action".
+template <class Record>
+inline constexpr frame::Field<Record> directiveTable[] = {
+    frame::reading<Record, PrinterKind>("printer"),
+    secret<&Record::hmac>("hmac"),
+};
+static_assert(frame::namesAreUnique(directiveTable<_tagSecDirecXML>));
+
+/// In the order of the document, which is not that of the record.
+inline constexpr frame::Field<_tagSecKeys> keysTable[] = {
+    secret<&_tagSecKeys::host_authentication_key>("host_authentication_key"),
+    secret<&_tagSecKeys::data_encryption_key>("data_encryption_key"),
+    secret<&_tagSecKeys::printer_lock_key>("printer_lock_key"),
+};
+static_assert(frame::namesAreUnique(keysTable));
+
+/// The children of "set".
+template <class Record>
+inline constexpr frame::Field<Record> keyChangeTable[] = {
+    secret<&Record::current_passkey>("current_passkey"),
+    when(hostKeys,
+         secret<&Record::current_host_authentication_key>("current_host_authentication_key")),
+    when(hostKeys, secret<&Record::new_host_authentication_key>("new_host_authentication_key")),
+    when(dataKeys, secret<&Record::current_data_encryption_key>("current_data_encryption_key")),
+    when(dataKeys, secret<&Record::new_data_encryption_key>("new_data_encryption_key")),
+    when(lockKeys, secret<&Record::current_printer_lock_key>("current_printer_lock_key")),
+    when(lockKeys, secret<&Record::new_printer_lock_key>("new_printer_lock_key")),
+    when(newPasskey, secret<&Record::new_passkey>("new_passkey")),
+};
+static_assert(frame::namesAreUnique(keyChangeTable<_tagSecSetKeys>));
+
+}  // namespace Kovra
+
+#endif

@@ -1,0 +1,125 @@
+// No memory that the library gives back holds a key. The key has 15 characters: of such a text
+// TinyXML, whose own copies nobody can reach, puts none on the heap.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <string>
+
+#include "kovra.hpp"
+#include "kvxsecactionparser.h"
+#include "kvxsetsecactions.h"
+#include "support/allocations.hpp"
+#include "support/wide.hpp"
+
+namespace Kovra {
+namespace {
+
+using test::Released;
+using test::wide;
+
+std::string const secret = "very-secret-key";
+
+void expectWiped(char const* what, std::function<void()> const& call) {
+  Released const released(secret);
+  call();
+  EXPECT_EQ(released.found(), 0U) << what;
+}
+
+class WipedSecrets : public test::HeapTest {};
+
+TEST_F(WipedSecrets, OfTheReaderWhateverItMakesOfTheText) {
+  for (std::string const& xml :
+       {"<nonce>" + secret + "</nonce>", "<passkey>" + secret + "</passkey>",
+        "<keys><printer_lock_key>" + secret + "</printer_lock_key><a b='" + secret + "'/></keys>",
+        "<keys><set><new_passkey>" + secret + "</new_passkey></set></keys>",
+        "<action>" + secret + "<printer nonce='x'/><hmac>" + secret + "</hmac></action>",
+        "<secure_action_request><printer nonce='" + secret + "'/></secure_action_request>",
+        "<diffie_hellman><modulus>" + secret + "</modulus></diffie_hellman>",
+        "<other>" + secret + "</other>",
+        "<keys><printer_lock_key>" + secret + "</printer_lock_key><open></keys>"}) {
+    std::wstring text = wide(xml);
+    char nonce[32];
+    _tagSecKeys keys;
+    _tagSecSetKeys change;
+    _tagSecDirecXML directive;
+    _tagSecReqXML request;
+    std::memset(&directive, 'm', sizeof directive);
+    std::memset(&request, 'm', sizeof request);
+    _tagHostDHKeys host{};
+    long printer = 0;
+    expectWiped(xml.c_str(), [&] {
+      KVXSecAction reader;
+      auto const length = text.size();
+      reader.GetNonceValue(*text.data(), static_cast<int>(length), nonce);
+      reader.ParseHostDHKeyValues(*text.data(), length, host);
+      reader.ParsePrinterDHKeyValues(*text.data(), length, printer);
+      reader.ParseSecureRequestValues(text.data(), length, request);
+      reader.ParseSecureDirectiveValues(*text.data(), length, directive);
+      reader.ParseSecurityKeys(*text.data(), length, keys);
+      reader.ParseSetSecurityKeys(*text.data(), length, change);
+      reader.ParseGetSecureActionRequest(*text.data(), length, change);
+    });
+  }
+}
+
+TEST_F(WipedSecrets, OfTheWriterWithTheNextDocumentOrItsEnd) {
+  wchar_t out[2048];
+  char const* const s = secret.c_str();
+  _tagSecActionXMLValues values{"reset_oem", s, s, s, s};
+  _tagSecKeys keys{};
+  std::memcpy(keys.printer_lock_key, s, secret.size());
+  expectWiped("all documents", [&] {
+    KVXSetSecActions writer;
+    writer.GetNonceXML(s, out, 2048);
+    writer.SecureActionRequestXML(values, out, 2048);
+    writer.SecureActionDirectiveXML(values, out, 2048, 30);
+    writer.GetPasskeyXML(s, s, out, 2048);
+    writer.GetSecureActionXML(s, out, 2048);
+    writer.SetSecureActionXML(keys, out, 2048);
+    writer.SetHostAndEncryptXML(out, 2048, s, s, s, s, s, s, s, true, true, true);
+    writer.saveJob(out, 2048);
+  });
+}
+
+TEST(Secrets, StandInNoNoteAndAreMarked) {
+  std::string const longer = secret + std::string(300, 'x');
+  for (std::string const& xml :
+       {"<keys><printer_lock_key>" + longer + "</printer_lock_key></keys>",
+        "<keys><set><new_passkey>" + longer + "</new_passkey></set></keys>",
+        "<passkey>" + longer + "</passkey>", "<action>x<hmac>" + longer + "</hmac></action>"}) {
+    Decoding const decoding = decode(xml.data(), xml.size());
+    ASSERT_EQ(decoding.status, Decoding::Status::decoded) << xml;
+    ASSERT_FALSE(decoding.notes.empty()) << "the text was cut";
+    for (Note const& note : decoding.notes) {
+      EXPECT_EQ(note.description().find(secret), std::string::npos) << xml;
+      EXPECT_EQ(note.found.find(secret), std::string::npos) << xml;
+      EXPECT_EQ(note.kept.find(secret), std::string::npos) << xml;
+    }
+    ASSERT_EQ(decoding.readings.size(), 1U) << xml;
+    EXPECT_TRUE(decoding.readings[0].record.members.back().value.secret) << xml;
+  }
+}
+
+TEST(Secrets, StandInNoProblem) {
+  Value record;
+  record.kind = Value::Kind::record;
+  Value key;
+  key.kind = Value::Kind::text;
+  key.text = secret + '\0' + "more";
+  Value number;
+  number.kind = Value::Kind::integer;
+  number.integer = 47110815;
+  for (Value const& value : {key, number}) {
+    record.members = {{"printer_lock_key", value}};
+    Composition const composition = composeKeys(record);
+    EXPECT_FALSE(composition.composed);
+    EXPECT_EQ(composition.problem.path, "printer_lock_key");
+    EXPECT_EQ(composition.problem.description().find(secret), std::string::npos);
+    EXPECT_EQ(composition.problem.description().find("47110815"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace Kovra

@@ -222,6 +222,42 @@ KOVRA_EXPORT std::vector<std::string> printerIdFields();
 KOVRA_EXPORT Composition composePrinterId(Value const& record,
                                           std::vector<std::string> const& fields);
 
+// The secure-action exchange. Every member that a document holds has to be there: no printer shall
+// get an empty key for one that was forgotten.
+
+/// Composes a "nonce" document of the member `nonce`.
+KOVRA_EXPORT Composition composeNonce(Value const& record);
+
+/// Composes a request for an action of `action`, `model`, `serial` and `nonce`.
+KOVRA_EXPORT Composition composeSecureRequest(Value const& record);
+
+/// Composes a directive of `model`, `serial`, `nonce` and `hmac`; an `action` is not written.
+/// Without a timeout the document has none.
+KOVRA_EXPORT Composition composeSecureDirective(Value const& record, int timeout = 0);
+
+/// Composes a "passkey" document of the member `current_passkey`.
+KOVRA_EXPORT Composition composePasskey(Value const& record);
+
+/// Composes a change of the passkey of `current_passkey` and `new_passkey`.
+KOVRA_EXPORT Composition composePasskeyChange(Value const& record);
+
+/// Composes the three working keys.
+KOVRA_EXPORT Composition composeKeys(Value const& record);
+
+/// Composes a change of keys: `current_passkey`, and of every kind of key that the record names the
+/// current and the new one.
+KOVRA_EXPORT Composition composeKeysChange(Value const& record);
+
+/// The devices that a command can be composed for: "motor", "cam", ...
+KOVRA_EXPORT std::vector<std::string> controlledDevices();
+
+/// Composes a command for a device as KVXDeviceControl does, of words in place of codes. Its
+/// members are the attributes of the device's element and `text`, its content; a motor's name is
+/// `motor`, an antenna's `mode` is its text, and a laminator's `spool` stands for the text "scal".
+/// Apart from `text` and `motor`, every member that the command takes has to be there, and no
+/// other.
+KOVRA_EXPORT Composition composeDeviceControl(std::string const& device, Value const& command);
+
 }  // namespace Kovra
 
 #endif

@@ -4,6 +4,14 @@
 
 namespace Kovra {
 
+bool refuse(Problem& problem, std::string_view path, std::string_view found,
+            std::string_view expected) {
+  problem.path = path;
+  problem.found = found;
+  problem.expected = expected;
+  return false;
+}
+
 std::vector<std::string> namesOf(frame::Vocabulary const& words) {
   std::vector<std::string> names;
   for (frame::Word const& word : words.words) names.emplace_back(word.text);

@@ -109,7 +109,11 @@ Exit status:
   2  the command line is wrong
   3  the file could not be read, or standard output not be written)");
   addComposeConfiguration(*compose, status);
+  addComposeCapabilities(*compose, status);
+  addComposeMedia(*compose, status);
   addComposePrinterId(*compose, status);
+  addComposeSecure(*compose, status);
+  addComposeDeviceControl(*compose);
 }
 
 }  // namespace Kovra::tool

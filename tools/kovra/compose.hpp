@@ -52,8 +52,12 @@ std::string listed(std::vector<std::string> const& names);
 
 // The kinds.
 
+void addComposeCapabilities(CLI::App& compose, ExitStatus& status);
 void addComposeConfiguration(CLI::App& compose, ExitStatus& status);
+void addComposeMedia(CLI::App& compose, ExitStatus& status);
 void addComposePrinterId(CLI::App& compose, ExitStatus& status);
+void addComposeSecure(CLI::App& compose, ExitStatus& status);
+void addComposeDeviceControl(CLI::App& compose);
 
 }  // namespace Kovra::tool
 

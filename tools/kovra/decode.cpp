@@ -72,8 +72,8 @@ void Run::listedInputs() try {
   refuse(failure.status(), options_.list, {}, failure.what());
 }
 
-std::string reasonOf(Decoding const& decoding) {
-  bool const unknown = decoding.status == Decoding::Status::unknownRoot;
+std::string reasonOf(Decoding const& decoding, std::string const& as) {
+  bool const unknown = decoding.status == Decoding::Status::unknownRoot && as.empty();
   return decoding.description() + (unknown ? " ('kovra list' names them)" : "");
 }
 
@@ -83,7 +83,7 @@ void Run::input(std::string const& path) try {
   if (decoding.status == Decoding::Status::decoded) {
     show(decoding, path);
   } else {
-    refuse(ExitStatus::refused, path, decoding.place, reasonOf(decoding));
+    refuse(ExitStatus::refused, path, decoding.place, reasonOf(decoding, options_.as));
   }
 } catch (InputFailure const& failure) {
   refuse(failure.status(), path, {}, failure.what());

@@ -22,12 +22,13 @@ Place placeOf(std::string_view text, std::size_t offset) {
   return place;
 }
 
-/// "[json.exception.parse_error.101] parse error at line 1, column 2: why" without what comes
-/// first.
+/// "[json.exception.parse_error.101] parse error at line 1, column 2: why; last read: 'text'"
+/// without what comes first, and without the text, which may be part of a secret.
 std::string reasonOf(std::string const& message) {
   std::size_t const column = message.find("column ");
   std::size_t const colon = message.find(": ", column == message.npos ? 0 : column);
-  return colon == message.npos ? message : message.substr(colon + 2);
+  std::size_t const begin = colon == message.npos ? 0 : colon + 2;
+  return message.substr(begin, message.find("; last read: ", begin) - begin);
 }
 
 Json parsed(std::string_view text) try {

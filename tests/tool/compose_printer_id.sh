@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# `kovra compose printer-id` makes the request from the JSON that `kovra decode` prints.
+#   compose_printer_id.sh <tool> <samples folder>
+set -uo pipefail
+source "$(dirname "$0")/support.bash" "$@"
+
+"$tool" decode --format json "$samples/identity/full.xml" >full.json
+model='    <printer_model>HX-500 Retransfer</printer_model>'
+printhead='    <printhead_serial>PH-0098-1145</printhead_serial>'
+document() {
+  printf '<?xml version="1.0" encoding="UTF-8" ?>\n<printer_id>\n%s\n</printer_id>' "$1"
+}
+
+kovra compose printer-id full.json --fields model
+expect 0 "$(document "$model")" ""
+kovra compose printer-id full.json --fields printhead
+expect 0 "$(document "$printhead")" ""
+kovra compose printer-id full.json --fields printhead,model
+expect 0 "$(document "$model"$'\n'"$printhead")" ""
+jq '.readings[0].record' full.json | "$tool" compose printer-id --fields model >out.xml
+[[ $(<out.xml) == "$(document "$model")" ]] || complain "the record alone: $(<out.xml)"
+
+echo '{"printer_model": 500}' >wrong.json
+kovra compose printer-id wrong.json --fields model
+expect 1 "" 'wrong.json: printer_model: found 500; expected a text'
+echo '{"printer_serial": -1}' >wrong.json
+kovra compose printer-id wrong.json --fields model
+expect 1 "" 'wrong.json: printer_serial: found -1; expected a whole number from 0 to 4294967295'
+
+kovra compose printer-id full.json --fields serial
+expectStatus 2
+kovra compose printer-id full.json
+expectStatus 2
+
+finish

@@ -45,6 +45,7 @@ NarrowText::NarrowText(wchar_t const* text, std::size_t length) {
   std::size_t const room = std::min(length, characters * MB_CUR_MAX);
   char* const narrow = allocate(room);
   std::size_t const ascii = narrowAscii(text, characters, narrow);
+  std::memset(narrow + ascii, 0, room - ascii);
   if (ascii == characters) return;
   std::mbstate_t state{};
   wchar_t const* rest = text + ascii;
@@ -72,7 +73,8 @@ NarrowText::~NarrowText() {
 }
 
 char* NarrowText::allocate(std::size_t length) {
-  text_ = std::make_unique<char[]>(length + padding);  // all zeros
+  text_.reset(new char[length + padding]);
+  std::memset(text_.get() + length, 0, padding);
   view_ = text_.get();
   size_ = length;
   return text_.get();
@@ -115,7 +117,9 @@ TiXmlEncoding encodingOf(NarrowText const& text) {
   for (char const c : std::string_view(text.get(), text.size())) {
     seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(c));
   }
-  bool const isPlain = seen < 0x80 && std::strstr(text.get(), "&#") == nullptr;
+  bool const hasReference = std::memchr(text.get(), '&', text.size()) != nullptr &&
+                            std::strstr(text.get(), "&#") != nullptr;
+  bool const isPlain = seen < 0x80 && !hasReference;
   return isPlain ? TIXML_ENCODING_LEGACY : TIXML_ENCODING_UNKNOWN;
 }
 

@@ -1,6 +1,7 @@
 #include "kvxhelper.h"
 
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -39,8 +40,20 @@ bool readNumber(TiXmlElement const* el, Number& out, Convert convert) {
   return true;
 }
 
+/// Converts as strtol() does in base 10; false when the text begins with no number. Digits alone,
+/// which is what printers send, are converted faster; blanks and plus signs before them, and what
+/// no long can hold, are left to strtol() itself.
+bool scanDecimal(char const* text, long& number) {
+  if (std::from_chars(text, text + std::strlen(text), number).ec == std::errc{}) return true;
+  char* end = nullptr;
+  number = std::strtol(text, &end, 10);
+  return end != text;
+}
+
 long decimal(char const* text) {
-  return std::strtol(text, nullptr, 10);
+  long number = 0;
+  scanDecimal(text, number);
+  return number;
 }
 
 /// The value of a hexadecimal digit, or -1.
@@ -83,7 +96,7 @@ bool addValued(TiXmlElement* parent, char const* name, char const* text) {
 
 template <class Number>
 NumberText printed(char const* format, Number value) {
-  NumberText text{};
+  NumberText text;  // all that is read of it is printed first
   std::snprintf(text.data(), text.size(), format, value);
   return text;
 }
@@ -141,9 +154,8 @@ bool KVXHelper::GetNumberFromAttr(TiXmlElement* el, char* attr, int& out) {
   char const* const value = el != nullptr && attr != nullptr ? el->Attribute(attr) : nullptr;
   if (value == nullptr) return false;
   // As TinyXML's own query by "%d", and much faster: configurations have hundreds of bounds.
-  char* end = nullptr;
-  long const number = std::strtol(value, &end, 10);
-  if (end == value) return false;
+  long number = 0;
+  if (!scanDecimal(value, number)) return false;
   out = static_cast<int>(number);
   return true;
 }

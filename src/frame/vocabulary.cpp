@@ -8,14 +8,15 @@ namespace Kovra::frame {
 
 namespace {
 
-bool matches(Match match, char const* text, Word const& word) {
+/// `text` has a terminator behind it, as every word has.
+bool matches(Match match, std::string_view text, Word const& word) {
   switch (match) {
     case Match::exact:
       return word.text == text;
     case Match::anyCase:
-      return ::strcasecmp(text, word.text.data()) == 0;
+      return ::strcasecmp(text.data(), word.text.data()) == 0;
     case Match::substring:
-      return std::strstr(text, word.text.data()) != nullptr;
+      return std::strstr(text.data(), word.text.data()) != nullptr;
   }
   return false;
 }
@@ -24,8 +25,9 @@ bool matches(Match match, char const* text, Word const& word) {
 
 Word const* Vocabulary::find(char const* text) const {
   if (text == nullptr) return nullptr;
+  std::string_view const whole = text;  // measured once, not for each word
   for (Word const& word : words) {
-    if (matches(match, text, word)) return &word;
+    if (matches(match, whole, word)) return &word;
   }
   return nullptr;
 }

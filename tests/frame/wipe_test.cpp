@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "frame/entry.hpp"
@@ -88,6 +90,17 @@ TEST(Wipe, ATextWithoutTerminatorGetsOne) {
   EXPECT_STREQ(TerminatedText(full).get(), "full");
   TerminatedText const terminated(half);
   EXPECT_EQ(terminated.get(), half) << "not copied without need";
+}
+
+TEST(Wipe, ACopyOfATextIsWiped) {
+  using Text = TerminatedText<100>;
+  char array[100];
+  std::memset(array, 's', sizeof array);
+  alignas(Text) unsigned char place[sizeof(Text)] = {};
+  Text* const text = new (place) Text(array);
+  EXPECT_EQ(std::strlen(text->get()), sizeof array);
+  text->~Text();
+  EXPECT_EQ(std::count(std::begin(place), std::end(place), 's'), 0);
 }
 
 class WipedBlocks : public test::HeapTest {};

@@ -231,6 +231,15 @@ TEST(WirelessSecurityWords, AreCombinedAndNotAssigned) {
   EXPECT_EQ(combined(&KVXStatusParser::GetCrypto, "TKIP", 1), 3U);
 }
 
+TEST(WirelessSecurityWords, AreUnknownInMixedCase) {
+  for (char const* const word : {"Wep", "wEP40", "Wep104", "Wpa", "WPa2", "WPA_wpa2", "wpa2_WPA"}) {
+    EXPECT_EQ(combined(&KVXStatusParser::GetSecurity, word, 8), 8U) << word;
+  }
+  for (char const* const word : {"Rc4", "tKIP", "Ccmp", "TKIP_ccmp", "Ccmp_tkip"}) {
+    EXPECT_EQ(combined(&KVXStatusParser::GetCrypto, word, 8), 8U) << word;
+  }
+}
+
 TEST(WirelessSecurityWords, OpenIsNoWordForTheCipher) {
   EXPECT_EQ(combined(&KVXStatusParser::GetCrypto, "open", 9), 9U);
   EXPECT_EQ(combined(&KVXStatusParser::GetSecurity, "TKIP", 9), 9U);

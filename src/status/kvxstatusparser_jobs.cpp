@@ -92,29 +92,22 @@ struct JobListReading {
     int const capacity = std::clamp(list.count, 0, roomOf(list));
     list.count = 0;
     remark(watch, [](Observer& observer) { observer.list(entries); });
-    return walkChildren(&root, [&](TiXmlElement& child, bool result) {
-      bool const isJob = child.ValueStr() == element;
-      remark(watch, [&](Observer& observer) { tell(observer, child, isJob, list, capacity); });
-      if (!isJob || list.count == capacity) return result;
+    return walkEntries(&root, element, watch, [&](TiXmlElement& child, bool result) {
+      if (list.count == capacity) {
+        remark(watch, [&](Observer& observer) {
+          observer.surplusEntry(child, static_cast<std::size_t>(capacity));
+        });
+        return result;
+      }
       int const index = list.count++;
-      return watch.entry(entries, static_cast<std::size_t>(index),
-                         [&] { return walk(&child, jobInfo, list.jobs[index], watch); });
+      return RecordEntry<jobInfo>::read(child, list.jobs[index], watch, entries,
+                                        static_cast<std::size_t>(index));
     });
   }
 
   static void outline(Outline& outline) {
     outline.emplace(element);
     outlineOf(jobInfo, outline);
-  }
-
- private:
-  static void tell(Observer& observer, TiXmlElement& child, bool isJob, KVJobList const& list,
-                   int capacity) {
-    if (!isJob) return observer.unknownElement(child);
-    observer.knownElement(child);
-    if (list.count == capacity) {
-      observer.surplusEntry(child, static_cast<std::size_t>(capacity));
-    }
   }
 };
 

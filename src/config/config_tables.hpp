@@ -438,9 +438,9 @@ inline constexpr Field<_CustomCardInfo> cardInformation[] = {
     text<&_CustomCardInfo::description>("description"),
     number<&_CustomCardInfo::thickness>("thickness"),
     row<&_CustomCardInfo::coercivity, CoercivityKind>("coercivity"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("mag_stripe"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("contact_encode"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatures>("non_contact_encode"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("mag_stripe"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("contact_encode"),
+    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("non_contact_encode"),
 };
 static_assert(namesAreUnique(cardInformation));
 
@@ -622,7 +622,7 @@ inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     row<&_InternalEncoderInfo::contact_encoding, ContactEncodingKind>("contact_encoding"),
     // Reads two encoders of five kinds, writes the first and only if it is of one kind.
     reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder"),
-    writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenEncoders>(
+    writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenContactlessEncoders>(
         "contactless_encoder")),
 };
 static_assert(namesAreUnique(internalEncoder));

@@ -64,30 +64,6 @@ inline constexpr Word transferTypeWords[] = {{"dual", 2}, {"single", 1}};
 inline constexpr Vocabulary transferTypes{transferTypeWords, Match::exact, 0};
 static_assert(everyWordIsReachable(transferTypes));
 
-/// Read exactly as KVXHelper::CoercivityToInt does, to which "none" is one of the unknown words.
-inline constexpr Word coercivityWords[] = {
-    {COERCIVITYTYPES[0], 0}, {COERCIVITYTYPES[1], 1}, {COERCIVITYTYPES[2], 2}};
-inline constexpr Vocabulary coercivities{coercivityWords, Match::exact, 0};
-static_assert(everyWordIsReachable(coercivities));
-
-/// The elements of a card's features, and their bits in _CustomCardInfo::cardFeatures.
-inline constexpr Word cardFeatureWords[] = {
-    {"mag_stripe", 0x01}, {"contact_encode", 0x02}, {"non_contact_encode", 0x04}};
-inline constexpr Vocabulary cardFeatures{cardFeatureWords, Match::exact, 0};
-static_assert(everyWordIsReachable(cardFeatures));
-
-// Words that are only written.
-
-/// Reads five kinds of encoder (frame::contactlessEncoders), writes one: meant.
-inline constexpr Word writtenEncoderWords[] = {{"mifare", 1}};
-inline constexpr Vocabulary writtenEncoders{writtenEncoderWords, Match::exact, 0};
-static_assert(everyWordIsReachable(writtenEncoders));
-
-/// Knows a word more than is read (frame::ribbonTypes): meant.
-inline constexpr Word writtenRibbonTypeWords[] = {{"dye_sub", 0}, {"resin", 1}};
-inline constexpr Vocabulary writtenRibbonTypes{writtenRibbonTypeWords, Match::exact, -1};
-static_assert(everyWordIsReachable(writtenRibbonTypes));
-
 /// The sections by the names that people give them: those of their elements. A wireless section has
 /// the name that is read.
 inline constexpr Word sectionWords[] = {

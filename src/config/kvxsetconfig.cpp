@@ -237,7 +237,7 @@ bool KVXSetConfig::RibbonNameToString(char* out, int code) {
 }
 
 bool KVXSetConfig::ribbonTypeToString(char* out, int code) {
-  return storeWord(writtenRibbonTypes, code, out);
+  return storeWord(writableRibbonTypes, code, out);
 }
 
 bool KVXSetConfig::feederSmartToString(char* out, int code) {
@@ -253,7 +253,7 @@ bool KVXSetConfig::CommsChannelFromInt(int code, char* out, int outLen) {
 }
 
 bool KVXSetConfig::ContactlessEncFromInt(int code, char* out, int outLen) {
-  return storeWordWithin(writtenEncoders, code, out, outLen);
+  return storeWordWithin(writtenContactlessEncoders, code, out, outLen);
 }
 
 }  // namespace Kovra

@@ -82,7 +82,7 @@ struct KOVRA_EXPORT Note {
     notANumber,      ///< a text that is no number of the expected form
     changedNumber,   ///< a number that its member cannot hold: `kept` is what it holds
     cutText,         ///< a text longer than its member: `kept` is what it holds
-    emptyElement,    ///< an element without text or children: its member was not read
+    emptyElement,    ///< an element without text or children: not read
     noAttribute,     ///< an element without the attribute `expected`: its member was not read
     surplusEntry,    ///< an entry beyond what the record's own array takes: skipped
     unlisted,        ///< `kept` more notes, which are not listed; the last note, without a place

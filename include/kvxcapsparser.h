@@ -18,7 +18,8 @@ namespace Kovra {
 /// The readers of elements visit the children in order, read those that they know, by exact name,
 /// and skip the others. Their result is whether the last known child could be read: false after an
 /// empty one, though earlier members were filled, and false when there was none, or for a null
-/// element.
+/// element. An empty element leaves its member, unless that is a keyword or a flag: those are
+/// stored as for an unknown word. An empty sharpening level adds nothing.
 class KOVRA_EXPORT KVXCapsParser {
  public:
   KVXCapsParser();
@@ -86,7 +87,8 @@ class KOVRA_EXPORT KVXCapsParser {
   /// @}
 
   /// @name Keywords of the record itself
-  /// Each reads the text of the element that it is given; false when that is null or empty.
+  /// Each reads the text of the element that it is given; false when that is null, or empty, which
+  /// stores what an unknown word does.
   /// @{
   bool getPrintSystem(TiXmlElement* system, _Capabilities& caps);
   bool getPrintType(TiXmlElement* type, _Capabilities& caps);

@@ -17,6 +17,10 @@ namespace Kovra {
 /// again. Their result is whether the last known child could be read: false after an empty one,
 /// though earlier members were filled, and false when there was none, or for a null element.
 ///
+/// An empty element leaves its member. The exceptions store what an unknown word does:
+/// "error_control", "coercivity", "transfer_type", "comms_channel", "contact_encoding" and
+/// "contactless_encoder".
+///
 /// A setting with bounds is read from the attributes "min" and "max" and the text; an attribute
 /// that is absent leaves its member. Then the value is put up to the lower bound and down to the
 /// upper one, so that in a cleared record a setting without bounds reads as 0, and one with crossed

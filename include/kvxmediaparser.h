@@ -78,6 +78,7 @@ class KOVRA_EXPORT KVXMediaParser {
   /// Of a bounded setting only the value is read, from the element's text; its bounds stay.
   /// @{
   /// Each of "mag_stripe", "contact_encode" and "non_contact_encode" changes only its own bit.
+  /// An empty "coercivity" stores 0, as an unknown word does, and counts as not read.
   bool getCardInformation(TiXmlElement* information, _CardInfo& card);
   bool getTransferTemp(TiXmlElement* temps, _TransferTempInfo& out);
   bool getTransferSpeed(TiXmlElement* speeds, _TransferSpeedInfo& out);

@@ -116,7 +116,7 @@ static_assert(everyWordIsReachable(writtenCommsChannels));
 
 /// A keyword that is read by one vocabulary and written by another.
 template <Vocabulary const& Reads, Vocabulary const& Writes>
-struct TwoWaysKind : KeywordKind<Reads> {
+struct TwoWaysKind : AnyKeywordKind<Reads> {
   template <class Code>
   static bool write(TiXmlElement& parent, char const* element, Code value) {
     return KeywordKind<Writes>::write(parent, element, value);
@@ -129,7 +129,7 @@ struct BoolKind : SwitchKind<"yes", "no"> {
 };
 
 /// A flag that is a keyword.
-struct LaminatorKind : KeywordKind<laminators> {
+struct LaminatorKind : AnyKeywordKind<laminators> {
   static void report(Observer& observer, std::string_view name, TiXmlElement& element,
                      bool present) {
     observer.member(name, shown(present));
@@ -138,6 +138,12 @@ struct LaminatorKind : KeywordKind<laminators> {
     if (laminators.find(text.get()) == nullptr) {
       observer.unknownWord(element, textOf(&element), laminators);
     }
+  }
+
+  static void missing(Observer& observer, std::string_view name, TiXmlElement& element,
+                      bool present) {
+    observer.emptyElement(element);
+    observer.member(name, shown(present));
   }
 
   static Assigned assign(bool& present, Value const& value, Problem& problem) {
@@ -168,8 +174,8 @@ inline constexpr Field<_PortCaps> port[] = {
 static_assert(namesAreUnique(port));
 
 inline constexpr Field<_InterfaceCaps> softwareInterface[] = {
-    keyword<&_InterfaceCaps::protocol, protocols>("protocol"),
-    keyword<&_InterfaceCaps::transport, transports>("transport"),
+    anyKeyword<&_InterfaceCaps::protocol, protocols>("protocol"),
+    anyKeyword<&_InterfaceCaps::transport, transports>("transport"),
     number<&_InterfaceCaps::port>("port"),
 };
 static_assert(namesAreUnique(softwareInterface));
@@ -185,7 +191,7 @@ inline constexpr Field<_FontCaps> font[] = {
     // Reads "scalable", writes a second "name": meant.
     readOnly(flag<&_FontCaps::scalable>("scalable")),
     writeOnly(flag<&_FontCaps::scalable>("name")),
-    row<&_FontCaps::style, AlwaysWrittenKind<KeywordKind<fontStyles>, fontStyles, 0>>("style"),
+    row<&_FontCaps::style, AlwaysWrittenKind<AnyKeywordKind<fontStyles>, fontStyles, 0>>("style"),
 };
 static_assert(namesAreUnique(font));
 
@@ -196,7 +202,8 @@ inline constexpr Field<_TemplateCaps> stored[] = {
 };
 static_assert(namesAreUnique(stored));
 
-/// An entry that is a code: the text of its element is the keyword.
+/// An entry that is a code: the text of its element is the keyword. One without text is the code of
+/// an unknown word, and is shown as nothing.
 template <Vocabulary const& Words>
 struct CodeEntry {
   using Entry = int;
@@ -205,7 +212,7 @@ struct CodeEntry {
   static bool read(TiXmlElement& element, int& entry, Watch& watch, std::string_view list,
                    std::size_t index) {
     return watch.item(list, index, [&] {
-      bool const read = KeywordKind<Words>::read(element, entry);
+      bool const read = AnyKeywordKind<Words>::read(element, entry);
       remark(watch, [&](Observer& observer) {
         read ? KeywordKind<Words>::report(observer, list, element, entry)
              : observer.emptyElement(element);
@@ -452,7 +459,7 @@ struct SharpeningLevels : BitReading<&_Capabilities::imageSharpeningLevels, shar
 inline constexpr Field<_SecurityCaps> security[] = {
     flag<&_SecurityCaps::passkeyProtection>("passkey_protection"),
     row<&_SecurityCaps::encryptionAlgorithm,
-        AlwaysWrittenKind<KeywordKind<encryptions>, encryptions, -1>>("encryption_algorithm"),
+        AlwaysWrittenKind<AnyKeywordKind<encryptions>, encryptions, -1>>("encryption_algorithm"),
 };
 static_assert(namesAreUnique(security));
 inline constexpr char securityName[] = "security";
@@ -497,7 +504,7 @@ inline constexpr auto contactlessRow =
 
 inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     // Reads the channel, writes a channel made of the contactless encoder's code: meant.
-    readOnly(keyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
+    readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
     writeOnly(
         keyword<&_InternalEncoderInfo::contactless_encoder, writtenCommsChannels>("comms_channel")),
     flag<&_InternalEncoderInfo::contact_encoding>("contact_encoding"),
@@ -543,16 +550,16 @@ inline constexpr Field<_Capabilities> capabilities[] = {
     list<Graphics>(),
     // Reads one of two words into the record, writes one of two others by the writer's choice:
     // meant.
-    readOnly(keyword<&_Capabilities::printSystem, printSystems>("print_system")),
+    readOnly(anyKeyword<&_Capabilities::printSystem, printSystems>("print_system")),
     writtenPrintSystem,
-    keyword<&_Capabilities::printType, laminationTypes>("print_type"),
+    anyKeyword<&_Capabilities::printType, laminationTypes>("print_type"),
     row<&_Capabilities::laminatorPresent, LaminatorKind>("laminator"),
-    when(hasLaminator, keyword<&_Capabilities::laminatorType, laminatorTypes>("laminator_type")),
+    when(hasLaminator, anyKeyword<&_Capabilities::laminatorType, laminatorTypes>("laminator_type")),
     mediaPathRow,
     imageRow,
     magEncoderRow,
     // Reads the stripe's place, writes a place made of the encoder's code: meant.
-    readOnly(keyword<&_Capabilities::magStripeLocation, magStripes>("mag_stripe")),
+    readOnly(anyKeyword<&_Capabilities::magStripeLocation, magStripes>("mag_stripe")),
     writeOnly(keyword<&_Capabilities::magEncoderType, magStripes>("mag_stripe")),
     nested<&_Capabilities::internalEncoder, internalEncoder>(internalEncoderName),
     list<BarCodes>(),

@@ -208,11 +208,11 @@ bool KVXCapsParser::getPhysicalPage(TiXmlElement* page, _Capabilities& caps) {
 }
 
 bool KVXCapsParser::getPrintSystem(TiXmlElement* system, _Capabilities& caps) {
-  return readText<&_Capabilities::printSystem, KeywordKind<printSystems>>(system, caps);
+  return readText<&_Capabilities::printSystem, AnyKeywordKind<printSystems>>(system, caps);
 }
 
 bool KVXCapsParser::getPrintType(TiXmlElement* type, _Capabilities& caps) {
-  return readText<&_Capabilities::printType, KeywordKind<laminationTypes>>(type, caps);
+  return readText<&_Capabilities::printType, AnyKeywordKind<laminationTypes>>(type, caps);
 }
 
 bool KVXCapsParser::getLaminator(TiXmlElement* laminator, _Capabilities& caps) {
@@ -220,7 +220,7 @@ bool KVXCapsParser::getLaminator(TiXmlElement* laminator, _Capabilities& caps) {
 }
 
 bool KVXCapsParser::getLaminatorType(TiXmlElement* type, _Capabilities& caps) {
-  return readText<&_Capabilities::laminatorType, KeywordKind<laminatorTypes>>(type, caps);
+  return readText<&_Capabilities::laminatorType, AnyKeywordKind<laminatorTypes>>(type, caps);
 }
 
 // Keywords.

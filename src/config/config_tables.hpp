@@ -125,24 +125,10 @@ inline constexpr Field<_OCPLanguageCaps> ocpLanguage[] = {
 };
 static_assert(namesAreUnique(ocpLanguage));
 
-/// An element without text is read, too: as high, like every unknown word.
-struct ErrorControlKind
-    : AlwaysWrittenKind<KeywordKind<errorControls>, errorControls, errorControlMedium> {
-  static bool read(TiXmlElement& element, ErrorControl& out) {
-    WordText text;
-    bool const read = text.read(element);
-    out = static_cast<ErrorControl>(errorControls.codeOf(text.get()));
-    return read;
-  }
-
-  static void missing(Observer& observer, TiXmlElement& element) {
-    observer.emptyElement(element);
-    observer.member(memberName<&_KVConfiguration::error_control>,
-                    shownKeyword(errorControls.unknown, "", false));
-  }
-};
-
+using ErrorControlKind =
+    AlwaysWrittenKind<AnyKeywordKind<errorControls>, errorControls, errorControlMedium>;
 using UsbSpeedKind = AlwaysWrittenKind<KnownKeywordKind<usbSpeeds>, usbSpeeds, usbSpeedHigh>;
+/// An element without text leaves the mode, though an unknown word stores one.
 using FeedModeKind = AlwaysWrittenKind<KeywordKind<feedModes>, feedModes, feedModeHopper>;
 
 inline constexpr Field<_KVConfiguration> usageCounters[] = {
@@ -430,7 +416,7 @@ struct CleaningReading : NestedReading<&_KVConfiguration::cleaning, Table> {
 // Cards and their transfer.
 
 /// A code outside the table is written as "none".
-using CoercivityKind = AlwaysWrittenKind<KeywordKind<coercivities>, coercivities, 0>;
+using CoercivityKind = AlwaysWrittenKind<AnyKeywordKind<coercivities>, coercivities, 0>;
 
 inline constexpr Field<_CustomCardInfo> cardInformation[] = {
     number<&_CustomCardInfo::type>("type"),
@@ -565,7 +551,7 @@ inline constexpr Field<_ImageTransferTempInfo> transferTemps[] = {
 static_assert(namesAreUnique(transferTemps));
 
 inline constexpr Field<_ImageTransferInfo> transferSettings[] = {
-    keyword<&_ImageTransferInfo::transfer_type, transferTypes>("transfer_type"),
+    anyKeyword<&_ImageTransferInfo::transfer_type, transferTypes>("transfer_type"),
     nested<&_ImageTransferInfo::transfer_temps, transferTemps>("transfer_temps"),
     nested<&_ImageTransferInfo::transfer_speeds, transferSpeeds>("transfer_speeds"),
 };
@@ -574,7 +560,7 @@ static_assert(namesAreUnique(transferSettings));
 // The encoder.
 
 /// The first encoder goes into its member, a later one into the member for the second. A first one
-/// that is unknown, and so 0, leaves the place to the next.
+/// that is unknown or without text, and so 0, leaves the place to the next.
 struct ContactlessReading {
   template <class Watch>
   static bool read(TiXmlElement& element, _InternalEncoderInfo& record, Watch& watch) {
@@ -597,9 +583,9 @@ struct ContactlessReading {
  private:
   using Info = _InternalEncoderInfo;
   static constexpr Field<Info> first =
-      keyword<&Info::contactless_encoder, contactlessEncoders>("contactless_encoder");
+      anyKeyword<&Info::contactless_encoder, contactlessEncoders>("contactless_encoder");
   static constexpr Field<Info> second =
-      keyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
+      anyKeyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
 
   static bool readInto(Field<Info> const& field, TiXmlElement& element, Info& record, Unwatched&) {
     return field.read(element, record);
@@ -617,7 +603,7 @@ struct ContactEncodingKind : SwitchKind<"yes", "no"> {
 
 inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     // Reads the channel, writes the channel that has the code of the contactless encoder.
-    readOnly(keyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
+    readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
     row<&_InternalEncoderInfo::contact_encoding, ContactEncodingKind>("contact_encoding"),
     // Reads two encoders of five kinds, writes the first and only if it is of one kind.

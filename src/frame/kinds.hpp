@@ -31,7 +31,7 @@ namespace Kovra::frame {
 // Rows that read one value. Each is a struct with
 //   read     the classic reading: element and member in, success out
 //   report   what an observer is told of a value that was just read
-//   missing  what it is told when nothing was read, unless that is an element without text
+//   missing  what it is told when nothing was read, instead of that the element has no text
 //   write    the member below the parent, for documents that are written as well
 //   assign   a value that a host gives, into the member
 // of which the last three may be left out.
@@ -223,7 +223,8 @@ struct AddressKind {
   }
 };
 
-/// A keyword's code; an unknown word stores the vocabulary's code for it.
+/// A keyword's code; an unknown word stores the vocabulary's code for it. An element without text
+/// leaves the code as it was.
 template <Vocabulary const& Words>
 struct KeywordKind {
   template <class Code>
@@ -269,6 +270,26 @@ struct KeywordKind {
   }
 };
 
+/// A keyword that every element stores, also one without text: as the code of an unknown word. That
+/// one does not count as read, and yet an observer sees what the record holds since.
+template <Vocabulary const& Words>
+struct AnyKeywordKind : KeywordKind<Words> {
+  template <class Code>
+  static bool read(TiXmlElement& element, Code& out) {
+    WordText text;
+    bool const read = text.read(element);
+    out = static_cast<Code>(Words.codeOf(text.get()));
+    return read;
+  }
+
+  template <class Code>
+  static void missing(Observer& observer, std::string_view name, TiXmlElement& element,
+                      Code value) {
+    observer.emptyElement(element);
+    KeywordKind<Words>::show(observer, name, "", value);
+  }
+};
+
 /// A keyword of which only the known words are stored: an unknown one counts as read and leaves the
 /// code as it was.
 template <Vocabulary const& Words>
@@ -307,7 +328,8 @@ struct Fixed {
 };
 
 /// A flag that is set by exactly one word, and cleared by any other (`Sets` true); or cleared by
-/// exactly one word, and set by any other, also by a misspelling (`Sets` false).
+/// exactly one word, and set by any other, also by a misspelling (`Sets` false). An element without
+/// text leaves it.
 template <Fixed TheWord, bool Sets>
 struct WordFlagKind {
   template <class Flag>

@@ -25,9 +25,9 @@ concept HasWords = requires(Outline& outline) {
   Kind::outline(outline);
 };
 
-template <class Kind>
-concept TellsOfMissing = requires(Observer& observer, TiXmlElement& element) {
-  Kind::missing(observer, element);
+template <class Kind, class Type>
+concept TellsOfMissing = requires(Observer& observer, TiXmlElement& element, Type const& value) {
+  Kind::missing(observer, "", element, value);
 };
 
 template <class Kind, class Type>
@@ -106,8 +106,8 @@ constexpr auto row(std::string_view element) {
         bool const read = Kind::read(child, record.*M);
         if (read) {
           Kind::report(observer, Member<M>::name(), child, record.*M);
-        } else if constexpr (detail::TellsOfMissing<Kind>) {
-          Kind::missing(observer, child);
+        } else if constexpr (detail::TellsOfMissing<Kind, typename Member<M>::Type>) {
+          Kind::missing(observer, Member<M>::name(), child, record.*M);
         } else {
           observer.emptyElement(child);
         }
@@ -146,6 +146,11 @@ constexpr auto keyword(std::string_view element) {
 }
 
 template <auto M, Vocabulary const& Words>
+constexpr auto anyKeyword(std::string_view element) {
+  return row<M, AnyKeywordKind<Words>>(element);
+}
+
+template <auto M, Vocabulary const& Words>
 constexpr auto knownKeyword(std::string_view element) {
   return row<M, KnownKeywordKind<Words>>(element);
 }
@@ -181,7 +186,7 @@ struct AttributeKind {
     observer.member(name, shown(value));
   }
 
-  static void missing(Observer& observer, TiXmlElement& element) {
+  static void missing(Observer& observer, std::string_view, TiXmlElement& element, int) {
     observer.noAttribute(element, Attribute);
   }
 

@@ -54,7 +54,7 @@ inline constexpr Field<_CardInfo> information[] = {
     text<&_CardInfo::halvex_part_number>("halvex_part_number"),
     text<&_CardInfo::description>("description"),
     number<&_CardInfo::thickness>("thickness"),
-    row<&_CardInfo::coercivity, AlwaysWrittenKind<KeywordKind<coercivities>, coercivities, 0>>(
+    row<&_CardInfo::coercivity, AlwaysWrittenKind<AnyKeywordKind<coercivities>, coercivities, 0>>(
         "coercivity"),
     bitFlag<&_CardInfo::cardFeatures, cardFeatureBits>("mag_stripe"),
     bitFlag<&_CardInfo::cardFeatures, cardFeatureBits>("contact_encode"),

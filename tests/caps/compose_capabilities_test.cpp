@@ -136,6 +136,23 @@ TEST(DecodeCapabilities, ShowsFormatsAsKeywordsAndEmptyOnesAsNothing) {
             "<graphic_format>: unknown word \"png\"; one of: bmp, jpeg, tga, tiff, raw\n");
 }
 
+TEST(DecodeCapabilities, ShowsWhatKeywordsWithoutTextStored) {
+  Decoded const found = decoded(
+      "<print_system>direct</print_system><print_system/>"
+      "<laminator>present</laminator><laminator></laminator>");
+  Value const* const system = found.record.find("printSystem");
+  ASSERT_NE(system, nullptr);
+  EXPECT_EQ(system->kind, Value::Kind::keyword);
+  EXPECT_EQ(system->integer, -1);
+  EXPECT_EQ(system->text, "");
+  EXPECT_FALSE(system->known);
+  Value const* const laminator = found.record.find("laminatorPresent");
+  ASSERT_NE(laminator, nullptr);
+  EXPECT_EQ(laminator->kind, Value::Kind::flag);
+  EXPECT_FALSE(laminator->flag);
+  EXPECT_EQ(found.notes, "<print_system>: empty, not read\n<laminator>: empty, not read\n");
+}
+
 TEST(DecodeCapabilities, ShowsSharpeningLevelsByTheirWords) {
   std::string const levels =
       "<image_sharpening_level>low</image_sharpening_level>"

@@ -73,6 +73,11 @@ struct ListCase {
   }
   std::string of(std::string const& content_) const { return element(list, content_); }
 
+  /// An entry without text or children takes its place and changes nothing there, unless it is a
+  /// keyword itself: that is stored as unknown.
+  void storeEmpty(Arrays& arrays, int place) const {
+    if (item == "graphic_format") arrays.graphicFormats[place] = -1;
+  }
   void storeAll(Arrays& arrays, int n) const {
     for (int i = 0; i < n; ++i) store(arrays, i, i);
   }
@@ -237,10 +242,14 @@ TEST(CapabilitiesLists, AreFalseWhenEmptyOrWithoutAnEntryOfTheirOwn) {
 TEST(CapabilitiesLists, HaveTheResultOfTheLastEntryWhichTakesAPlaceAlsoWhenEmpty) {
   for (ListCase const& one : lists) {
     std::string const empty = "<" + one.item + "/>";
-    expectList(one, 3, one.entry(0) + empty, false,
-               [&](_Capabilities&, Arrays& arrays) { one.store(arrays, 0, 0); });
-    expectList(one, 3, empty + one.entry(1), true,
-               [&](_Capabilities&, Arrays& arrays) { one.store(arrays, 1, 1); });
+    expectList(one, 3, one.entry(0) + empty, false, [&](_Capabilities&, Arrays& arrays) {
+      one.store(arrays, 0, 0);
+      one.storeEmpty(arrays, 1);
+    });
+    expectList(one, 3, empty + one.entry(1), true, [&](_Capabilities&, Arrays& arrays) {
+      one.storeEmpty(arrays, 0);
+      one.store(arrays, 1, 1);
+    });
     expectList(one, 3, one.entry(0) + "<other/>", true,
                [&](_Capabilities&, Arrays& arrays) { one.store(arrays, 0, 0); });
   }
@@ -356,7 +365,7 @@ TEST(CapabilitiesItem, PortIsReadMemberByMember) {
        {"<Port_id>7</Port_id>", false, [](_PortCaps&) {}},
        {"<type>serial</type>", true, [](_PortCaps& port) { port.type = 1; }},
        {"<type>Serial</type>", true, [](_PortCaps& port) { port.type = -1; }},
-       {"<type/>", false, [](_PortCaps&) {}},
+       {"<type/>", false, [](_PortCaps& port) { port.type = -1; }},
        {"<type>serial</type><port_id/>", false, [](_PortCaps& port) { port.type = 1; }},
        {"<port_id/><type>serial</type>", true, [](_PortCaps& port) { port.type = 1; }}});
 }
@@ -404,7 +413,7 @@ TEST(CapabilitiesItem, FontIsReadMemberByMember) {
        {"<style>italic</style>", true, [](_FontCaps& font) { font.style = 3; }},
        {"<style>none</style>", true, [](_FontCaps& font) { font.style = 0; }},
        {"<style>Bold</style>", true, [](_FontCaps& font) { font.style = 0; }},
-       {"<style/>", false, [](_FontCaps&) {}}});
+       {"<style/>", false, [](_FontCaps& font) { font.style = 0; }}});
 }
 
 TEST(CapabilitiesItem, TemplateIsReadMemberByMember) {
@@ -428,7 +437,8 @@ TEST(CapabilitiesItem, SecurityIsReadMemberByMember) {
         [](_SecurityCaps& one) { one.encryptionAlgorithm = 2; }},
        {"<encryption_algorithm>none</encryption_algorithm>", true,
         [](_SecurityCaps& one) { one.encryptionAlgorithm = -1; }},
-       {"<encryption_algorithm/>", false, [](_SecurityCaps&) {}}});
+       {"<encryption_algorithm/>", false,
+        [](_SecurityCaps& one) { one.encryptionAlgorithm = -1; }}});
 }
 
 TEST(CapabilitiesItem, InternalEncoderIsReadWithoutItsStationAndSecondEncoder) {
@@ -488,6 +498,55 @@ TEST(CapabilitiesItem, GraphicFormatsThatAreUnknownAreStoredAsSuch) {
       });
 }
 
+TEST(CapabilitiesKeywords, WithoutTextAreStoredAsUnknownAndNotRead) {
+  struct {
+    char const* list;
+    char const* entry;
+    char const* name;
+    void (*set)(_Capabilities&, Arrays&);
+  } const cases[] = {
+      {"host_ports", "host_port", "type",
+       [](_Capabilities&, Arrays& to) { to.hostPorts[0].type = -1; }},
+      {"device_ports", "device_port", "type",
+       [](_Capabilities&, Arrays& to) { to.devicePorts[0].type = -1; }},
+      {"software_interfaces", "software_interface", "protocol",
+       [](_Capabilities&, Arrays& to) { to.swInterfaces[0].protocol = -1; }},
+      {"software_interfaces", "software_interface", "transport",
+       [](_Capabilities&, Arrays& to) { to.swInterfaces[0].transport = -1; }},
+      {"fonts", "font", "style", [](_Capabilities&, Arrays& to) { to.fonts[0].style = 0; }},
+      {"", "graphic_formats", "graphic_format",
+       [](_Capabilities&, Arrays& to) { to.graphicFormats[0] = -1; }},
+      {"", "security", "encryption_algorithm",
+       [](_Capabilities& caps, Arrays&) { caps.security.encryptionAlgorithm = -1; }},
+      {"", "", "print_system", [](_Capabilities& caps, Arrays&) { caps.printSystem = -1; }},
+      {"", "", "print_type", [](_Capabilities& caps, Arrays&) { caps.printType = 0; }},
+      {"", "", "laminator", [](_Capabilities& caps, Arrays&) { caps.laminatorPresent = false; }},
+      {"", "", "laminator_type",
+       [](_Capabilities& caps, Arrays&) { caps.laminatorType = laminatorTypeNone; }},
+      {"", "", "mag_encoder", [](_Capabilities& caps, Arrays&) { caps.magEncoderType = -1; }},
+      {"", "", "mag_stripe", [](_Capabilities& caps, Arrays&) { caps.magStripeLocation = -1; }},
+      {"", "internal_encoder", "comms_channel",
+       [](_Capabilities& caps, Arrays&) { caps.internalEncoder.comms_channel = 0; }},
+      {"", "internal_encoder", "contactless_encoder",
+       [](_Capabilities& caps, Arrays&) { caps.internalEncoder.contactless_encoder = 0; }},
+  };
+  for (auto const& [list, entry, name, set] : cases) {
+    for (std::string xml : {"<" + std::string(name) + "/>", element(name, "")}) {
+      if (*entry != '\0') xml = element(entry, xml);
+      if (*list != '\0') xml = element(list, xml);
+      expectChildren(xml, false, set);
+    }
+  }
+}
+
+/// Of these words only the known ones mean something.
+TEST(CapabilitiesSharpening, LevelsWithoutTextAddNothing) {
+  for (char const* const level :
+       {"<image_sharpening_level/>", "<image_sharpening_level></image_sharpening_level>"}) {
+    expectChildren(element("image_sharpening_levels", level), false, nothingChanges);
+  }
+}
+
 // ---- The record ------------------------------------------------------------------------------
 
 struct RecordCase {
@@ -517,11 +576,11 @@ RecordCase const members[] = {
      [](_Capabilities& caps) { caps.printSystem = 1; }},
     {"<print_system>direct_to_card</print_system>", true,
      [](_Capabilities& caps) { caps.printSystem = -1; }},
-    {"<print_system/>", false, [](_Capabilities&) {}},
+    {"<print_system/>", false, [](_Capabilities& caps) { caps.printSystem = -1; }},
     {"<print_type>1_side</print_type>", true, [](_Capabilities& caps) { caps.printType = 1; }},
     {"<print_type>2_side</print_type>", true, [](_Capabilities& caps) { caps.printType = 2; }},
     {"<print_type>3_side</print_type>", true, [](_Capabilities& caps) { caps.printType = 0; }},
-    {"<print_type/>", false, [](_Capabilities&) {}},
+    {"<print_type/>", false, [](_Capabilities& caps) { caps.printType = 0; }},
     {"<laminator>present</laminator>", true,
      [](_Capabilities& caps) { caps.laminatorPresent = true; }},
     {"<laminator>notpresent</laminator>", true,
@@ -530,7 +589,7 @@ RecordCase const members[] = {
      [](_Capabilities& caps) { caps.laminatorPresent = false; }},
     {"<laminator>yes</laminator>", true,
      [](_Capabilities& caps) { caps.laminatorPresent = false; }},
-    {"<laminator/>", false, [](_Capabilities&) {}},
+    {"<laminator/>", false, [](_Capabilities& caps) { caps.laminatorPresent = false; }},
     {"<laminator_type>1_side</laminator_type>", true,
      [](_Capabilities& caps) { caps.laminatorType = laminatorTypeOneSide; }},
     {"<laminator_type>2_side</laminator_type>", true,
@@ -539,7 +598,8 @@ RecordCase const members[] = {
      [](_Capabilities& caps) { caps.laminatorType = laminatorTypeNone; }},
     {"<laminator_type>both</laminator_type>", true,
      [](_Capabilities& caps) { caps.laminatorType = laminatorTypeNone; }},
-    {"<laminator_type/>", false, [](_Capabilities&) {}},
+    {"<laminator_type/>", false,
+     [](_Capabilities& caps) { caps.laminatorType = laminatorTypeNone; }},
     {"<media_path><atm>yes</atm></media_path>", true, [](_Capabilities& caps) { caps.atm = true; }},
     {"<media_path><atm/></media_path>", false, [](_Capabilities& caps) { caps.atm = false; }},
     {"<media_path><magazine_capacity>100</magazine_capacity></media_path>", true,
@@ -558,12 +618,12 @@ RecordCase const members[] = {
      [](_Capabilities& caps) { caps.printResolution = 600; }},
     {"<mag_encoder>jis</mag_encoder>", true, [](_Capabilities& caps) { caps.magEncoderType = 5; }},
     {"<mag_encoder>ISO</mag_encoder>", true, [](_Capabilities& caps) { caps.magEncoderType = -1; }},
-    {"<mag_encoder/>", false, [](_Capabilities&) {}},
+    {"<mag_encoder/>", false, [](_Capabilities& caps) { caps.magEncoderType = -1; }},
     {"<mag_stripe>front</mag_stripe>", true,
      [](_Capabilities& caps) { caps.magStripeLocation = 1; }},
     {"<mag_stripe>left</mag_stripe>", true,
      [](_Capabilities& caps) { caps.magStripeLocation = -1; }},
-    {"<mag_stripe/>", false, [](_Capabilities&) {}},
+    {"<mag_stripe/>", false, [](_Capabilities& caps) { caps.magStripeLocation = -1; }},
     {"<internal_encoder><comms_channel>usb</comms_channel></internal_encoder>", true,
      [](_Capabilities& caps) { caps.internalEncoder.comms_channel = 2; }},
     {"<internal_encoder><contact_encoding>no</contact_encoding></internal_encoder>", true,
@@ -589,8 +649,11 @@ TEST(Capabilities, OtherNamesAreSkipped) {
 
 TEST(Capabilities, HaveTheResultOfTheLastChildThatIsKnown) {
   auto const systemIsDirect = [](_Capabilities& caps, Arrays&) { caps.printSystem = 0; };
-  expectChildren("<print_system>direct</print_system><print_type/>", false, systemIsDirect);
-  expectChildren("<print_type/><print_system>direct</print_system>", true, systemIsDirect);
+  auto const typeIsUnknownToo = [](_Capabilities& caps, Arrays&) {
+    caps.printSystem = caps.printType = 0;
+  };
+  expectChildren("<print_system>direct</print_system><print_type/>", false, typeIsUnknownToo);
+  expectChildren("<print_type/><print_system>direct</print_system>", true, typeIsUnknownToo);
   expectChildren("<print_system>direct</print_system><unknown/>", true, systemIsDirect);
   expectChildren("", false, nothingChanges);
   expectChildren("text", false, nothingChanges);
@@ -655,6 +718,7 @@ TEST(CapabilitiesReaders, OfGroupsAndKeywordsReadTheElementItself) {
     bool (KVXCapsParser::*read)(TiXmlElement*, _Capabilities&);
     std::string xml;
     void (*set)(_Capabilities&);
+    void (*setEmpty)(_Capabilities&) = [](_Capabilities&) {};
   } const cases[] = {
       {&KVXCapsParser::getMemoryCaps, "<any><ram>5</ram><flash>6</flash></any>",
        [](_Capabilities& caps) { caps.ramSize = 5, caps.flashSize = 6; }},
@@ -671,15 +735,19 @@ TEST(CapabilitiesReaders, OfGroupsAndKeywordsReadTheElementItself) {
        "<any><image_sharpening_level>low</image_sharpening_level></any>",
        [](_Capabilities& caps) { caps.imageSharpeningLevels |= 8; }},
       {&KVXCapsParser::getPrintSystem, "<any>retransfer</any>",
-       [](_Capabilities& caps) { caps.printSystem = 1; }},
+       [](_Capabilities& caps) { caps.printSystem = 1; },
+       [](_Capabilities& caps) { caps.printSystem = -1; }},
       {&KVXCapsParser::getPrintType, "<any>2_side</any>",
-       [](_Capabilities& caps) { caps.printType = 2; }},
+       [](_Capabilities& caps) { caps.printType = 2; },
+       [](_Capabilities& caps) { caps.printType = 0; }},
       {&KVXCapsParser::getLaminator, "<any>present</any>",
-       [](_Capabilities& caps) { caps.laminatorPresent = true; }},
+       [](_Capabilities& caps) { caps.laminatorPresent = true; },
+       [](_Capabilities& caps) { caps.laminatorPresent = false; }},
       {&KVXCapsParser::getLaminatorType, "<any>2_side</any>",
-       [](_Capabilities& caps) { caps.laminatorType = laminatorTypeTwoSides; }},
+       [](_Capabilities& caps) { caps.laminatorType = laminatorTypeTwoSides; },
+       [](_Capabilities& caps) { caps.laminatorType = laminatorTypeNone; }},
   };
-  for (auto const& [read, xml, set] : cases) {
+  for (auto const& [read, xml, set, setEmpty] : cases) {
     SCOPED_TRACE(xml);
     Tree tree(xml);
     TiXmlElement childless("any");
@@ -688,7 +756,8 @@ TEST(CapabilitiesReaders, OfGroupsAndKeywordsReadTheElementItself) {
     };
     HostCapabilities host(3);
     expectReading(host, reading(nullptr), false, nothingChanges);
-    expectReading(host, reading(&childless), false, nothingChanges);
+    expectReading(host, reading(&childless), false,
+                  [set_ = setEmpty](_Capabilities& caps, Arrays&) { set_(caps); });
     expectReading(host, reading(tree.root()), true,
                   [set_ = set](_Capabilities& caps, Arrays&) { set_(caps); });
   }

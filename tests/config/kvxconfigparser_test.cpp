@@ -422,6 +422,68 @@ TEST(ConfigurationWords, TransferType) {
   for (char const* const text : {"Dual", "both", ""}) EXPECT_EQ(code(text), 0) << text;
 }
 
+/// Reads one child without text, in both of its spellings, into a record of sentinels: not read,
+/// and nothing but what `change` does changes.
+template <class Record, class Change>
+void expectEmpty(bool (KVXConfigParser::*reader)(TiXmlElement*, Record&), std::string const& name,
+                 Change change) {
+  for (std::string const& child : {"<" + name + "/>", element(name, "")}) {
+    auto record = filled<Record>();
+    auto expected = filled<Record>();
+    change(expected);
+    EXPECT_FALSE((KVXConfigParser().*reader)(Tree(element("any", child)).root(), record)) << child;
+    EXPECT_TRUE(same(record, expected)) << child;
+  }
+}
+
+TEST(ConfigurationWords, WithoutTextAreStoredAsUnknownAndNotRead) {
+  expectEmpty<_ImageTransferInfo>(&KVXConfigParser::getTransferSettings, "transfer_type",
+                                  [](auto& record) { record.transfer_type = 0; });
+  expectEmpty<_InternalEncoderInfo>(&KVXConfigParser::getInternalEncoder, "comms_channel",
+                                    [](auto& record) { record.comms_channel = 0; });
+  expectEmpty<_InternalEncoderInfo>(&KVXConfigParser::getInternalEncoder, "contact_encoding",
+                                    [](auto& record) { record.contact_encoding = false; });
+  // A record of sentinels has a first encoder.
+  expectEmpty<_InternalEncoderInfo>(&KVXConfigParser::getInternalEncoder, "contactless_encoder",
+                                    [](auto& record) { record.secondContactlessEncoder = 0; });
+  expectEmpty<_CustomCardInfo>(&KVXConfigParser::getCardInformation, "coercivity",
+                               [](auto& record) { record.coercivity = 0; });
+  for (char const* const text : {"<e/>", "<e></e>"}) {
+    auto control = filled<ErrorControl>();
+    EXPECT_FALSE(KVXConfigParser().getErrorControl(Tree(text).root(), control));
+    EXPECT_EQ(control, errorControlHigh);
+  }
+}
+
+TEST(ConfigurationWords, SomeWithoutTextAreLeft) {
+  auto const nothing = [](auto&) {};
+  for (char const* const name : {"security", "crypto", "dhcp", "snmp", "radio"}) {
+    expectEmpty<_WirelessParams>(&KVXConfigParser::getWirelessParams, name, nothing);
+  }
+  for (char const* const name : {"dhcp", "snmp"}) {
+    expectEmpty<_NetworkParams>(&KVXConfigParser::getNetworkParams, name, nothing);
+  }
+  for (char const* const name : {"mag_stripe", "contact_encode", "non_contact_encode"}) {
+    expectEmpty<_CustomCardInfo>(&KVXConfigParser::getCardInformation, name, nothing);
+  }
+  for (char const* const name : {"width", "registration"}) {
+    for (std::string const& child : {"<" + std::string(name) + "/>", element(name, "")}) {
+      auto laminate = filled<_Laminate>();
+      Tree tree(element("any", element("laminate_installed", child)));
+      EXPECT_FALSE(KVXConfigParser().getLaminateInfo(tree.root(), laminate)) << child;
+      EXPECT_TRUE(untouched(laminate)) << child;
+    }
+  }
+  for (char const* const text : {"<e/>", "<e></e>"}) {
+    auto speed = filled<USB_Speed>();
+    EXPECT_FALSE(KVXConfigParser().getUSBSpeed(Tree(text).root(), speed));
+    EXPECT_TRUE(untouched(speed)) << text;
+    auto mode = filled<_eFeedMode>();
+    EXPECT_FALSE(KVXConfigParser().getFeederParams(Tree(text).root(), mode));
+    EXPECT_TRUE(untouched(mode)) << text;
+  }
+}
+
 TEST(ConfigurationWords, OneValueReadersTellOfTheText) {
   KVXConfigParser parser;
   ErrorControl control = errorControlNone;
@@ -680,6 +742,13 @@ TEST(ConfigurationEncoder, SecondContactlessEncoder) {
   EXPECT_EQ(unknownFirst.contactless_encoder, 2);
   EXPECT_EQ(unknownFirst.secondContactlessEncoder, 0);
   EXPECT_EQ(read(encoder("uhf")).contactless_encoder, 3);
+  _InternalEncoderInfo const emptyFirst = read("<contactless_encoder/>" + encoder("felica"));
+  EXPECT_EQ(emptyFirst.contactless_encoder, 2) << "it leaves the place";
+  EXPECT_EQ(emptyFirst.secondContactlessEncoder, 0);
+  _InternalEncoderInfo const emptyLast =
+      read(encoder("mifare") + encoder("lf") + "<contactless_encoder/>");
+  EXPECT_EQ(emptyLast.contactless_encoder, 1);
+  EXPECT_EQ(emptyLast.secondContactlessEncoder, 0) << "as an unknown one";
 }
 
 TEST(ConfigurationEncoder, ChannelAndContactEncoding) {

@@ -141,6 +141,19 @@ TEST(ValueRows, KeepTheMemberOfAnEmptyElement) {
   }
 }
 
+TEST(AnyKeywordRow, StoresTheUnknownCodeForAnElementWithoutText) {
+  for (char const* const empty : {"<any/>", "<any></any>", "<any> </any>"}) {
+    auto expected = filled<Sample>();
+    expected.any = words.unknown;
+    auto const [result, record] = walked("<whole/>" + std::string(empty));
+    EXPECT_FALSE(result) << empty;
+    EXPECT_TRUE(same(record, expected)) << empty;
+  }
+  expectRead("<any/><any>dual</any>", [](Sample& record) { record.any = 2; });
+  expectRead("<any>dual</any><any>other</any>", [](Sample& record) { record.any = 9; });
+  expectRead("<any/><whole>1</whole>", [](Sample& record) { record.any = 9, record.whole = 1; });
+}
+
 TEST(NumberRow, ReadsInTheFormOfItsMember) {
   expectRead("<whole>-70000</whole>", [](Sample& record) { record.whole = -70000; });
   expectRead("<narrow>70000</narrow>", [](Sample& record) { record.narrow = 4464; });
@@ -422,20 +435,20 @@ TEST(Tables, TellEveryElementAndWordOfTheirDocument) {
   Outline outline;
   outlineOf(table, outline);
   EXPECT_EQ(outline,
-            (Outline{"at",     "bits",    "closed",      "counter", "dark",  "depth",   "disabled",
-                     "door",   "dual",    "enabled",     "first",   "group", "grouped", "inner",
-                     "known",  "level",   "lock",        "locked",  "mac",   "max",     "min",
-                     "narrow", "natural", "no",          "odd",     "pale",  "ratio",   "real",
-                     "sensor", "shade",   "single",      "tag",     "text",  "third",   "twin",
-                     "wanted", "whole",   "wide-number", "word",    "yes"}));
+            (Outline{"any",      "at",     "bits",    "closed",      "counter", "dark",  "depth",
+                     "disabled", "door",   "dual",    "enabled",     "first",   "group", "grouped",
+                     "inner",    "known",  "level",   "lock",        "locked",  "mac",   "max",
+                     "min",      "narrow", "natural", "no",          "odd",     "pale",  "ratio",
+                     "real",     "sensor", "shade",   "single",      "tag",     "text",  "third",
+                     "twin",     "wanted", "whole",   "wide-number", "word",    "yes"}));
 }
 
 TEST(Tables, TellEveryMemberThatMayBeAssigned) {
   Keys keys;
   keysOf(table, keys);
-  EXPECT_EQ(keys, (Keys{"whole", "narrow", "counter", "natural", "wide",  "real",    "text",
-                        "word",  "known",  "shade",   "locked",  "open",  "enabled", "wanted",
-                        "flags", "mac",    "level",   "ratio",   "inner", "grouped"}));
+  EXPECT_EQ(keys, (Keys{"whole",  "narrow", "counter", "natural", "wide",   "real",  "text",
+                        "word",   "known",  "any",     "shade",   "locked", "open",  "enabled",
+                        "wanted", "flags",  "mac",     "level",   "ratio",  "inner", "grouped"}));
 }
 
 // ---- Writing --------------------------------------------------------------------------------
@@ -462,6 +475,7 @@ TEST(WrittenRows, StandInTheOrderOfTheirTable) {
   std::strcpy(record.text, "a<b");
   record.word = 2;
   record.known = 7;
+  record.any = 7;
   record.shade = unknownShade;
   record.enabled = 1;
   record.flags = 4;
@@ -475,7 +489,7 @@ TEST(WrittenRows, StandInTheOrderOfTheirTable) {
   EXPECT_EQ(text,
             "<p><whole>-7</whole><narrow>0</narrow><natural>4294967295</natural>"
             "<wide-number>-9223372036854775808</wide-number><real>2.5000</real>"
-            "<text>a&lt;b</text><word>dual</word><known></known><shade></shade>"
+            "<text>a&lt;b</text><word>dual</word><known></known><any></any><shade></shade>"
             "<enabled>enabled</enabled><wanted>no</wanted><first>no</first><third>yes</third>"
             "<mac>00:0a:00:00:00:ff</mac><level min=\"1\" max=\"9\">5</level>"
             "<ratio min=\"0.00\" max=\"0.00\">0.0000</ratio>"

@@ -215,12 +215,25 @@ TEST(ObservedWalk, NotesTextsThatWereCut) {
 
 TEST(ObservedWalk, NotesEmptyElementsOfEveryKindOfRow) {
   for (char const* const name :
-       {"whole", "narrow", "counter", "natural", "wide-number", "real", "bits", "text", "word",
-        "known", "shade", "lock", "door", "enabled", "wanted", "first", "mac", "inner", "group"}) {
+       {"whole",   "narrow", "counter", "natural", "wide-number", "real", "bits",
+        "text",    "word",   "known",   "any",     "shade",       "lock", "door",
+        "enabled", "wanted", "first",   "mac",     "inner",       "group"}) {
     Note const note = onlyNote("<" + std::string(name) + "/>");
     EXPECT_EQ(note.kind, Note::Kind::emptyElement) << name;
     EXPECT_EQ(note.element, name);
   }
+}
+
+TEST(ObservedWalk, ShowsWhatAnElementWithoutTextStored) {
+  Watched const found = watched("<any>dual</any><any/>");
+  EXPECT_FALSE(found.result);
+  Value const* const any = found.shown.find("any");
+  ASSERT_NE(any, nullptr);
+  EXPECT_EQ(any->kind, Value::Kind::keyword);
+  EXPECT_EQ(any->integer, words.unknown) << "and not the code that it overwrote";
+  EXPECT_EQ(any->text, "");
+  EXPECT_FALSE(any->known);
+  EXPECT_EQ(watched("<word/>").shown.find("word"), nullptr) << "it stored nothing";
 }
 
 TEST(ObservedWalk, NotesWhichAttributeIsMissing) {

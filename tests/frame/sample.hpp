@@ -34,6 +34,7 @@ struct Sample {
   char text[8];
   int word;
   int known;
+  int any;
   Shade shade;
   char locked;
   bool open;
@@ -87,6 +88,7 @@ inline constexpr frame::Field<Sample> table[] = {
     frame::text<&Sample::text>("text"),
     frame::keyword<&Sample::word, words>("word"),
     frame::knownKeyword<&Sample::known, words>("known"),
+    frame::anyKeyword<&Sample::any, words>("any"),
     frame::keyword<&Sample::shade, shades>("shade"),
     frame::flagIf<&Sample::locked, "locked">("lock"),
     frame::flagUnless<&Sample::open, "closed">("door"),

@@ -276,8 +276,12 @@ TEST(MediaCard, InformationIsReadMemberByMember) {
        {"<coercivity>high</coercivity>", true, [](_CardInfo& card) { card.coercivity = 2; }},
        {"<coercivity>none</coercivity>", true, [](_CardInfo& card) { card.coercivity = 0; }},
        {"<coercivity>High</coercivity>", true, [](_CardInfo& card) { card.coercivity = 0; }},
-       {"<coercivity/>", false, [](_CardInfo&) {}},
-       {"<type>1</type><coercivity/>", false, [](_CardInfo& card) { card.type = 1; }}});
+       {"<coercivity/>", false, [](_CardInfo& card) { card.coercivity = 0; }},
+       {"<coercivity></coercivity>", false, [](_CardInfo& card) { card.coercivity = 0; }},
+       {"<type>1</type><coercivity/>", false,
+        [](_CardInfo& card) { card.type = 1, card.coercivity = 0; }},
+       {"<coercivity/><type>1</type>", true,
+        [](_CardInfo& card) { card.type = 1, card.coercivity = 0; }}});
 }
 
 /// A text of each length around the array's goes into it, cut, and touches nothing behind it.

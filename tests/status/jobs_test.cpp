@@ -296,6 +296,14 @@ TEST(JobList, ReadsTheStatesOfItsJobs) {
   }
 }
 
+TEST(JobList, LeavesWhatElementsOfAJobWithoutTextWouldFill) {
+  for (std::string const name : {"action_id", "uuid", "print_state"}) {
+    for (std::string const& empty : {"<" + name + "/>", element(name, "")}) {
+      jobList(1).expect(false, element("job", empty), [](KVJobList& list) { list.count = 1; });
+    }
+  }
+}
+
 TEST(JobList, TakesTheFirstOfTwoRoots) {
   auto const outcome =
       jobList(128).parsed(element("get_job_list", jobs(3)) + element("get_job_list", jobs(5)));

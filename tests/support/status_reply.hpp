@@ -31,10 +31,13 @@ struct MemberCase {
   char const* text;
   void (*set)(Record&);
 
+  /// An element in the place of this one.
+  std::string placed(std::string const& other) const {
+    return *within != '\0' ? element(within, other) : other;
+  }
   /// The element with another name or text, with what stands around it.
   std::string wrapped(std::string const& otherName, std::string const& otherText) const {
-    std::string const inner = element(otherName, otherText);
-    return *within != '\0' ? element(within, inner) : inner;
+    return placed(element(otherName, otherText));
   }
 };
 
@@ -104,6 +107,7 @@ struct StatusReply {
       std::string const name = one.name;
       expectRead(one.wrapped(name, one.text), one.set);
       expectSkipped(one.wrapped(name, ""));
+      expectSkipped(one.placed("<" + name + "/>"));
       std::string const changed = name == upper(name) ? lower(name) : upper(name);
       for (std::string const& other :
            {changed, name + "s", name.substr(0, name.size() - 1), "x:" + name}) {

@@ -1,14 +1,11 @@
 #include "kvxhelper.h"
 
 #include <array>
-#include <charconv>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 
+#include "frame/convert.hpp"
 #include "frame/kvxhelper_words.hpp"
-#include "frame/text.hpp"
 
 namespace Kovra {
 
@@ -18,67 +15,22 @@ char szRibbonName[32] = {};
 
 namespace {
 
-using Kovra::frame::copyBounded;
-using Kovra::frame::textOf;
+using namespace Kovra::frame;
 
-/// Room for a word such as "enabled", or for a number in an attribute.
-using ShortText = std::array<char, 32>;
+/// The value of the element's first child node, whatever that is: of an element that stands first
+/// the name, of a comment its text. Null when there is no child (or no element).
+char const* textOf(TiXmlElement const* element) {
+  TiXmlNode const* const child = element != nullptr ? element->FirstChild() : nullptr;
+  return child != nullptr ? child->Value() : nullptr;
+}
+
+/// The value of an attribute, or null.
+char const* attributeOf(TiXmlElement const* element, char const* name) {
+  return element != nullptr && name != nullptr ? element->Attribute(name) : nullptr;
+}
 
 /// Room for the longest number that a format below can print: a double with six decimals.
 using NumberText = std::array<char, 352>;
-
-bool meansTrue(ShortText const& text) {
-  return std::strcmp(text.data(), "enabled") == 0 || std::strcmp(text.data(), "yes") == 0;
-}
-
-/// Converts an element's text with `convert`; every GetNumber form is one such conversion.
-template <class Number, class Convert>
-bool readNumber(TiXmlElement const* el, Number& out, Convert convert) {
-  char const* const text = textOf(el);
-  if (text == nullptr) return false;
-  out = static_cast<Number>(convert(text));
-  return true;
-}
-
-/// Converts as strtol() does in base 10; false when the text begins with no number. Digits alone,
-/// which is what printers send, are converted faster; blanks and plus signs before them, and what
-/// no long can hold, are left to strtol() itself.
-bool scanDecimal(char const* text, long& number) {
-  if (std::from_chars(text, text + std::strlen(text), number).ec == std::errc{}) return true;
-  char* end = nullptr;
-  number = std::strtol(text, &end, 10);
-  return end != text;
-}
-
-long decimal(char const* text) {
-  long number = 0;
-  scanDecimal(text, number);
-  return number;
-}
-
-/// The value of a hexadecimal digit, or -1.
-int digitOf(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
-}
-
-/// Scans a hardware address in the form in which printers send it, two digits in each field: sscanf
-/// would store the same, but in a list of addresses it takes a tenth of the whole reading. False,
-/// with nothing stored, for any other form.
-bool scanPlainAddress(char const* text, unsigned char* out) {
-  std::array<unsigned char, 6> bytes{};
-  for (std::size_t i = 0; i < bytes.size(); ++i, text += 2) {
-    if (i > 0 && *text++ != ':') return false;
-    int const high = digitOf(text[0]);
-    int const low = high < 0 ? -1 : digitOf(text[1]);
-    if (low < 0) return false;
-    bytes[i] = static_cast<unsigned char>(high * 16 + low);
-  }
-  std::memcpy(out, bytes.data(), bytes.size());
-  return true;
-}
 
 /// Links a new element `name` with one text below `parent`; `decorate` sets its attributes.
 template <class Decorate>
@@ -145,36 +97,15 @@ KVXHelper::~KVXHelper() = default;
 // Reading an attribute.
 
 bool KVXHelper::GetString(TiXmlElement* el, char* attr, char* out, int len) {
-  if (el == nullptr || attr == nullptr || out == nullptr) return false;
-  char const* const value = el->Attribute(attr);
-  return value != nullptr && copyBounded(value, out, len);
+  return out != nullptr && convertText(attributeOf(el, attr), out, len);
 }
 
 bool KVXHelper::GetNumberFromAttr(TiXmlElement* el, char* attr, int& out) {
-  char const* const value = el != nullptr && attr != nullptr ? el->Attribute(attr) : nullptr;
-  if (value == nullptr) return false;
-  // As TinyXML's own query by "%d", and much faster: configurations have hundreds of bounds.
-  long number = 0;
-  if (!scanDecimal(value, number)) return false;
-  out = static_cast<int>(number);
-  return true;
+  return convertBound(attributeOf(el, attr), out);
 }
 
 bool KVXHelper::GetNumberFromAttr(TiXmlElement* el, char* attr, float& out) {
-  char const* const value = el != nullptr && attr != nullptr ? el->Attribute(attr) : nullptr;
-  if (value == nullptr) return false;
-  // Digits alone are converted as TinyXML's own query by "%lf" does it, and faster; of exponents,
-  // hexadecimals and words the two ways take different ones.
-  double number = 0;
-  if (value[std::strspn(value, "+-.0123456789")] != '\0') {
-    if (el->QueryDoubleAttribute(attr, &number) != TIXML_SUCCESS) return false;
-  } else {
-    char* end = nullptr;
-    number = std::strtod(value, &end);
-    if (end == value) return false;
-  }
-  out = static_cast<float>(number);
-  return true;
+  return convertBound(attributeOf(el, attr), out);
 }
 
 bool KVXHelper::GetInt(TiXmlElement* el, char* attr, int& out) {
@@ -182,7 +113,7 @@ bool KVXHelper::GetInt(TiXmlElement* el, char* attr, int& out) {
 }
 
 bool KVXHelper::GetShort(TiXmlElement* el, char* attr, unsigned short& out) {
-  ShortText text{};
+  std::array<char, 32> text{};
   if (!GetString(el, attr, text.data(), static_cast<int>(text.size()))) return false;
   // A text that is no number counts as read and stores nothing: hosts rely on it.
   static_cast<void>(std::sscanf(text.data(), "%hu", &out));
@@ -190,10 +121,7 @@ bool KVXHelper::GetShort(TiXmlElement* el, char* attr, unsigned short& out) {
 }
 
 bool KVXHelper::GetBool(TiXmlElement* el, char* attr, char& out) {
-  ShortText text{};
-  if (!GetString(el, attr, text.data(), static_cast<int>(text.size()))) return false;
-  out = meansTrue(text) ? 1 : 0;
-  return true;
+  return convertFlag(attributeOf(el, attr), out);
 }
 
 bool KVXHelper::GetIP(TiXmlElement*, char*, unsigned long&) {
@@ -203,59 +131,43 @@ bool KVXHelper::GetIP(TiXmlElement*, char*, unsigned long&) {
 // Reading an element's text.
 
 bool KVXHelper::GetString(TiXmlElement* el, char& out, int len) {
-  char const* const text = textOf(el);
-  return text != nullptr && copyBounded(text, &out, len);
+  return convertText(textOf(el), &out, len);
 }
 
 bool KVXHelper::GetBool(TiXmlElement* el, char& out) {
-  ShortText text{};
-  if (!GetString(el, *text.data(), static_cast<int>(text.size()))) return false;
-  out = meansTrue(text) ? 1 : 0;
-  return true;
+  return convertFlag(textOf(el), out);
 }
 
 bool KVXHelper::GetBool(TiXmlElement* el, bool& out) {
-  char flag = 0;
-  bool const read = GetBool(el, flag);
-  out = flag != 0;  // also when nothing was read: deliberately unlike the char form
-  return read;
+  return convertFlag(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, int& out, bool) {
-  return readNumber(el, out, decimal);
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, unsigned short& out, bool) {
-  return readNumber(el, out, decimal);
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, unsigned long& out, bool) {
-  // The printer's counters are 16 bits wide for every host, though the member is not.
-  return readNumber(el, out, [](char const* text) { return decimal(text) & 0xFFFF; });
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, unsigned int& out, bool) {
-  return readNumber(el, out, decimal);
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, long& out, bool) {
-  return readNumber(el, out, decimal);
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetNumber(TiXmlElement* el, float& out, bool) {
-  return readNumber(el, out, [](char const* text) { return std::strtod(text, nullptr); });
+  return convertNumber(textOf(el), out);
 }
 
 bool KVXHelper::GetPhysicalAddress(TiXmlElement* el, unsigned char* out) {
-  char const* const text = textOf(el);
-  if (text == nullptr || out == nullptr) return false;
-  if (scanPlainAddress(text, out)) return true;
-  std::array<unsigned int, 6> fields{};
-  // Fields that the text does not have stay 0, and a short text counts as read.
-  static_cast<void>(std::sscanf(text, "%02x:%02x:%02x:%02x:%02x:%02x", &fields[0], &fields[1],
-                                &fields[2], &fields[3], &fields[4], &fields[5]));
-  for (std::size_t i = 0; i < fields.size(); ++i) out[i] = static_cast<unsigned char>(fields[i]);
-  return true;
+  return out != nullptr && convertAddress(textOf(el), out);
 }
 
 // Adding a child element.

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "frame/nodes.hpp"
+
 namespace Kovra::frame {
 
 namespace {
@@ -15,41 +17,12 @@ void overwrite(std::string const& text) noexcept {
   wipe(reached(text).data(), text.size());
 }
 
-/// The node behind `node` in the document's order and how deep it is, without recursion.
-struct Step {
-  TiXmlNode const* node;
-  std::size_t depth;
-
-  void next(TiXmlNode const& top) {
-    if (node->FirstChild() != nullptr) {
-      node = node->FirstChild();
-      ++depth;
-      return;
-    }
-    while (node != &top && node->NextSibling() == nullptr) {
-      node = node->Parent();
-      --depth;
-    }
-    node = node != &top ? node->NextSibling() : nullptr;
-  }
-};
-
 /// Calls `visit` with every node below `top` and its depth; children of `top` are 0 deep.
 template <class Visit>
 void visitBelow(TiXmlNode const& top, Visit visit) {
-  if (top.FirstChild() == nullptr) return;
-  for (Step step{top.FirstChild(), 0}; step.node != nullptr; step.next(top)) {
-    visit(*step.node, step.depth);
-  }
-}
-
-template <class Visit>
-void visitAttributes(TiXmlNode const& node, Visit visit) {
-  if (node.Type() != TiXmlNode::TINYXML_ELEMENT) return;
-  for (TiXmlAttribute const* attribute = static_cast<TiXmlElement const&>(node).FirstAttribute();
-       attribute != nullptr; attribute = attribute->Next()) {
-    visit(*attribute);
-  }
+  visitNodes(top, [&](TiXmlNode const& node, std::size_t depth) {
+    if (&node != &top) visit(node, depth - 1);
+  });
 }
 
 /// The longest that TinyXML makes of one byte: "&quot;" or "&#x1F;".

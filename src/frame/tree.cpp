@@ -1,0 +1,69 @@
+#include "frame/tree.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace Kovra::frame {
+
+namespace {
+
+std::size_t count(char wanted, std::string_view text) {
+  std::size_t found = 0;
+  while (!text.empty()) {
+    void const* const next = std::memchr(text.data(), wanted, text.size());
+    if (next == nullptr) break;
+    ++found;
+    text.remove_prefix(static_cast<std::size_t>(static_cast<char const*>(next) - text.data()) + 1);
+  }
+  return found;
+}
+
+}  // namespace
+
+std::size_t Tree::bound(std::string_view rest) {
+  std::size_t const marks = std::min(count('<', rest), count('>', rest) + 1) + 1;
+  return 2 * marks * sizeof(Node) + (count('=', rest) + 2) * sizeof(Attribute);
+}
+
+Tree::Tree(char const* text, std::span<std::byte> first) noexcept : text_(text) {
+  place(first);
+}
+
+// The piece of memory is used in whole attributes from its end, so that these are aligned.
+void Tree::place(std::span<std::byte> memory) {
+  nodes_ = reinterpret_cast<Node*>(memory.data());
+  std::size_t const room = memory.size() & ~(alignof(Attribute) - 1);
+  end_ = reinterpret_cast<Attribute*>(memory.data() + room);
+  free_ = room - nodeCount_ * sizeof(Node) - attributeCount_ * sizeof(Attribute);
+}
+
+// Links are indices, so nodes may lie anywhere.
+void Tree::move(std::size_t more) {
+  std::size_t const nodes = nodeCount_ * sizeof(Node);
+  std::size_t const attributes = attributeCount_ * sizeof(Attribute);
+  std::size_t const size = nodes + attributes + more;
+  std::unique_ptr<std::byte[]> block(new std::byte[size]);
+  if (nodes > 0) std::memcpy(block.get(), nodes_, nodes);
+  if (attributes > 0) {
+    std::memcpy(block.get() + size - attributes, end_ - attributeCount_, attributes);
+  }
+  place({block.get(), size});
+  block_ = std::move(block);
+}
+
+char const* Element::attribute(std::string_view name) const {
+  if (tree_ == nullptr) return nullptr;
+  Node const& own = node();
+  for (std::uint32_t i = 0; i < own.attributes; ++i) {
+    Attribute const& attribute = tree_->attribute(own.attribute + i);
+    if (tree_->view(attribute.name) == name) return tree_->terminated(attribute.value);
+  }
+  return nullptr;
+}
+
+Element firstElement(Tree const& tree) {
+  return tree.nodes().empty() ? Element() : Element(tree, 0).elementFrom(0);
+}
+
+}  // namespace Kovra::frame

@@ -1,0 +1,216 @@
+/// @file
+/// A parsed text: a flat array of nodes over one private copy of the text.
+///
+/// The tree is TinyXML's, node for node: the same elements, texts, CDATA sections, comments,
+/// unknowns and declarations with the same values in the same order. But no node owns anything: its
+/// value is a piece of the text, decoded in place, and links are indices. Nodes stand in the order
+/// of the document, so the first child of a node, if it has any, is the node behind it.
+///
+///     <status><alarms n="1">0x0</alarms></status>
+///
+///     node  kind     value     next  child  attributes
+///     0     element  "status"  -     yes
+///     1     element  "alarms"  -     yes    n="1"
+///     2     text     "0x0"     -     no
+///
+/// Nodes grow from the beginning of one piece of memory, attributes from its end. The piece that
+/// the tree starts with lies on the stack and suffices for most replies. Where it does not, what is
+/// left of the text is looked over once, and one block takes all that can come.
+
+#ifndef KOVRA_FRAME_TREE_HPP
+#define KOVRA_FRAME_TREE_HPP
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <utility>
+
+namespace Kovra::frame {
+
+/// A piece of the tree's text. A zero byte stands behind it, unless it belongs to a declaration.
+struct Piece {
+  std::uint32_t at;
+  std::uint32_t length;
+};
+
+struct Attribute {
+  Piece name;
+  Piece value;
+};
+
+enum class NodeKind : std::uint8_t { element, text, cdata, comment, unknown, declaration };
+
+struct Node {
+  Piece value;              ///< an element's name, and of others what stands in them
+  std::uint32_t next;       ///< the next sibling; 0 when there is none
+  std::uint32_t offset;     ///< where the node begins in the text, counted in bytes
+  std::uint32_t attribute;  ///< the first one
+  std::uint16_t attributes;
+  NodeKind kind;
+  bool hasChild;  ///< the next node is the first child
+};
+static_assert(sizeof(Node) == 24 && sizeof(Attribute) == 16, "replies are many and memory is dear");
+
+class Tree {
+ public:
+  /// The longest text whose bytes can be counted.
+  static constexpr std::size_t longestText = std::numeric_limits<std::uint32_t>::max() / 2;
+
+  /// How many bytes of nodes and attributes the rest of a text can become, at the most. Each node
+  /// but text begins with a `<`, and all but a last one end with a `>`; a text stands behind such a
+  /// mark; an attribute has a `=`, apart from one that a cut declaration ends with.
+  static std::size_t bound(std::string_view rest);
+
+  /// A tree over `text`, which has to outlive it, with `first` as the memory to begin with.
+  Tree(char const* text, std::span<std::byte> first) noexcept;
+
+  char const* text() const { return text_; }
+  std::span<Node const> nodes() const { return {nodes_, nodeCount_}; }
+  Node const& node(std::uint32_t index) const { return nodes_[index]; }
+  /// Attributes in the order of the text; each element's stand together.
+  Attribute const& attribute(std::uint32_t index) const { return end_[-1 - std::int64_t{index}]; }
+  std::uint32_t attributeCount() const { return attributeCount_; }
+  std::string_view view(Piece piece) const { return {text_ + piece.at, piece.length}; }
+  /// The same for those that end at a zero byte.
+  char const* terminated(Piece piece) const { return text_ + piece.at; }
+
+  // Building. `rest` is the text from which whatever is still to be added will be made.
+
+  std::uint32_t add(Node const& node, std::string_view rest) {
+    reserve(sizeof node, rest);
+    nodes_[nodeCount_] = node;
+    return nodeCount_++;
+  }
+  void add(Attribute const& attribute, std::string_view rest) {
+    reserve(sizeof attribute, rest);
+    ++attributeCount_;
+    end_[-std::int64_t{attributeCount_}] = attribute;
+  }
+  Node& at(std::uint32_t index) { return nodes_[index]; }
+  Attribute& attributeAt(std::uint32_t index) { return end_[-1 - std::int64_t{index}]; }
+  /// Makes room for so many nodes and attributes more, where their number is known.
+  void reserve(std::size_t bytes) {
+    if (free_ < bytes) move(bytes);
+  }
+
+ private:
+  void reserve(std::size_t bytes, std::string_view rest) {
+    if (free_ < bytes) move(bound(rest));
+    free_ -= bytes;
+  }
+  void move(std::size_t more);
+  void place(std::span<std::byte> memory);
+
+  char const* text_;
+  Node* nodes_ = nullptr;
+  Attribute* end_ = nullptr;  ///< behind the first attribute: they are stored backwards
+  std::size_t free_ = 0;
+  std::uint32_t nodeCount_ = 0;
+  std::uint32_t attributeCount_ = 0;
+  std::unique_ptr<std::byte[]> block_;
+};
+
+/// Builds a tree: takes nodes as they come in the order of the document, and links them. While an
+/// element is open, its link to the next sibling, of no use yet, leads to the element around it.
+class TreeBuilder {
+ public:
+  static constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
+
+  explicit TreeBuilder(Tree& tree) : tree_(tree) {}
+
+  /// Adds a node to the open element. `rest` is what is still to become nodes.
+  std::uint32_t add(NodeKind kind, Piece value, std::uint32_t offset, std::string_view rest = {}) {
+    std::uint32_t const node =
+        tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, rest);
+    if (previous_ != none) {
+      tree_.at(previous_).next = node;
+    } else if (open_ != none) {
+      tree_.at(open_).hasChild = true;
+    }
+    previous_ = node;
+    return node;
+  }
+
+  /// Opens the element that was added last.
+  void open(std::uint32_t element) {
+    tree_.at(element).next = open_;
+    open_ = element;
+    previous_ = none;
+    ++depth_;
+  }
+
+  void close() {
+    previous_ = open_;
+    open_ = std::exchange(tree_.at(open_).next, 0);
+    --depth_;
+  }
+
+  /// The innermost open element, or `none`.
+  std::uint32_t innermost() const { return open_; }
+  std::size_t depth() const { return depth_; }
+
+ private:
+  Tree& tree_;
+  std::uint32_t open_ = none;
+  std::uint32_t previous_ = none;  ///< the last child of the open element so far
+  std::size_t depth_ = 0;
+};
+
+/// An element of a tree, or none: all that readings know of a document.
+class Element {
+ public:
+  Element() = default;
+  Element(Tree const& tree, std::uint32_t index) : tree_(&tree), index_(index) {}
+
+  explicit operator bool() const { return tree_ != nullptr; }
+
+  std::string_view name() const { return tree_->view(node().value); }
+
+  /// The value of the first child node, whatever that is: of an element that stands first the name,
+  /// of a comment its text. Null when there is no child, or no element.
+  char const* text() const {
+    if (tree_ == nullptr || !node().hasChild) return nullptr;
+    return tree_->terminated(tree_->node(index_ + 1).value);
+  }
+
+  /// The value of an attribute; null when the element lacks it, or when there is no element.
+  char const* attribute(std::string_view name) const;
+
+  /// The first child element, or none.
+  Element firstChild() const {
+    return tree_ != nullptr && node().hasChild ? elementFrom(index_ + 1) : Element();
+  }
+  /// The next element with the same parent, or none.
+  Element nextSibling() const { return node().next != 0 ? elementFrom(node().next) : Element(); }
+
+  /// Where the element stands in the text, in bytes.
+  std::uint32_t offset() const { return node().offset; }
+  /// Tells elements of one tree apart.
+  std::uint32_t index() const { return index_; }
+
+ private:
+  Node const& node() const { return tree_->node(index_); }
+  /// The element at `index`, or the first of its later siblings that is one.
+  Element elementFrom(std::uint32_t index) const {
+    while (tree_->node(index).kind != NodeKind::element) {
+      index = tree_->node(index).next;
+      if (index == 0) return {};
+    }
+    return {*tree_, index};
+  }
+
+  friend Element firstElement(Tree const& tree);
+
+  Tree const* tree_ = nullptr;
+  std::uint32_t index_ = 0;
+};
+
+/// The first element that stands in no other, or none.
+Element firstElement(Tree const& tree);
+
+}  // namespace Kovra::frame
+
+#endif

@@ -123,25 +123,18 @@ struct TwoWaysKind : AnyKeywordKind<Reads> {
   }
 };
 
-/// A flag by KVXHelper::GetBool into a `bool`: an empty element clears it.
-struct BoolKind : SwitchKind<"yes", "no"> {
-  static bool read(TiXmlElement& element, bool& out) { return KVXHelper::GetBool(&element, out); }
-};
-
 /// A flag that is a keyword.
 struct LaminatorKind : AnyKeywordKind<laminators> {
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
-                     bool present) {
+  static void report(Observer& observer, std::string_view name, Element element, bool present) {
     observer.member(name, shown(present));
     WordText text;
     text.read(element);
     if (laminators.find(text.get()) == nullptr) {
-      observer.unknownWord(element, textOf(&element), laminators);
+      observer.unknownWord(element, element.text(), laminators);
     }
   }
 
-  static void missing(Observer& observer, std::string_view name, TiXmlElement& element,
-                      bool present) {
+  static void missing(Observer& observer, std::string_view name, Element element, bool present) {
     observer.emptyElement(element);
     observer.member(name, shown(present));
   }
@@ -153,7 +146,7 @@ struct LaminatorKind : AnyKeywordKind<laminators> {
 
 template <auto M>
 constexpr auto flag(std::string_view element) {
-  return row<M, BoolKind>(element);
+  return row<M, ClearedSwitchKind>(element);
 }
 
 /// A text that is always the same; never read.
@@ -209,7 +202,7 @@ struct CodeEntry {
   using Entry = int;
 
   template <class Watch>
-  static bool read(TiXmlElement& element, int& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, int& entry, Watch& watch, std::string_view list,
                    std::size_t index) {
     return watch.item(list, index, [&] {
       bool const read = AnyKeywordKind<Words>::read(element, entry);
@@ -236,7 +229,7 @@ struct TextEntry {
   static constexpr Field<Entry> itself[] = {text<M>("")};
 
   template <class Watch>
-  static bool read(TiXmlElement& element, Entry& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, Entry& entry, Watch& watch, std::string_view list,
                    std::size_t index) {
     return watch.entry(list, index,
                        [&] { return readChild(itself, element, entry, watch, false); });
@@ -281,7 +274,7 @@ struct List {
   /// All children count, whatever their names. More than the array can hold: their number becomes
   /// the count, and that is a success. Otherwise the count stays as the host set it.
   template <class Watch>
-  static bool read(TiXmlElement& list, _Capabilities& caps, Watch& watch) {
+  static bool read(Element list, _Capabilities& caps, Watch& watch) {
     return readInto<EntriesBy<Array, Item, Each>>(list, caps, watch);
   }
 
@@ -317,7 +310,7 @@ struct List {
 
  protected:
   template <class Entries, class Watch>
-  static bool readInto(TiXmlElement& list, _Capabilities& caps, Watch& watch) {
+  static bool readInto(Element list, _Capabilities& caps, Watch& watch) {
     auto const room = static_cast<std::size_t>(capacity(caps));
     std::size_t const needed = countChildren(list);
     if (needed > room) {
@@ -352,21 +345,21 @@ using AllDevicePorts =
 struct DevicePorts : AllDevicePorts {
   struct IntoTheFirst {
     template <class Watch>
-    static bool read(TiXmlElement& list, std::span<_PortCaps> room, Watch& watch) {
+    static bool read(Element list, std::span<_PortCaps> room, Watch& watch) {
       remark(watch, [](Observer& observer) { observer.list(member); });
-      TiXmlElement const* overwritten = nullptr;
-      return walkEntries(&list, "device_port", watch, [&](TiXmlElement& child, bool) {
+      Element overwritten;
+      return walkEntries(list, "device_port", watch, [&](Element child, bool) {
         remark(watch, [&](Observer& observer) {
-          if (overwritten != nullptr) observer.surplusEntry(*overwritten, 1);
+          if (overwritten) observer.surplusEntry(overwritten, 1);
         });
-        overwritten = &child;
+        overwritten = child;
         return RecordEntry<port>::read(child, room.front(), watch, member, 0);
       });
     }
   };
 
   template <class Watch>
-  static bool read(TiXmlElement& list, _Capabilities& caps, Watch& watch) {
+  static bool read(Element list, _Capabilities& caps, Watch& watch) {
     return readInto<IntoTheFirst>(list, caps, watch);
   }
 };
@@ -416,8 +409,8 @@ struct SharpeningLevels : BitReading<&_Capabilities::imageSharpeningLevels, shar
   static constexpr char item[] = "image_sharpening_level";
 
   template <class Watch>
-  static bool read(TiXmlElement& levels, _Capabilities& caps, Watch& watch) {
-    return walkEntries(&levels, item, watch, [&](TiXmlElement& child, bool) {
+  static bool read(Element levels, _Capabilities& caps, Watch& watch) {
+    return walkEntries(levels, item, watch, [&](Element child, bool) {
       WordText text;
       bool const read = text.read(child);
       Word const* const word = read ? sharpenings.find(text.get()) : nullptr;
@@ -446,9 +439,9 @@ struct SharpeningLevels : BitReading<&_Capabilities::imageSharpeningLevels, shar
   }
 
  private:
-  static void tell(Observer& observer, TiXmlElement& child, bool read, Word const* word) {
+  static void tell(Observer& observer, Element child, bool read, Word const* word) {
     if (!read) return observer.emptyElement(child);
-    if (word == nullptr) return observer.unknownWord(child, textOf(&child), sharpenings);
+    if (word == nullptr) return observer.unknownWord(child, child.text(), sharpenings);
     observer.within(frame::Member<&_Capabilities::imageSharpeningLevels>::name(), [&] {
       observer.member(word->text, shown(true));
       return true;

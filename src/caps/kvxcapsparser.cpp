@@ -47,12 +47,12 @@ class RoomOnEntry {
 
 struct CapabilitiesReading {
   template <class Watch>
-  static bool read(TiXmlElement& root, _Capabilities& caps, Watch& watch) {
+  static bool read(Element root, _Capabilities& caps, Watch& watch) {
     RoomOnEntry room(caps);
     RowFinder<_Capabilities> rows(capabilities);
-    bool const result = walkChildren(&root, [&](TiXmlElement& child, bool earlier) {
+    bool const result = walkChildren(root, [&](Element child, bool earlier) {
       room.offer();
-      bool const now = readChild(rows.find(child.ValueStr()), child, caps, watch, earlier);
+      bool const now = readChild(rows.find(child.name()), child, caps, watch, earlier);
       room.collect();
       return now;
     });
@@ -63,7 +63,7 @@ struct CapabilitiesReading {
 
 /// What a host does: it reads to learn what the lists need, makes room, and reads again. The result
 /// is that of the entry, which hosts do not look at.
-bool decodeCapabilities(TiXmlElement& root, Observer& observer) {
+bool decodeCapabilities(Element root, Observer& observer) {
   Unwatched nobody;
   Room room;
   do {
@@ -82,17 +82,6 @@ constexpr ReplyReader replies[] = {
 /// The most bytes of a reply that are read, without the terminator.
 constexpr int mostBytes = 65531;
 
-template <class Reading>
-bool readElement(TiXmlElement* element, _Capabilities& caps) {
-  Unwatched nobody;
-  return element != nullptr && Reading::read(*element, caps, nobody);
-}
-
-template <auto M, class Kind>
-bool readText(TiXmlElement* element, _Capabilities& caps) {
-  return element != nullptr && Kind::read(*element, caps.*M);
-}
-
 }  // namespace
 
 std::span<frame::ReplyReader const> capabilitiesReplies() {
@@ -110,45 +99,45 @@ bool KVXCapsParser::GetCapabilities(wchar_t const& text, int len, _Capabilities&
 }
 
 bool KVXCapsParser::parseCapabilities(TiXmlElement* root, _Capabilities& caps) {
-  return readElement<CapabilitiesReading>(root, caps);
+  return readHost<CapabilitiesReading>(root, caps);
 }
 
 // Lists.
 
 bool KVXCapsParser::getHostPorts(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<HostPorts>(list, caps);
+  return readHost<HostPorts>(list, caps);
 }
 
 bool KVXCapsParser::getDevicePorts(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<DevicePorts>(list, caps);
+  return readHost<DevicePorts>(list, caps);
 }
 
 bool KVXCapsParser::getSwInterfaces(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<SoftwareInterfaces>(list, caps);
+  return readHost<SoftwareInterfaces>(list, caps);
 }
 
 bool KVXCapsParser::getOCPLanguages(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<Languages>(list, caps);
+  return readHost<Languages>(list, caps);
 }
 
 bool KVXCapsParser::getGraphicFormatCaps(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<GraphicFormats>(list, caps);
+  return readHost<GraphicFormats>(list, caps);
 }
 
 bool KVXCapsParser::getFontsCaps(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<Fonts>(list, caps);
+  return readHost<Fonts>(list, caps);
 }
 
 bool KVXCapsParser::getTemplates(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<Templates>(list, caps);
+  return readHost<Templates>(list, caps);
 }
 
 bool KVXCapsParser::getGraphics(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<Graphics>(list, caps);
+  return readHost<Graphics>(list, caps);
 }
 
 bool KVXCapsParser::getBarCodes(TiXmlElement* list, _Capabilities& caps) {
-  return readElement<BarCodes>(list, caps);
+  return readHost<BarCodes>(list, caps);
 }
 
 // Items.
@@ -184,7 +173,7 @@ bool KVXCapsParser::getInternalEncoderInfo(TiXmlElement* element, _InternalEncod
 // Groups.
 
 bool KVXCapsParser::getImageSharpeningLevels(TiXmlElement* levels, _Capabilities& caps) {
-  return readElement<SharpeningLevels>(levels, caps);
+  return readHost<SharpeningLevels>(levels, caps);
 }
 
 bool KVXCapsParser::getMemoryCaps(TiXmlElement* element, _Capabilities& caps) {
@@ -208,19 +197,19 @@ bool KVXCapsParser::getPhysicalPage(TiXmlElement* page, _Capabilities& caps) {
 }
 
 bool KVXCapsParser::getPrintSystem(TiXmlElement* system, _Capabilities& caps) {
-  return readText<&_Capabilities::printSystem, AnyKeywordKind<printSystems>>(system, caps);
+  return readHostValue<AnyKeywordKind<printSystems>>(system, caps.printSystem);
 }
 
 bool KVXCapsParser::getPrintType(TiXmlElement* type, _Capabilities& caps) {
-  return readText<&_Capabilities::printType, AnyKeywordKind<laminationTypes>>(type, caps);
+  return readHostValue<AnyKeywordKind<laminationTypes>>(type, caps.printType);
 }
 
 bool KVXCapsParser::getLaminator(TiXmlElement* laminator, _Capabilities& caps) {
-  return readText<&_Capabilities::laminatorPresent, LaminatorKind>(laminator, caps);
+  return readHostValue<LaminatorKind>(laminator, caps.laminatorPresent);
 }
 
 bool KVXCapsParser::getLaminatorType(TiXmlElement* type, _Capabilities& caps) {
-  return readText<&_Capabilities::laminatorType, AnyKeywordKind<laminatorTypes>>(type, caps);
+  return readHostValue<AnyKeywordKind<laminatorTypes>>(type, caps.laminatorType);
 }
 
 // Keywords.

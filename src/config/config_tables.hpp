@@ -40,18 +40,18 @@ inline constexpr Circumstances bottomLaminate = Circumstances{1} << 37U;
 struct Ipv4Kind {
   static constexpr char form[] = "an IPv4 address, four numbers with dots between them";
 
-  static bool read(TiXmlElement& element, unsigned long& out) {
-    char const* const text = textOf(&element);
+  static bool read(Element element, unsigned long& out) {
+    char const* const text = element.text();
     if (text == nullptr) return false;
     bool const isEmpty = *text == '\0';
     out = isEmpty ? 0 : ::inet_addr(text);
     return !isEmpty;
   }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      unsigned long value) {
     observer.member(name, shown(printed(value)));
-    std::string_view const text = textOf(&element);
+    std::string_view const text = element.text();
     if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, form);
   }
 
@@ -220,9 +220,9 @@ class RibbonName {
   using Text = std::remove_reference_t<decltype(szRibbonName)>;
 
   /// Fetches as much of the element's text as szRibbonName holds.
-  bool read(TiXmlElement& element) {
-    bool const read = KVXHelper::GetString(&element, *text_, static_cast<int>(sizeof text_));
-    isCut_ = read && std::strlen(textOf(&element)) >= sizeof text_;
+  bool read(Element element) {
+    bool const read = convertText(element.text(), text_, static_cast<int>(sizeof text_));
+    isCut_ = read && std::strlen(element.text()) >= sizeof text_;
     if (std::strstr(text_, "MONO") != nullptr) dropFirstFive();
     return read;
   }
@@ -248,7 +248,7 @@ void announce(RibbonName const& name, char const* description);
 /// Only classic readings announce the name: the face reads without traces.
 struct RibbonDescriptionReading {
   template <class Watch>
-  static bool read(TiXmlElement& element, _RibbonInfo& record, Watch& watch) {
+  static bool read(Element element, _RibbonInfo& record, Watch& watch) {
     RibbonName name;
     bool const read = name.read(element);
     std::memset(record.description, 0, sizeof record.description);
@@ -337,7 +337,7 @@ static_assert(namesAreUnique(laminate));
 template <auto M, auto const& Table, auto Installed, Circumstances Side = 0>
 struct MarkingReading {
   template <class Watch>
-  static bool read(TiXmlElement& element, _LaminationIfo& record, Watch& watch) {
+  static bool read(Element element, _LaminationIfo& record, Watch& watch) {
     record.*Installed = true;
     remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
     return NestedReading<M, Table>::read(element, record, watch);
@@ -468,10 +468,10 @@ struct CardsReading {
   static constexpr char entryElement[] = "card";
 
   template <class Watch>
-  static bool read(TiXmlElement& element, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element element, _KVConfiguration& record, Watch& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    return walkChildren(&element, [&](TiXmlElement& child, bool result) {
-      bool const isCard = child.ValueStr() == entryElement;
+    return walkChildren(element, [&](Element child, bool result) {
+      bool const isCard = child.name() == entryElement;
       remark(watch, [&](Observer& observer) {
         isCard ? observer.knownElement(child) : observer.unknownElement(child);
       });
@@ -515,22 +515,23 @@ struct CardsReading {
     return textIn(read.description) == "Custom 1" ? 0 : 1;
   }
 
-  static bool readCard(TiXmlElement& element, Cards& cards, Unwatched& nobody) {
+  static bool readCard(Element element, Cards& cards, Unwatched& nobody) {
     _CustomCardInfo scratch{};
-    bool const result = walk(&element, card, scratch, nobody);
+    bool const result = walk(element, card, scratch, nobody);
     cards[placeOf(scratch)] = scratch;
     return result;
   }
 
   /// An observer wants to know the place before the members.
-  static bool readCard(TiXmlElement& element, Cards& cards, Observer& observer) {
+  static bool readCard(Element element, Cards& cards, Observer& observer) {
     _CustomCardInfo scratch{};
-    walk(&element, card, scratch);
+    Unwatched nobody;
+    walk(element, card, scratch, nobody);
     std::size_t const place = placeOf(scratch);
     cards[place] = {};
     observer.clearEntry(key(), place);
     return observer.entry(key(), place,
-                          [&] { return walk(&element, card, cards[place], observer); });
+                          [&] { return walk(element, card, cards[place], observer); });
   }
 };
 
@@ -563,7 +564,7 @@ static_assert(namesAreUnique(transferSettings));
 /// that is unknown or without text, and so 0, leaves the place to the next.
 struct ContactlessReading {
   template <class Watch>
-  static bool read(TiXmlElement& element, _InternalEncoderInfo& record, Watch& watch) {
+  static bool read(Element element, _InternalEncoderInfo& record, Watch& watch) {
     return record.contactless_encoder == 0 ? readInto(first, element, record, watch)
                                            : readInto(second, element, record, watch);
   }
@@ -587,25 +588,21 @@ struct ContactlessReading {
   static constexpr Field<Info> second =
       anyKeyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
 
-  static bool readInto(Field<Info> const& field, TiXmlElement& element, Info& record, Unwatched&) {
+  static bool readInto(Field<Info> const& field, Element element, Info& record, Unwatched&) {
     return field.read(element, record);
   }
-  static bool readInto(Field<Info> const& field, TiXmlElement& element, Info& record,
+  static bool readInto(Field<Info> const& field, Element element, Info& record,
                        Observer& observer) {
     return field.observe(element, record, observer);
   }
-};
-
-/// An element without text clears the flag, unlike those of the interfaces.
-struct ContactEncodingKind : SwitchKind<"yes", "no"> {
-  static bool read(TiXmlElement& element, bool& out) { return KVXHelper::GetBool(&element, out); }
 };
 
 inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     // Reads the channel, writes the channel that has the code of the contactless encoder.
     readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
-    row<&_InternalEncoderInfo::contact_encoding, ContactEncodingKind>("contact_encoding"),
+    // An element without text clears the flag, unlike those of the interfaces.
+    row<&_InternalEncoderInfo::contact_encoding, ClearedSwitchKind>("contact_encoding"),
     // Reads two encoders of five kinds, writes the first and only if it is of one kind.
     reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder"),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenContactlessEncoders>(

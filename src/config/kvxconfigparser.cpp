@@ -38,10 +38,10 @@ constexpr char const* roots[] = {configurationRoot, "set_configuration"};
 /// show in the result.
 struct ConfigurationReading : TableReading<configuration> {
   template <class Watch>
-  static bool read(TiXmlElement& root, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element root, _KVConfiguration& record, Watch& watch) {
     static_assert(std::is_trivially_copyable_v<_KVConfiguration>);
     std::memset(static_cast<void*>(&record), 0, sizeof record);
-    walk(&root, configuration, record, watch);
+    walk(root, configuration, record, watch);
     return true;
   }
 };
@@ -49,7 +49,7 @@ struct ConfigurationReading : TableReading<configuration> {
 /// The entry answers false, whatever it read.
 struct EntryReading : ConfigurationReading {
   template <class Watch>
-  static bool read(TiXmlElement& root, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element root, _KVConfiguration& record, Watch& watch) {
     ConfigurationReading::read(root, record, watch);
     return false;
   }
@@ -59,11 +59,6 @@ constexpr ReplyReader replies[] = {
     secretReader<_KVConfiguration, EntryReading>(
         "configuration", "all settings of the printer: interfaces, media, mechanics, cards", roots),
 };
-
-template <class Kind, class Value>
-bool readText(TiXmlElement* element, Value& out) {
-  return element != nullptr && Kind::read(*element, out);
-}
 
 }  // namespace
 
@@ -75,15 +70,14 @@ KVXConfigParser::KVXConfigParser() = default;
 KVXConfigParser::~KVXConfigParser() = default;
 
 bool KVXConfigParser::GetConfiguration(char const* text, int, _KVConfiguration& out) {
-  return readIntoItself(*this, text, roots, [&](TiXmlElement& root) {
+  return readAsDocument(*this, text, roots, [&](Element root) {
     Unwatched nobody;
     return EntryReading::read(root, out, nobody);
   });
 }
 
 bool KVXConfigParser::parseConfiguration(TiXmlElement* root, _KVConfiguration& out) {
-  Unwatched nobody;
-  return root != nullptr && ConfigurationReading::read(*root, out, nobody);
+  return readHost<ConfigurationReading>(root, out);
 }
 
 bool KVXConfigParser::getNetworkParams(TiXmlElement* element, _NetworkParams& out) {
@@ -103,11 +97,11 @@ bool KVXConfigParser::getOCPLanguage(TiXmlElement* language, _OCPLanguageCaps& o
 }
 
 bool KVXConfigParser::getErrorControl(TiXmlElement* control, ErrorControl& out) {
-  return readText<ErrorControlKind>(control, out);
+  return readHostValue<ErrorControlKind>(control, out);
 }
 
 bool KVXConfigParser::getUSBSpeed(TiXmlElement* speed, USB_Speed& out) {
-  return readText<UsbSpeedKind>(speed, out);
+  return readHostValue<UsbSpeedKind>(speed, out);
 }
 
 bool KVXConfigParser::getUsageCounters(TiXmlElement* counters, _KVConfiguration& out) {
@@ -191,12 +185,11 @@ bool KVXConfigParser::getCardInfo(TiXmlElement* element, _CustomCardInfo& out) {
 }
 
 bool KVXConfigParser::getCards(TiXmlElement* cards, _KVConfiguration& out) {
-  Unwatched nobody;
-  return cards != nullptr && CardsReading::read(*cards, out, nobody);
+  return readHost<CardsReading>(cards, out);
 }
 
 bool KVXConfigParser::getFeederParams(TiXmlElement* mode, _eFeedMode& out) {
-  return readText<FeedModeKind>(mode, out);
+  return readHostValue<FeedModeKind>(mode, out);
 }
 
 }  // namespace Kovra

@@ -50,7 +50,7 @@ struct Command {
 /// The cam's state is a text of the host's.
 struct CamState {
   template <class Record, class Watch>
-  static bool read(TiXmlElement&, Record&, Watch&) {
+  static bool read(Element, Record&, Watch&) {
     return false;
   }
   static Assigned assign(Command& command, std::string_view member, Value const& value,

@@ -1,6 +1,7 @@
 #include "kovra.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -10,9 +11,8 @@
 #include "face/catalogue.hpp"
 #include "face/refusal.hpp"
 #include "frame/entry.hpp"
-#include "frame/guard.hpp"
 #include "frame/observer.hpp"
-#include "frame/wipe.hpp"
+#include "frame/places.hpp"
 
 namespace Kovra {
 
@@ -21,15 +21,14 @@ namespace {
 /// Which replies a document may be: those with one of its top-level elements for a root.
 struct Candidate {
   frame::ReplyReader const* reply;
-  TiXmlElement* root;
+  frame::Element root;
 };
 
-std::vector<Candidate> candidates(TiXmlDocument& document, std::string_view as) {
+std::vector<Candidate> candidates(frame::Reply const& text, std::string_view as) {
   std::vector<Candidate> found;
   for (frame::ReplyReader const& reply : catalogue()) {
     if (!as.empty() && reply.name != as) continue;
-    if (TiXmlElement* const root = frame::findRoot(document, reply.roots))
-      found.push_back({&reply, root});
+    if (frame::Element const root = text.root(reply.roots)) found.push_back({&reply, root});
   }
   return found;
 }
@@ -44,7 +43,7 @@ Watched watch(Candidate const& candidate) {
   auto reading = std::make_unique<Reading>();
   reading->document = candidate.reply->name;
   auto observer = std::make_unique<frame::Observer>(reading->record);
-  reading->result = candidate.reply->decode(*candidate.root, *observer);
+  reading->result = candidate.reply->decode(candidate.root, *observer);
   return {std::move(reading), std::move(observer)};
 }
 
@@ -58,26 +57,38 @@ void keepThoseThatApply(std::vector<Watched>& all) {
   std::erase_if(all, recognisedNothing);
 }
 
-/// The notes of all readings, each once. An element is unknown only when no reading knows it.
-std::vector<Note> notesOf(std::vector<Watched> const& all) {
-  std::vector<Note> notes;
-  std::set<std::pair<TiXmlElement const*, Note::Kind>> said;
+using Remark = frame::Observer::Remark;
+
+/// What all readings remark, each once, in the order of the text. An element is unknown only when
+/// no reading knows it.
+std::vector<Remark> remarksOf(std::vector<Watched> const& all) {
+  std::vector<Remark> remarks;
+  std::set<std::pair<std::uint32_t, Note::Kind>> said;
   for (Watched const& watched : all) {
-    for (frame::Observer::Remark const& remark : watched.observer->remarks()) {
+    for (Remark const& remark : watched.observer->remarks()) {
       bool const known = remark.note.kind == Note::Kind::unknownElement &&
                          std::any_of(all.begin(), all.end(), [&](Watched const& other) {
-                           return other.observer->knows(*remark.element);
+                           return other.observer->knows(remark.element);
                          });
-      if (!known && said.emplace(remark.element, remark.note.kind).second) {
-        notes.push_back(remark.note);
+      if (!known && said.emplace(remark.element.index(), remark.note.kind).second) {
+        remarks.push_back(remark);
       }
     }
   }
+  std::stable_sort(remarks.begin(), remarks.end(), [](Remark const& a, Remark const& b) {
+    return a.element.offset() < b.element.offset();
+  });
+  return remarks;
+}
+
+std::vector<Note> notesOf(std::vector<Watched> const& all, frame::Places places) {
+  std::vector<Note> notes;
+  for (Remark& remark : remarksOf(all)) {
+    remark.note.place = places.of(remark.element.offset());
+    notes.push_back(std::move(remark.note));
+  }
   std::size_t unlisted = 0;
   for (Watched const& watched : all) unlisted += watched.observer->unlisted();
-  std::stable_sort(notes.begin(), notes.end(), [](Note const& a, Note const& b) {
-    return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
-  });
   if (unlisted > 0) {
     notes.emplace_back().kind = Note::Kind::unlisted;
     notes.back().kept = std::to_string(unlisted);
@@ -85,13 +96,13 @@ std::vector<Note> notesOf(std::vector<Watched> const& all) {
   return notes;
 }
 
-void readAll(std::vector<Candidate> const& found, Decoding& decoding) {
+void readAll(std::vector<Candidate> const& found, frame::Places const& places, Decoding& decoding) {
   std::vector<Watched> all;
   for (Candidate const& candidate : found) all.push_back(watch(candidate));
   keepThoseThatApply(all);
-  decoding.notes = notesOf(all);
+  decoding.notes = notesOf(all, places);
   for (Watched& watched : all) decoding.readings.push_back(std::move(*watched.reading));
-  decoding.root = found.front().root->Value();
+  decoding.root = found.front().root.name();
   decoding.status = Decoding::Status::decoded;
 }
 
@@ -121,19 +132,15 @@ Decoding decode(char const* text, std::size_t length, std::string const& as) {
   if (!as.empty() && findReply(as) == nullptr) return refuseName(as);
   std::string_view const bytes = text != nullptr ? std::string_view(text, length) : "";
   if (std::size_t const nul = bytes.find('\0'); nul != bytes.npos) return refuseNul(bytes, nul);
-  frame::NarrowText const narrow(bytes.data(), bytes.size());
-  frame::Scan const scan = frame::scan(narrow.get());
-  if (scan.fault != frame::Fault::none) return refuseText(bytes, scan);
+  frame::Reply const reply(bytes.data(), bytes.size());
+  if (reply.scan().fault != frame::Fault::none) return refuseText(bytes, reply.scan());
 
-  frame::SecretDocument document;
-  document.SetTabSize(1);  // rows and columns are wanted for the notes; a tab is one column
-  document.Parse(narrow.get(), nullptr, TIXML_ENCODING_UNKNOWN);
-  if (document.Error()) return refuseDocument(document);
-  std::vector<Candidate> const found = candidates(document, as);
-  if (found.empty()) return refuseRoot(document.FirstChildElement(), as);
+  frame::Places places(bytes, reply.scan());
+  std::vector<Candidate> const found = candidates(reply, as);
+  if (found.empty()) return refuseRoot(reply.tree(), places, as);
 
   Decoding decoding;
-  readAll(found, decoding);
+  readAll(found, places, decoding);
   return decoding;
 }
 

@@ -56,6 +56,9 @@ Wording wordingOf(frame::Scan const& scan, std::string const& open) {
   switch (scan.fault) {
     case Fault::none:
       return {};
+    case Fault::tooLong:
+      return {"a text of more than " + std::to_string(frame::Tree::longestText) + " bytes",
+              "a reply"};
     case Fault::tooDeep:
       return {"an element more than " + std::to_string(frame::maxDepth) + " deep",
               "at most " + std::to_string(frame::maxDepth) + " nested elements"};
@@ -149,34 +152,24 @@ Decoding refuseText(std::string_view text, frame::Scan const& scan) {
   return refused;
 }
 
-Decoding refuseDocument(TiXmlDocument const& document) {
-  Decoding refused;
-  refused.place.line = document.ErrorRow();
-  refused.place.column = document.ErrorCol();
-  refused.found = document.ErrorDesc();
-  refused.expected = "an XML document";
-  return refused;
-}
-
-Decoding refuseRoot(TiXmlElement const* root, std::string const& as) {
+Decoding refuseRoot(frame::Tree const& tree, frame::Places& places, std::string const& as) {
   Decoding refused;
   refused.status = Decoding::Status::unknownRoot;
   refused.expected = rootsOf(as);
-  if (root == nullptr) {
+  frame::Element const root = frame::firstElement(tree);
+  if (!root) {
     refused.found = "no root element";
     return refused;
   }
   bool const otherReply =
       !as.empty() &&
       std::any_of(catalogue().begin(), catalogue().end(), [&](frame::ReplyReader const& reply) {
-        return std::find(reply.roots.begin(), reply.roots.end(), root->ValueStr()) !=
-               reply.roots.end();
+        return std::find(reply.roots.begin(), reply.roots.end(), root.name()) != reply.roots.end();
       });
   if (otherReply) refused.status = Decoding::Status::wrongRoot;
-  refused.root = root->Value();
+  refused.root = root.name();
   refused.found = "root element " + tag(refused.root);
-  refused.place.line = root->Row();
-  refused.place.column = root->Column();
+  refused.place = places.of(root.offset());
   return refused;
 }
 

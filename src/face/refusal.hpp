@@ -4,13 +4,12 @@
 #ifndef KOVRA_FACE_REFUSAL_HPP
 #define KOVRA_FACE_REFUSAL_HPP
 
-#include <tinyxml.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "frame/guard.hpp"
+#include "frame/places.hpp"
+#include "frame/scanner.hpp"
 #include "kovra.hpp"
 
 namespace Kovra {
@@ -19,12 +18,11 @@ namespace Kovra {
 Decoding refuseName(std::string const& as);
 /// `text` holds a NUL byte at `offset`.
 Decoding refuseNul(std::string_view text, std::size_t offset);
-/// The guard found a fault in `text`.
+/// The scanner found a fault in `text`.
 Decoding refuseText(std::string_view text, frame::Scan const& scan);
-/// TinyXML found an error that the guard did not see.
-Decoding refuseDocument(TiXmlDocument const& document);
-/// The root (null: there is none) is not that of a known document, or not that of `as`.
-Decoding refuseRoot(TiXmlElement const* root, std::string const& as);
+/// The first element of `tree` (there may be none) is not the root of a known document, or not that
+/// of `as`.
+Decoding refuseRoot(frame::Tree const& tree, frame::Places& places, std::string const& as);
 
 }  // namespace Kovra
 

@@ -4,12 +4,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
-#include <string_view>
+#include <new>
 
-#include "frame/guard.hpp"
+#include "frame/nodes.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra::frame {
+
+// Texts.
 
 namespace {
 
@@ -25,111 +27,171 @@ std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
     for (std::size_t i = 0; i < block; ++i) out[done + i] = static_cast<char>(text[done + i]);
     done += block;
   }
+  for (; done < length && text[done] >= 0 && text[done] <= 0x7F; ++done) {
+    out[done] = static_cast<char>(text[done]);
+  }
   return done;
 }
 
-/// A text whose last tag is closed, with nothing but ASCII near its end, is read to its terminator
-/// and no further.
-bool endsHarmlessly(std::string_view text) {
-  std::size_t const last = text.find_last_not_of(" \t\r\n");
-  if (last == text.npos || text[last] != '>' || text.size() < padding) return false;
-  std::string_view const tail = text.substr(text.size() - padding);
-  return std::none_of(tail.begin(), tail.end(),
-                      [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
+}  // namespace
+
+PrivateText::PrivateText(std::size_t length)
+    : room_(length),
+      block_(length > shortText ? new char[length + padding] : nullptr),
+      data_(block_ != nullptr ? block_.get() : near_.data()),
+      length_(length) {
+  std::memset(data_ + length, 0, padding);
+}
+
+PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(length) {
+  std::memcpy(data_, text, length);
+}
+
+namespace {
+
+/// How many bytes `length` wide characters can become.
+std::size_t narrowRoom(wchar_t const* text, std::size_t length) {
+  return std::min(length, ::wcsnlen(text, length) * MB_CUR_MAX);
 }
 
 }  // namespace
 
-NarrowText::NarrowText(wchar_t const* text, std::size_t length) {
+PrivateText::PrivateText(wchar_t const* text, std::size_t length)
+    : PrivateText(narrowRoom(text, length)) {
   std::size_t const characters = ::wcsnlen(text, length);
-  std::size_t const room = std::min(length, characters * MB_CUR_MAX);
-  char* const narrow = allocate(room);
-  std::size_t const ascii = narrowAscii(text, characters, narrow);
-  std::memset(narrow + ascii, 0, room - ascii);
-  if (ascii == characters) return;
+  length_ = narrowAscii(text, characters, data_);
+  std::memset(data_ + length_, 0, room_ - length_);
+  if (length_ == characters) return;
   std::mbstate_t state{};
-  wchar_t const* rest = text + ascii;
+  wchar_t const* rest = text + length_;
   // A character that the locale lacks stops the conversion; what stands before it stays, and the
   // zeros behind it end the text.
-  static_cast<void>(::wcsnrtombs(narrow + ascii, &rest, characters - ascii, room - ascii, &state));
+  static_cast<void>(
+      ::wcsnrtombs(data_ + length_, &rest, characters - length_, room_ - length_, &state));
+  length_ += std::strlen(data_ + length_);
 }
 
-NarrowText::NarrowText(char const* text) {
-  std::size_t const length = std::strlen(text);
-  if (endsHarmlessly({text, length})) {
-    view_ = text;
-    size_ = length;
-  } else {
-    std::memcpy(allocate(length), text, length);
-  }
+PrivateText::~PrivateText() {
+  wipe(data_, room_);
 }
 
-NarrowText::NarrowText(char const* text, std::size_t length) {
-  std::memcpy(allocate(length), text, length);
+// Replies.
+
+namespace {
+
+std::span<std::byte> memoryOf(NearNodes& nodes) {
+  return std::as_writable_bytes(std::span(nodes));
 }
 
-NarrowText::~NarrowText() {
-  if (text_ != nullptr) wipe(text_.get(), size_);
-}
+}  // namespace
 
-char* NarrowText::allocate(std::size_t length) {
-  text_.reset(new char[length + padding]);
-  std::memset(text_.get() + length, 0, padding);
-  view_ = text_.get();
-  size_ = length;
-  return text_.get();
-}
+Reply::Reply(wchar_t const* text, std::size_t length)
+    : text_(text, length),
+      tree_(text_.data(), memoryOf(nodes_)),
+      scan_(frame::scan(text_.data(), text_.length(), tree_)) {}
 
-TiXmlElement* findRoot(TiXmlDocument& document, Roots roots) {
+Reply::Reply(char const* text, std::size_t length)
+    : text_(text, length),
+      tree_(text_.data(), memoryOf(nodes_)),
+      scan_(frame::scan(text_.data(), text_.length(), tree_)) {}
+
+Element Reply::root(Roots roots) const {
+  if (scan_.fault != Fault::none) return {};
   for (char const* const root : roots) {
-    if (TiXmlElement* const element = document.FirstChildElement(root)) return element;
+    for (Element element = firstElement(tree_); element; element = element.nextSibling()) {
+      if (element.name() == root) return element;
+    }
   }
-  return nullptr;
+  return {};
+}
+
+void showOutcome(TiXmlDocument& document, Scan const& scan) {
+  char const* const harmless = scan.byteOrderMark ? "\xEF\xBB\xBF<>" : "<>";
+  document.SetTabSize(0);  // since always: rows and columns were never looked for
+  document.Parse(scan.fault == Fault::none ? harmless : scan.likeness);
+  document.Clear();
+}
+
+// Trees of hosts.
+
+/// How much a host's tree holds.
+struct HostTree::Size {
+  explicit Size(TiXmlElement const* element) {
+    if (element == nullptr) return;
+    visitNodes(*element, [this](TiXmlNode const& node, std::size_t) {
+      ++nodes;
+      text += node.ValueStr().size() + 1;
+      visitAttributes(node, [this](TiXmlAttribute const& attribute) {
+        ++attributes;
+        text += attribute.NameTStr().size() + attribute.ValueStr().size() + 2;
+      });
+    });
+    if (text > Tree::longestText) throw std::bad_alloc();
+  }
+
+  std::size_t nodes = 0;
+  std::size_t attributes = 0;
+  std::size_t text = 0;
+};
+
+HostTree::HostTree(TiXmlElement const* element) : HostTree(element, Size(element)) {}
+
+HostTree::HostTree(TiXmlElement const* element, Size const& size)
+    : text_(size.text), tree_(text_.data(), memoryOf(nodes_)) {
+  tree_.reserve(size.nodes * sizeof(Node) + size.attributes * sizeof(Attribute));
+  if (element != nullptr) add(*element);
 }
 
 namespace {
 
-bool hasMoreThan(std::size_t limit, char wanted, std::string_view text) {
-  for (std::size_t found = 0; found <= limit; ++found) {
-    std::size_t const next = text.find(wanted);
-    if (next == text.npos) return false;
-    text.remove_prefix(next + 1);
+NodeKind kindOf(TiXmlNode const& node) {
+  switch (node.Type()) {
+    case TiXmlNode::TINYXML_ELEMENT:
+      return NodeKind::element;
+    case TiXmlNode::TINYXML_COMMENT:
+      return NodeKind::comment;
+    case TiXmlNode::TINYXML_DECLARATION:
+      return NodeKind::declaration;
+    case TiXmlNode::TINYXML_TEXT:
+      return static_cast<TiXmlText const&>(node).CDATA() ? NodeKind::cdata : NodeKind::text;
+    default:
+      return NodeKind::unknown;
   }
-  return true;
 }
 
-/// Every element needs a '<' of its own and every attribute a '=', so a short reply is known to be
-/// harmless without much ado; only longer ones are looked at closely.
-bool isHostile(NarrowText const& text) {
-  std::string_view const bytes(text.get(), text.size());
-  if (!hasMoreThan(maxDepth, '<', bytes) && !hasMoreThan(maxAttributes, '=', bytes)) return false;
-  return isHostile(scan(text.get()).fault);
-}
+/// Puts texts one behind the other, each with a zero byte.
+class TextWriter {
+ public:
+  explicit TextWriter(char* begin) : begin_(begin), next_(begin) {}
+
+  Piece put(std::string const& text) {
+    Piece const piece{static_cast<std::uint32_t>(next_ - begin_),
+                      static_cast<std::uint32_t>(text.size())};
+    std::memcpy(next_, text.c_str(), text.size() + 1);
+    next_ += text.size() + 1;
+    return piece;
+  }
+
+ private:
+  char* begin_;
+  char* next_;
+};
 
 }  // namespace
 
-namespace {
-
-/// In ASCII without numbered references every encoding reads alike, and TinyXML reads single bytes
-/// faster than UTF-8. Any other text tells its encoding itself.
-TiXmlEncoding encodingOf(NarrowText const& text) {
-  unsigned char seen = 0;
-  for (char const c : std::string_view(text.get(), text.size())) {
-    seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(c));
-  }
-  bool const hasReference = std::memchr(text.get(), '&', text.size()) != nullptr &&
-                            std::strstr(text.get(), "&#") != nullptr;
-  bool const isPlain = seen < 0x80 && !hasReference;
-  return isPlain ? TIXML_ENCODING_LEGACY : TIXML_ENCODING_UNKNOWN;
-}
-
-}  // namespace
-
-TiXmlElement* parseReply(TiXmlDocument& document, NarrowText const& text, Roots roots) {
-  if (isHostile(text)) return nullptr;
-  document.SetTabSize(0);
-  document.Parse(text.get(), nullptr, encodingOf(text));
-  return document.Error() ? nullptr : findRoot(document, roots);
+void HostTree::add(TiXmlElement const& element) {
+  TextWriter texts(text_.data());
+  TreeBuilder builder(tree_);
+  visitNodes(element, [&, this](TiXmlNode const& node, std::size_t depth) {
+    while (builder.depth() > depth) builder.close();
+    std::uint32_t const copy = builder.add(kindOf(node), texts.put(node.ValueStr()), 0);
+    visitAttributes(node, [&, this](TiXmlAttribute const& attribute) {
+      tree_.add(Attribute{texts.put(attribute.NameTStr()), texts.put(attribute.ValueStr())}, "");
+      ++tree_.at(copy).attributes;
+    });
+    if (node.FirstChild() != nullptr) builder.open(copy);
+  });
+  while (builder.depth() > 0) builder.close();
 }
 
 }  // namespace Kovra::frame

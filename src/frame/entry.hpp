@@ -1,69 +1,111 @@
 /// @file
-/// The parse entry: a reply's text in, its root element out. No reader opens TinyXML by itself.
+/// The parse entry: a reply's text in, its root element out. No reader reads a text by itself.
 
 #ifndef KOVRA_FRAME_ENTRY_HPP
 #define KOVRA_FRAME_ENTRY_HPP
 
 #include <tinyxml.h>
 
+#include <array>
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <span>
+
+#include "frame/scanner.hpp"
+#include "frame/tree.hpp"
 
 namespace Kovra::frame {
 
 /// Names of a document's root element, the preferred one first.
 using Roots = std::span<char const* const>;
 
-/// A reply's text as TinyXML takes it: narrow, terminated, and with zero bytes behind it where it
-/// may end in a cut UTF-8 sequence, since TinyXML steps over that without looking.
-class NarrowText {
+/// The library's own copy of a text: on the stack where it is short, and wiped in the end, since
+/// any text may hold a key, and it costs next to nothing beside the reading. Behind it stand the
+/// zeros that a scan asks for.
+class PrivateText {
  public:
+  /// Texts up to this length are kept without the heap.
+  static constexpr std::size_t shortText = 8192;
+
   /// Converts `length` wide characters, or those before a terminator, in the process's locale. As
   /// `length` is also the most bytes that are converted, a text with wider characters is cut; at a
-  /// character that the locale lacks the text ends. Null when there is nothing to convert.
-  NarrowText(wchar_t const* text, std::size_t length);
-  /// Takes a terminated text, which has to outlive this: as it stands where its end is harmless,
-  /// and otherwise as a copy.
-  explicit NarrowText(char const* text);
-  /// Copies `length` bytes.
-  NarrowText(char const* text, std::size_t length);
-  /// Wipes the copy, if there is one: any reply may hold a key, and it costs next to nothing beside
-  /// the parse.
-  ~NarrowText();
-  NarrowText(NarrowText const&) = delete;
-  NarrowText& operator=(NarrowText const&) = delete;
+  /// character that the locale lacks the text ends.
+  PrivateText(wchar_t const* text, std::size_t length);
+  /// Copies `length` bytes without a zero among them.
+  PrivateText(char const* text, std::size_t length);
+  /// Room for `length` bytes, which are whatever they are.
+  explicit PrivateText(std::size_t length);
+  ~PrivateText();
+  PrivateText(PrivateText const&) = delete;
+  PrivateText& operator=(PrivateText const&) = delete;
 
-  /// Null when there is no text at all.
-  char const* get() const { return view_; }
-  /// Bytes without the zeros that are always there; a text that was cut has more of them.
-  std::size_t size() const { return size_; }
+  char* data() { return data_; }
+  std::size_t length() const { return length_; }
 
  private:
-  char* allocate(std::size_t length);
-
-  std::unique_ptr<char[]> text_;
-  char const* view_ = nullptr;
-  std::size_t size_ = 0;
+  std::size_t room_;
+  std::unique_ptr<char[]> block_;
+  char* data_;
+  std::size_t length_;
+  std::array<char, shortText + padding> near_;  // not cleared: only what was put there is read
 };
 
-/// The first of `roots` that `document` has among its top-level elements, or null.
-TiXmlElement* findRoot(TiXmlDocument& document, Roots roots);
+/// Memory for the nodes of an ordinary reply, on the stack.
+using NearNodes = std::array<Node, 600>;
 
-/// Parses `text` into `document` and finds the first of `roots`. Null when the text is null,
-/// hostile, malformed, or has none of them. TinyXML's tracking of rows and columns is off: it takes
-/// a third of the parse, and nobody asks.
-TiXmlElement* parseReply(TiXmlDocument& document, NarrowText const& text, Roots roots);
+/// A reply: its text, narrow, and the tree that it holds.
+class Reply {
+ public:
+  Reply(wchar_t const* text, std::size_t length);
+  Reply(char const* text, std::size_t length);
+  Reply(Reply const&) = delete;
+  Reply& operator=(Reply const&) = delete;
 
-/// The wide entry: converts, parses and hands the root to `read`. False, with nothing touched, when
-/// the length is below 1 or there is no such root. `Document` may be one that wipes its tree.
-template <class Document = TiXmlDocument, class Length, class Read>
+  Scan const& scan() const { return scan_; }
+  /// Of use only where the scan found no fault.
+  Tree const& tree() const { return tree_; }
+
+  /// The first of `roots` that the reply has among its top-level elements: none when it has none of
+  /// them, or was refused.
+  Element root(Roots roots) const;
+
+ private:
+  PrivateText text_;
+  NearNodes nodes_;  // not cleared
+  Tree tree_;
+  Scan scan_;
+};
+
+/// The element and all below it from a host's own tree, in the form that readings know. Nothing of
+/// the host's is changed.
+class HostTree {
+ public:
+  /// A null element gives none.
+  explicit HostTree(TiXmlElement const* element);
+  HostTree(HostTree const&) = delete;
+  HostTree& operator=(HostTree const&) = delete;
+
+  Element root() const { return tree_.nodes().empty() ? Element() : Element(tree_, 0); }
+
+ private:
+  struct Size;
+  HostTree(TiXmlElement const* element, Size const& size);
+  void add(TiXmlElement const& element);
+
+  PrivateText text_;
+  NearNodes nodes_;  // not cleared
+  Tree tree_;
+};
+
+/// The wide entry: converts, scans and hands the root to `read`. False, with nothing touched, when
+/// the length is below 1 or there is no such root.
+template <class Length, class Read>
 bool readWide(wchar_t const* text, Length length, Roots roots, Read read) {
   if (text == nullptr || length < 1) return false;
-  Document document;
-  TiXmlElement* const root =
-      parseReply(document, NarrowText(text, static_cast<std::size_t>(length)), roots);
-  return root != nullptr && read(*root);
+  Reply const reply(text, static_cast<std::size_t>(length));
+  Element const root = reply.root(roots);
+  return root && read(root);
 }
 
 /// The narrow entry: the text is terminated and no length is needed. False, with nothing touched,
@@ -71,22 +113,23 @@ bool readWide(wchar_t const* text, Length length, Roots roots, Read read) {
 template <class Read>
 bool readNarrow(char const* text, Roots roots, Read read) {
   if (text == nullptr) return false;
-  TiXmlDocument document;
-  TiXmlElement* const root = parseReply(document, NarrowText(text), roots);
-  return root != nullptr && read(*root);
+  Reply const reply(text, std::strlen(text));
+  Element const root = reply.root(roots);
+  return root && read(root);
 }
 
-/// The narrow entry of a reader that is itself the document: it parses into itself and is cleared
-/// at the end, also when an exception passes.
+/// Leaves a document, which is itself the reader, as if it had parsed the reply and been cleared:
+/// with the error of a text that was refused, and else without any, and always without nodes.
+void showOutcome(TiXmlDocument& document, Scan const& scan);
+
+/// The narrow entry of a reader that is itself the document.
 template <class Read>
-bool readIntoItself(TiXmlDocument& document, char const* text, Roots roots, Read read) {
+bool readAsDocument(TiXmlDocument& document, char const* text, Roots roots, Read read) {
   if (text == nullptr) return false;
-  struct ClearedAtEnd {
-    TiXmlDocument& document;
-    ~ClearedAtEnd() { document.Clear(); }
-  } const cleared{document};
-  TiXmlElement* const root = parseReply(document, NarrowText(text), roots);
-  return root != nullptr && read(*root);
+  Reply const reply(text, std::strlen(text));
+  showOutcome(document, reply.scan());
+  Element const root = reply.root(roots);
+  return root && read(root);
 }
 
 }  // namespace Kovra::frame

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "frame/assign.hpp"
+#include "frame/convert.hpp"
 #include "frame/member.hpp"
 #include "frame/observer.hpp"
 #include "frame/text.hpp"
@@ -40,8 +41,8 @@ namespace Kovra::frame {
 class WordText {
  public:
   /// Fetches at most 31 characters of the element's text; false when it has none.
-  bool read(TiXmlElement& element) {
-    return KVXHelper::GetString(&element, text_.front(), static_cast<int>(text_.size()));
+  bool read(Element element) {
+    return convertText(element.text(), text_.data(), static_cast<int>(text_.size()));
   }
   char const* get() const { return text_.data(); }
   bool is(std::string_view word) const { return word == text_.data(); }
@@ -53,15 +54,14 @@ class WordText {
 /// A decimal number by KVXHelper::GetNumber in the form of the member's type.
 struct NumberKind {
   template <class Number>
-  static bool read(TiXmlElement& element, Number& out) {
-    return KVXHelper::GetNumber(&element, out, false);
+  static bool read(Element element, Number& out) {
+    return convertNumber(element.text(), out);
   }
 
   template <class Number>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
-                     Number value) {
+  static void report(Observer& observer, std::string_view name, Element element, Number value) {
     observer.member(name, shown(value));
-    char const* const text = textOf(&element);
+    char const* const text = element.text();
     char* end = nullptr;
     errno = 0;
     if constexpr (std::is_floating_point_v<Number>) {
@@ -113,14 +113,14 @@ struct NumberKind {
 
 /// A hexadecimal number with a mandatory "0x". A text without it counts as read and stores nothing.
 struct HexadecimalKind {
-  static bool read(TiXmlElement& element, unsigned int& out) {
+  static bool read(Element element, unsigned int& out) {
     WordText text;
     if (!text.read(element)) return false;
     static_cast<void>(std::sscanf(text.get(), "0x%x", &out));
     return true;
   }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      unsigned int value) {
     WordText text;
     text.read(element);
@@ -133,7 +133,7 @@ struct HexadecimalKind {
     hexadecimal.hexadecimal = true;
     observer.member(name, hexadecimal);
     errno = 0;
-    unsigned long const sent = std::strtoul(textOf(&element), nullptr, 16);
+    unsigned long const sent = std::strtoul(element.text(), nullptr, 16);
     if (errno == ERANGE || sent != value) observer.changedNumber(element, printed("0x%x", value));
   }
 
@@ -148,16 +148,16 @@ struct HexadecimalKind {
 /// A text, copied as far as its array goes.
 struct TextKind {
   template <std::size_t N>
-  static bool read(TiXmlElement& element, char (&out)[N]) {
-    return KVXHelper::GetString(&element, *out, static_cast<int>(N));
+  static bool read(Element element, char (&out)[N]) {
+    return convertText(element.text(), out, static_cast<int>(N));
   }
 
   template <std::size_t N>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      char const (&value)[N]) {
     std::string_view const kept = textIn(value);
     observer.member(name, shown(kept));
-    if (std::strlen(textOf(&element)) > kept.size()) observer.cutText(element, kept);
+    if (std::strlen(element.text()) > kept.size()) observer.cutText(element, kept);
   }
 
   /// A text without a terminator ends where its array does.
@@ -179,14 +179,12 @@ struct AddressKind {
   using Address = unsigned char[6];
   static constexpr char form[] = "six hexadecimal bytes with colons between them";
 
-  static bool read(TiXmlElement& element, Address& out) {
-    return KVXHelper::GetPhysicalAddress(&element, out);
-  }
+  static bool read(Element element, Address& out) { return convertAddress(element.text(), out); }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      Address const& value) {
     observer.member(name, shown(printed(value)));
-    if (!isWhole(textOf(&element))) {
+    if (!isWhole(element.text())) {
       observer.notANumber(element, form);
     }
   }
@@ -199,9 +197,7 @@ struct AddressKind {
     if (value.kind != Value::Kind::text || !isWhole(value.text.c_str())) {
       return fail(problem, described(value), form);
     }
-    TiXmlElement element("");
-    element.LinkEndChild(new TiXmlText(value.text));
-    KVXHelper::GetPhysicalAddress(&element, out);
+    convertAddress(value.text.c_str(), out);
     return Assigned::done;
   }
 
@@ -228,7 +224,7 @@ struct AddressKind {
 template <Vocabulary const& Words>
 struct KeywordKind {
   template <class Code>
-  static bool read(TiXmlElement& element, Code& out) {
+  static bool read(Element element, Code& out) {
     WordText text;
     if (!text.read(element)) return false;
     out = static_cast<Code>(Words.codeOf(text.get()));
@@ -236,11 +232,11 @@ struct KeywordKind {
   }
 
   template <class Code>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element, Code value) {
+  static void report(Observer& observer, std::string_view name, Element element, Code value) {
     WordText text;
     text.read(element);
     if (!show(observer, name, text.get(), value)) {
-      observer.unknownWord(element, textOf(&element), Words);
+      observer.unknownWord(element, element.text(), Words);
     }
   }
 
@@ -275,7 +271,7 @@ struct KeywordKind {
 template <Vocabulary const& Words>
 struct AnyKeywordKind : KeywordKind<Words> {
   template <class Code>
-  static bool read(TiXmlElement& element, Code& out) {
+  static bool read(Element element, Code& out) {
     WordText text;
     bool const read = text.read(element);
     out = static_cast<Code>(Words.codeOf(text.get()));
@@ -283,8 +279,7 @@ struct AnyKeywordKind : KeywordKind<Words> {
   }
 
   template <class Code>
-  static void missing(Observer& observer, std::string_view name, TiXmlElement& element,
-                      Code value) {
+  static void missing(Observer& observer, std::string_view name, Element element, Code value) {
     observer.emptyElement(element);
     KeywordKind<Words>::show(observer, name, "", value);
   }
@@ -295,7 +290,7 @@ struct AnyKeywordKind : KeywordKind<Words> {
 template <Vocabulary const& Words>
 struct KnownKeywordKind : KeywordKind<Words> {
   template <class Code>
-  static bool read(TiXmlElement& element, Code& out) {
+  static bool read(Element element, Code& out) {
     WordText text;
     if (!text.read(element)) return false;
     if (Word const* const word = Words.find(text.get())) out = static_cast<Code>(word->code);
@@ -333,7 +328,7 @@ struct Fixed {
 template <Fixed TheWord, bool Sets>
 struct WordFlagKind {
   template <class Flag>
-  static bool read(TiXmlElement& element, Flag& out) {
+  static bool read(Element element, Flag& out) {
     WordText text;
     if (!text.read(element)) return false;
     out = static_cast<Flag>(text.is(TheWord) == Sets);
@@ -341,7 +336,7 @@ struct WordFlagKind {
   }
 
   template <class Flag>
-  static void report(Observer& observer, std::string_view name, TiXmlElement&, Flag value) {
+  static void report(Observer& observer, std::string_view name, Element, Flag value) {
     observer.member(name, shown(value != 0));
   }
 
@@ -359,13 +354,12 @@ inline constexpr Word switchWords[] = {{"enabled", 1}, {"yes", 1}, {"disabled", 
 inline constexpr Vocabulary switches{switchWords, Match::exact, 0};
 static_assert(everyWordIsReachable(switches));
 
-inline void reportSwitch(Observer& observer, std::string_view name, TiXmlElement& element,
-                         bool value) {
+inline void reportSwitch(Observer& observer, std::string_view name, Element element, bool value) {
   observer.member(name, shown(value));
   WordText text;
   text.read(element);
   if (switches.find(text.get()) == nullptr) {
-    observer.unknownWord(element, textOf(&element), switches);
+    observer.unknownWord(element, element.text(), switches);
   }
 }
 
@@ -373,15 +367,15 @@ inline void reportSwitch(Observer& observer, std::string_view name, TiXmlElement
 template <Fixed Yes, Fixed No>
 struct SwitchKind {
   template <class Flag>
-  static bool read(TiXmlElement& element, Flag& out) {
+  static bool read(Element element, Flag& out) {
     char flag = 0;
-    if (!KVXHelper::GetBool(&element, flag)) return false;
+    if (!convertFlag(element.text(), flag)) return false;
     out = static_cast<Flag>(flag);
     return true;
   }
 
   template <class Flag>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element, Flag value) {
+  static void report(Observer& observer, std::string_view name, Element element, Flag value) {
     reportSwitch(observer, name, element, value != 0);
   }
 
@@ -398,6 +392,12 @@ struct SwitchKind {
   static void outline(Outline& outline) {
     for (Word const& word : switches.words) outline.emplace(word.text);
   }
+};
+
+/// The same into a `bool`, by the form of KVXHelper::GetBool for that: an element without text
+/// clears the flag.
+struct ClearedSwitchKind : SwitchKind<"yes", "no"> {
+  static bool read(Element element, bool& out) { return convertFlag(element.text(), out); }
 };
 
 }  // namespace Kovra::frame

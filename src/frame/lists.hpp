@@ -39,12 +39,12 @@ struct BoundedReading {
   using Setting = typename Member<M>::Type;
 
   template <class Record, class Watch>
-  static bool read(TiXmlElement& element, Record& record, Watch& watch) {
+  static bool read(Element element, Record& record, Watch& watch) {
     Setting& setting = record.*M;
     auto const before = setting.val;
-    bool const min = KVXHelper::GetNumberFromAttr(&element, "min", setting.min);
-    bool const max = KVXHelper::GetNumberFromAttr(&element, "max", setting.max);
-    bool const read = KVXHelper::GetNumber(&element, setting.val, false);
+    bool const min = convertBound(element.attribute("min"), setting.min);
+    bool const max = convertBound(element.attribute("max"), setting.max);
+    bool const read = convertNumber(element.text(), setting.val);
     auto const sent = setting.val;
     if (setting.val < setting.min) setting.val = setting.min;
     if (setting.val > setting.max) setting.val = setting.max;
@@ -77,7 +77,7 @@ struct BoundedReading {
 
  private:
   template <class Number>
-  static void reportBound(Observer& observer, TiXmlElement& element, char const* name, bool read,
+  static void reportBound(Observer& observer, Element element, char const* name, bool read,
                           Number bound) {
     if (read) {
       observer.member(name, shown(bound));
@@ -87,8 +87,8 @@ struct BoundedReading {
   }
 
   template <class Number>
-  static void reportValue(Observer& observer, TiXmlElement& element, bool read, Number value,
-                          Number sent, Number before) {
+  static void reportValue(Observer& observer, Element element, bool read, Number value, Number sent,
+                          Number before) {
     if (!read) observer.emptyElement(element);
     if (!read && value != before) observer.member("val", shown(value));
     if (read) NumberKind::report(observer, "val", element, value);
@@ -116,14 +116,14 @@ constexpr auto bounded(std::string_view element) {
 template <auto M, Vocabulary const& Bits>
 struct BitReading {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& element, Record& record, Watch& watch) {
+  static bool read(Element element, Record& record, Watch& watch) {
     char flag = 0;
-    bool const read = KVXHelper::GetBool(&element, flag);
-    if (read) put(record.*M, Bits.codeOf(element.Value()), flag != 0);
+    bool const read = convertFlag(element.text(), flag);
+    if (read) put(record.*M, Bits.codeOf(element.name().data()), flag != 0);
     remark(watch, [&](Observer& observer) {
       if (!read) observer.emptyElement(element);
       observer.within(Member<M>::name(), [&] {
-        if (read) reportSwitch(observer, element.ValueStr(), element, flag != 0);
+        if (read) reportSwitch(observer, element.name(), element, flag != 0);
         return read;
       });
     });
@@ -179,10 +179,9 @@ constexpr auto bitFlag(std::string_view element) {
 }
 
 /// How many child elements there are, whatever their names.
-inline std::size_t countChildren(TiXmlElement const& element) {
+inline std::size_t countChildren(Element element) {
   std::size_t count = 0;
-  TiXmlElement const* child = element.FirstChildElement();
-  for (; child != nullptr; child = child->NextSiblingElement()) ++count;
+  for (Element child = element.firstChild(); child; child = child.nextSibling()) ++count;
   return count;
 }
 
@@ -194,9 +193,9 @@ Record recordOf(Field<Record> const (&)[N]);
 /// Visits the children named `element`, the entries of a list, in their order; others are skipped.
 /// The result is that of the last one visited; false when there was none.
 template <class Watch, class Visit>
-bool walkEntries(TiXmlElement* parent, std::string_view element, Watch& watch, Visit visit) {
-  return walkChildren(parent, [&](TiXmlElement& child, bool result) {
-    bool const isEntry = child.ValueStr() == element;
+bool walkEntries(Element parent, std::string_view element, Watch& watch, Visit visit) {
+  return walkChildren(parent, [&](Element child, bool result) {
+    bool const isEntry = child.name() == element;
     remark(watch, [&](Observer& observer) {
       isEntry ? observer.knownElement(child) : observer.unknownElement(child);
     });
@@ -210,9 +209,9 @@ struct RecordEntry {
   using Entry = decltype(detail::recordOf(Table));
 
   template <class Watch>
-  static bool read(TiXmlElement& element, Entry& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, Entry& entry, Watch& watch, std::string_view list,
                    std::size_t index) {
-    return watch.entry(list, index, [&] { return walk(&element, Table, entry, watch); });
+    return watch.entry(list, index, [&] { return walk(element, Table, entry, watch); });
   }
   static bool write(TiXmlElement& list, char const* element, Entry const& entry,
                     Circumstances circumstances) {
@@ -224,9 +223,9 @@ struct RecordEntry {
   static void outline(Outline& outline) { outlineOf(Table, outline); }
 };
 
-/// The entries of the list `M`: the children `Element`, each read by `Each`, RecordEntry or a
+/// The entries of the list `M`: the children `Item`, each read by `Each`, RecordEntry or a
 /// struct like it.
-template <auto M, Fixed Element, class Each>
+template <auto M, Fixed Item, class Each>
 struct EntriesBy {
   using Entry = typename Each::Entry;
 
@@ -234,10 +233,10 @@ struct EntriesBy {
   /// skipped, and so are those for which there is no room. The result is that of the last entry
   /// read; false when there was none.
   template <class Watch>
-  static bool read(TiXmlElement& parent, std::span<Entry> room, Watch& watch) {
+  static bool read(Element parent, std::span<Entry> room, Watch& watch) {
     remark(watch, [](Observer& observer) { observer.list(memberName<M>); });
     std::size_t next = 0;
-    return walkEntries(&parent, Element, watch, [&](TiXmlElement& child, bool result) {
+    return walkEntries(parent, Item, watch, [&](Element child, bool result) {
       if (next == room.size()) {
         remark(watch, [&](Observer& observer) { observer.surplusEntry(child, room.size()); });
         return result;
@@ -248,14 +247,14 @@ struct EntriesBy {
   }
 
   static void outline(Outline& outline) {
-    outline.emplace(std::string_view(Element));
+    outline.emplace(std::string_view(Item));
     Each::outline(outline);
   }
 };
 
-/// The entries of the list `M`: the children `Element`, each read with `Table`.
-template <auto M, Fixed Element, auto const& Table>
-struct EntriesOf : EntriesBy<M, Element, RecordEntry<Table>> {};
+/// The entries of the list `M`: the children `Item`, each read with `Table`.
+template <auto M, Fixed Item, auto const& Table>
+struct EntriesOf : EntriesBy<M, Item, RecordEntry<Table>> {};
 
 }  // namespace Kovra::frame
 

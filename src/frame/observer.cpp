@@ -5,14 +5,12 @@
 #include <charconv>
 #include <utility>
 
-#include "frame/text.hpp"
-
 namespace Kovra::frame {
 
 namespace {
 
-std::string textIn(TiXmlElement const& element) {
-  char const* const text = textOf(&element);
+std::string textIn(Element element) {
+  char const* const text = element.text();
   return text != nullptr ? text : "";
 }
 
@@ -41,53 +39,50 @@ Value& Observer::listNamed(std::string_view name) {
   return memberOf(*record_, name, Value::Kind::list);
 }
 
-void Observer::add(Note::Kind kind, TiXmlElement const& element, std::string_view found,
-                   std::string_view kept, std::vector<std::string> expected) {
+void Observer::add(Note::Kind kind, Element element, std::string_view found, std::string_view kept,
+                   std::vector<std::string> expected) {
   if (remarks_.size() == maxRemarks) {
     ++unlisted_;
     return;
   }
-  Note& note = remarks_.emplace_back(Remark{&element, {}}).note;
+  Note& note = remarks_.emplace_back(Remark{element, {}}).note;
   note.kind = kind;
-  note.place.line = element.Row();
-  note.place.column = element.Column();
-  note.element = element.Value();
+  note.element = element.name();
   note.expected = std::move(expected);
   if (secret_) return;
   note.found = found;
   note.kept = kept;
 }
 
-void Observer::unknownElement(TiXmlElement const& element) {
+void Observer::unknownElement(Element element) {
   add(Note::Kind::unknownElement, element);
 }
 
-void Observer::unknownWord(TiXmlElement const& element, std::string_view text,
-                           Vocabulary const& words) {
+void Observer::unknownWord(Element element, std::string_view text, Vocabulary const& words) {
   std::vector<std::string> expected;
   for (Word const& word : words.words) expected.emplace_back(word.text);
   add(Note::Kind::unknownWord, element, text, {}, std::move(expected));
 }
 
-void Observer::notANumber(TiXmlElement const& element, std::string_view expected) {
+void Observer::notANumber(Element element, std::string_view expected) {
   add(Note::Kind::notANumber, element, textIn(element), {}, {std::string(expected)});
 }
 
-void Observer::changedNumber(TiXmlElement const& element, std::string_view kept) {
+void Observer::changedNumber(Element element, std::string_view kept) {
   add(Note::Kind::changedNumber, element, textIn(element), kept);
 }
 
-void Observer::cutText(TiXmlElement const& element, std::string_view kept) {
+void Observer::cutText(Element element, std::string_view kept) {
   add(Note::Kind::cutText, element, textIn(element), kept);
 }
 
-void Observer::emptyElement(TiXmlElement const& element) {
+void Observer::emptyElement(Element element) {
   add(Note::Kind::emptyElement, element);
 }
 
 /// Of several attributes that an element lacks one note tells.
-void Observer::noAttribute(TiXmlElement const& element, std::string_view attribute) {
-  bool const another = !remarks_.empty() && remarks_.back().element == &element &&
+void Observer::noAttribute(Element element, std::string_view attribute) {
+  bool const another = !remarks_.empty() && remarks_.back().element.index() == element.index() &&
                        remarks_.back().note.kind == Note::Kind::noAttribute;
   if (another) {
     remarks_.back().note.expected.emplace_back(attribute);
@@ -96,7 +91,7 @@ void Observer::noAttribute(TiXmlElement const& element, std::string_view attribu
   }
 }
 
-void Observer::surplusEntry(TiXmlElement const& element, std::size_t capacity) {
+void Observer::surplusEntry(Element element, std::size_t capacity) {
   add(Note::Kind::surplusEntry, element, {}, std::to_string(capacity));
 }
 

@@ -8,15 +8,15 @@
 #ifndef KOVRA_FRAME_OBSERVER_HPP
 #define KOVRA_FRAME_OBSERVER_HPP
 
-#include <tinyxml.h>
-
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "frame/tree.hpp"
 #include "frame/vocabulary.hpp"
 #include "kovra.hpp"
 
@@ -64,34 +64,34 @@ class Observer {
   /// Shows the list `name`, though no entry may follow.
   void list(std::string_view name);
 
-  void knownElement(TiXmlElement const& element) { known_.insert(&element); }
-  void unknownElement(TiXmlElement const& element);
-  void unknownWord(TiXmlElement const& element, std::string_view text, Vocabulary const& words);
-  void notANumber(TiXmlElement const& element, std::string_view expected);
-  void changedNumber(TiXmlElement const& element, std::string_view kept);
-  void cutText(TiXmlElement const& element, std::string_view kept);
-  void emptyElement(TiXmlElement const& element);
-  void noAttribute(TiXmlElement const& element, std::string_view attribute);
-  void surplusEntry(TiXmlElement const& element, std::size_t capacity);
+  void knownElement(Element element) { known_.insert(element.index()); }
+  void unknownElement(Element element);
+  void unknownWord(Element element, std::string_view text, Vocabulary const& words);
+  void notANumber(Element element, std::string_view expected);
+  void changedNumber(Element element, std::string_view kept);
+  void cutText(Element element, std::string_view kept);
+  void emptyElement(Element element);
+  void noAttribute(Element element, std::string_view attribute);
+  void surplusEntry(Element element, std::size_t capacity);
 
   /// Members read from here on are secrets: their values are marked, notes hold none of their text.
   void secrecy(bool on) { secret_ = on; }
 
   /// A note and the element that it is about.
   struct Remark {
-    TiXmlElement const* element;
-    Note note;
+    Element element;
+    Note note;  ///< without its place
   };
 
   std::vector<Remark> const& remarks() const { return remarks_; }
   /// How many more there were: a hostile reply must not fill the memory with notes.
   std::size_t unlisted() const { return unlisted_; }
   /// Did a row, at any depth, take this element?
-  bool knows(TiXmlElement const& element) const { return known_.contains(&element); }
+  bool knows(Element element) const { return known_.contains(element.index()); }
 
  private:
   Value& listNamed(std::string_view name);
-  void add(Note::Kind kind, TiXmlElement const& element, std::string_view found = {},
+  void add(Note::Kind kind, Element element, std::string_view found = {},
            std::string_view kept = {}, std::vector<std::string> expected = {});
 
   static constexpr std::size_t maxRemarks = 1000;
@@ -99,7 +99,7 @@ class Observer {
   Value* record_;
   std::vector<Remark> remarks_;
   std::size_t unlisted_ = 0;
-  std::unordered_set<TiXmlElement const*> known_;
+  std::unordered_set<std::uint32_t> known_;
   bool secret_ = false;
 };
 

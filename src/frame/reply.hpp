@@ -22,7 +22,7 @@ struct ReplyReader {
   std::string_view title;  ///< what it tells, in a few words
   Roots roots;
   /// Reads the root into a record of its own; the result is that of the classic operation.
-  bool (*decode)(TiXmlElement& root, Observer& observer);
+  bool (*decode)(Element root, Observer& observer);
   void (*outline)(Outline&);
 };
 
@@ -31,7 +31,7 @@ struct ReplyReader {
 template <class Record, class Reading>
 constexpr ReplyReader reader(std::string_view name, std::string_view title, Roots roots) {
   return {name, title, roots,
-          [](TiXmlElement& root, Observer& observer) {
+          [](Element root, Observer& observer) {
             auto const record = std::make_unique<Record>();
             return Reading::read(root, *record, observer);
           },
@@ -39,9 +39,9 @@ constexpr ReplyReader reader(std::string_view name, std::string_view title, Root
 }
 
 /// The wide entry of a reply: `Reading` on the root, watched by nobody.
-template <class Reading, class Document = TiXmlDocument, class Length, class Record>
+template <class Reading, class Length, class Record>
 bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) {
-  return readWide<Document>(&text, length, roots, [&](TiXmlElement& root) {
+  return readWide(&text, length, roots, [&](Element root) {
     Unwatched nobody;
     return Reading::read(root, record, nobody);
   });
@@ -50,10 +50,27 @@ bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) 
 /// The same for a reply whose text is narrow and terminated, so that no length is needed.
 template <class Reading, class Record>
 bool readNarrowReply(char const* text, Roots roots, Record& record) {
-  return readNarrow(text, roots, [&](TiXmlElement& root) {
+  return readNarrow(text, roots, [&](Element root) {
     Unwatched nobody;
     return Reading::read(root, record, nobody);
   });
+}
+
+/// `Reading` on an element of a host's own tree; false for a null one.
+template <class Reading, class Record>
+bool readHost(TiXmlElement const* element, Record& record) {
+  if (element == nullptr) return false;
+  Unwatched nobody;
+  HostTree const tree(element);
+  return Reading::read(tree.root(), record, nobody);
+}
+
+/// The same for a kind of value: `Kind` on the text of an element.
+template <class Kind, class Value>
+bool readHostValue(TiXmlElement const* element, Value& out) {
+  if (element == nullptr) return false;
+  HostTree const tree(element);
+  return Kind::read(tree.root(), out);
 }
 
 }  // namespace Kovra::frame

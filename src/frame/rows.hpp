@@ -26,7 +26,7 @@ concept HasWords = requires(Outline& outline) {
 };
 
 template <class Kind, class Type>
-concept TellsOfMissing = requires(Observer& observer, TiXmlElement& element, Type const& value) {
+concept TellsOfMissing = requires(Observer& observer, Element element, Type const& value) {
   Kind::missing(observer, "", element, value);
 };
 
@@ -101,8 +101,8 @@ constexpr auto row(std::string_view element) {
   using Record = typename Member<M>::Record;
   return Field<Record>{
       element,
-      [](TiXmlElement& child, Record& record) { return Kind::read(child, record.*M); },
-      [](TiXmlElement& child, Record& record, Observer& observer) {
+      [](Element child, Record& record) { return Kind::read(child, record.*M); },
+      [](Element child, Record& record, Observer& observer) {
         bool const read = Kind::read(child, record.*M);
         if (read) {
           Kind::report(observer, Member<M>::name(), child, record.*M);
@@ -178,15 +178,15 @@ constexpr auto flagUnless(std::string_view element) {
 /// A whole number in an attribute of the element, whose text is not looked at.
 template <Fixed Attribute>
 struct AttributeKind {
-  static bool read(TiXmlElement& element, int& out) {
-    return KVXHelper::GetInt(&element, Attribute.text, out);
+  static bool read(Element element, int& out) {
+    return convertBound(element.attribute(Attribute.text), out);
   }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement&, int value) {
+  static void report(Observer& observer, std::string_view name, Element, int value) {
     observer.member(name, shown(value));
   }
 
-  static void missing(Observer& observer, std::string_view, TiXmlElement& element, int) {
+  static void missing(Observer& observer, std::string_view, Element element, int) {
     observer.noAttribute(element, Attribute);
   }
 
@@ -249,11 +249,11 @@ constexpr auto assignOfReading()
 template <class Record, class Reading>
 constexpr Field<Record> reading(std::string_view element) {
   return {element,
-          [](TiXmlElement& child, Record& record) {
+          [](Element child, Record& record) {
             Unwatched nobody;
             return Reading::read(child, record, nobody);
           },
-          [](TiXmlElement& child, Record& record, Observer& observer) {
+          [](Element child, Record& record, Observer& observer) {
             return Reading::read(child, record, observer);
           },
           detail::outlineOfKind<Reading>(),
@@ -274,9 +274,9 @@ bool writeBelow(TiXmlElement& parent, char const* name, Field<Record> const (&ta
 
 /// Tells of an element below which a table finds nothing to read.
 template <class Watch>
-void remarkIfEmpty(TiXmlElement const& element, Watch& watch) {
+void remarkIfEmpty(Element element, Watch& watch) {
   remark(watch, [&](Observer& observer) {
-    if (element.FirstChildElement() == nullptr) observer.emptyElement(element);
+    if (!element.firstChild()) observer.emptyElement(element);
   });
 }
 
@@ -284,9 +284,9 @@ void remarkIfEmpty(TiXmlElement const& element, Watch& watch) {
 template <auto M, auto const& Table>
 struct NestedReading {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& element, Record& record, Watch& watch) {
+  static bool read(Element element, Record& record, Watch& watch) {
     remarkIfEmpty(element, watch);
-    return watch.within(memberName<M>, [&] { return walk(&element, Table, record.*M, watch); });
+    return watch.within(memberName<M>, [&] { return walk(element, Table, record.*M, watch); });
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
@@ -312,9 +312,9 @@ constexpr auto nested(std::string_view element) {
 template <auto const& Table>
 struct TableReading {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& element, Record& record, Watch& watch) {
+  static bool read(Element element, Record& record, Watch& watch) {
     remarkIfEmpty(element, watch);
-    return walk(&element, Table, record, watch);
+    return walk(element, Table, record, watch);
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,

@@ -27,12 +27,12 @@ inline std::string describedSecret(Value const& value) {
 /// A text that is read and written like any other, and never shown.
 struct SecretTextKind {
   template <std::size_t N>
-  static bool read(TiXmlElement& element, char (&out)[N]) {
+  static bool read(Element element, char (&out)[N]) {
     return TextKind::read(element, out);
   }
 
   template <std::size_t N>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      char const (&value)[N]) {
     observer.secrecy(true);
     TextKind::report(observer, name, element, value);
@@ -61,7 +61,7 @@ constexpr auto secretText(std::string_view element) {
 template <class Record, class Reading>
 constexpr ReplyReader secretReader(std::string_view name, std::string_view title, Roots roots) {
   return {name, title, roots,
-          [](TiXmlElement& root, Observer& observer) {
+          [](Element root, Observer& observer) {
             auto const record = std::make_unique<Record>();
             WipedAtEnd<Record> const wiped(*record);
             return Reading::read(root, *record, observer);

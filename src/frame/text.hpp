@@ -1,23 +1,14 @@
 /// @file
-/// The text of an element, and copies of texts into the arrays of records.
+/// Copies of texts into the arrays of records.
 
 #ifndef KOVRA_FRAME_TEXT_HPP
 #define KOVRA_FRAME_TEXT_HPP
-
-#include <tinyxml.h>
 
 #include <cstddef>
 #include <cstring>
 #include <string_view>
 
 namespace Kovra::frame {
-
-/// The value of the element's first child node, whatever that is: of an element that stands first
-/// the name, of a comment its text. Null when there is no child (or no element).
-inline char const* textOf(TiXmlElement const* element) {
-  TiXmlNode const* const child = element != nullptr ? element->FirstChild() : nullptr;
-  return child != nullptr ? child->Value() : nullptr;
-}
 
 /// Copies at most `capacity - 1` characters and a terminator; what lies behind it is left alone.
 /// False, with nothing stored, when not even the terminator fits.

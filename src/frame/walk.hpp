@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "frame/assign.hpp"
+#include "frame/entry.hpp"
 #include "frame/observer.hpp"
 #include "kvxhelper.h"
 
@@ -36,8 +37,8 @@ using Keys = std::vector<std::string_view>;
 template <class Record>
 struct Field {
   std::string_view element;
-  bool (*read)(TiXmlElement&, Record&);
-  bool (*observe)(TiXmlElement&, Record&, Observer&);
+  bool (*read)(Element, Record&);
+  bool (*observe)(Element, Record&, Observer&);
   void (*outline)(Outline&);
   /// Adds the element below the parent; the result is the new running result.
   bool (*write)(TiXmlElement& parent, char const* element, Record const&, Circumstances,
@@ -105,11 +106,10 @@ constexpr bool namesAreUnique(Field<Record> const (&table)[N]) {
 /// Calls `visit` with every child element in document order. The result is that of the last child
 /// that `visit` recognised: it gets the running result and returns the new one.
 template <class Visit>
-bool walkChildren(TiXmlElement* element, Visit visit) {
+bool walkChildren(Element element, Visit visit) {
   bool result = false;
-  if (element == nullptr) return result;
-  for (TiXmlNode* child = element->FirstChild(); child != nullptr; child = child->NextSibling()) {
-    if (TiXmlElement* const inner = child->ToElement()) result = visit(*inner, result);
+  for (Element child = element.firstChild(); child; child = child.nextSibling()) {
+    result = visit(child, result);
   }
   return result;
 }
@@ -138,7 +138,7 @@ class RowFinder {
 /// Reads a child with the row that names it; without one it is skipped. The result is the new
 /// running result.
 template <class Record, class Watch>
-bool readChild(Field<Record> const* field, TiXmlElement& child, Record& record, Watch& watch,
+bool readChild(Field<Record> const* field, Element child, Record& record, Watch& watch,
                bool result) {
   if (field == nullptr) {
     remark(watch, [&](Observer& observer) { observer.unknownElement(child); });
@@ -158,24 +158,24 @@ bool readChild(Field<Record> const* field, TiXmlElement& child, Record& record, 
 /// skipped, a repeated one is read again. The result is that of the last child that a row read;
 /// false when there was none, or no element at all.
 template <class Record, class Watch>
-bool walk(TiXmlElement* element, std::span<Field<Record> const> table, Record& record,
-          Watch& watch) {
+bool walk(Element element, std::span<Field<Record> const> table, Record& record, Watch& watch) {
   RowFinder<Record> rows(table);
-  return walkChildren(element, [&](TiXmlElement& child, bool result) {
-    return readChild(rows.find(child.ValueStr()), child, record, watch, result);
+  return walkChildren(element, [&](Element child, bool result) {
+    return readChild(rows.find(child.name()), child, record, watch, result);
   });
 }
 
 template <class Record, std::size_t N, class Watch>
-bool walk(TiXmlElement* element, Field<Record> const (&table)[N], Record& record, Watch& watch) {
+bool walk(Element element, Field<Record> const (&table)[N], Record& record, Watch& watch) {
   return walk(element, std::span<Field<Record> const>(table), record, watch);
 }
 
-/// The walk that nobody watches: what a host's call does.
+/// The walk that nobody watches, over an element of a host's own tree: what a host's call does.
 template <class Record, std::size_t N>
-bool walk(TiXmlElement* element, Field<Record> const (&table)[N], Record& record) {
+bool walk(TiXmlElement const* element, Field<Record> const (&table)[N], Record& record) {
   Unwatched nobody;
-  return walk(element, table, record, nobody);
+  HostTree const tree(element);
+  return walk(tree.root(), table, record, nobody);
 }
 
 /// Writes `record` below `parent` with `table`, row by row, as far as the circumstances allow. The

@@ -23,17 +23,17 @@ inline constexpr Circumstances everything = Circumstances{1} << 32U;
 
 /// A serial number by "%u". A text that is no number counts as read and stores nothing.
 struct SerialKind : NumberKind {
-  static bool read(TiXmlElement& element, unsigned int& out) {
+  static bool read(Element element, unsigned int& out) {
     WordText text;
     if (!text.read(element)) return false;
     static_cast<void>(std::sscanf(text.get(), "%u", &out));
     return true;
   }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      unsigned int value) {
     unsigned int scanned = 0;
-    if (std::sscanf(textOf(&element), "%u", &scanned) == 1) {
+    if (std::sscanf(element.text(), "%u", &scanned) == 1) {
       NumberKind::report(observer, name, element, value);
     } else {
       observer.notANumber(element, "a whole decimal number");

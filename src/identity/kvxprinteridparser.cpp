@@ -28,8 +28,10 @@ KVXPrinterIDParser::KVXPrinterIDParser() = default;
 KVXPrinterIDParser::~KVXPrinterIDParser() = default;
 
 bool KVXPrinterIDParser::ParsePrinterInfo(char const* text, int, KVPrinterInfo& out) {
-  return readIntoItself(*this, text, roots,
-                        [&](TiXmlElement& root) { return parsePrinterInfo(&root, out); });
+  return readAsDocument(*this, text, roots, [&](Element root) {
+    Unwatched nobody;
+    return walk(root, printerInfo, out, nobody);
+  });
 }
 
 bool KVXPrinterIDParser::parsePrinterInfo(TiXmlElement* root, KVPrinterInfo& out) {

@@ -28,7 +28,7 @@ static_assert(namesAreUnique(service));
 /// when entries are read: meant, so that an array of that many entries always suffices.
 struct ServiceHistoryReading : EntriesOf<&_tagLogServiceXML::entries, "service", service> {
   template <class Watch>
-  static bool read(TiXmlElement& root, _tagLogServiceXML& record, Watch& watch) {
+  static bool read(Element root, _tagLogServiceXML& record, Watch& watch) {
     if (record.entries == nullptr) {
       record.count = static_cast<int>(countChildren(root));
       return true;
@@ -39,7 +39,7 @@ struct ServiceHistoryReading : EntriesOf<&_tagLogServiceXML::entries, "service",
 };
 
 /// What a host does: it asks for the count, makes room, and reads again.
-bool decodeServiceHistory(TiXmlElement& root, Observer& observer) {
+bool decodeServiceHistory(Element root, Observer& observer) {
   Unwatched nobody;
   _tagLogServiceXML record{};
   ServiceHistoryReading::read(root, record, nobody);
@@ -68,11 +68,11 @@ struct CleaningHistory {
 
 struct CleaningHistoryReading : EntriesOf<&CleaningHistory::entries, "cleaning", cleaning> {
   template <class Watch>
-  static bool read(TiXmlElement& root, CleaningLog& entries, Watch& watch) {
+  static bool read(Element root, CleaningLog& entries, Watch& watch) {
     return EntriesOf::read(root, entries, watch);
   }
   template <class Watch>
-  static bool read(TiXmlElement& root, CleaningHistory& record, Watch& watch) {
+  static bool read(Element root, CleaningHistory& record, Watch& watch) {
     return read(root, record.entries, watch);
   }
 };
@@ -104,8 +104,7 @@ bool KVXLogParser::ParseLogServiceXML(wchar_t const& text, unsigned long len,
 }
 
 bool KVXLogParser::parseServiceHistoryValues(TiXmlElement* root, _tagLogServiceXML& out) {
-  Unwatched nobody;
-  return root != nullptr && ServiceHistoryReading::read(*root, out, nobody);
+  return readHost<ServiceHistoryReading>(root, out);
 }
 
 bool KVXLogParser::getServiceValues(TiXmlElement* element, _tagLogServiceValues& out) {
@@ -118,8 +117,7 @@ bool KVXLogParser::ParseCleaningLog(wchar_t const& text, unsigned long len,
 }
 
 bool KVXLogParser::getCleaningLogValues(TiXmlElement* root, _tagCleaningLogEntry (&out)[32]) {
-  Unwatched nobody;
-  return root != nullptr && CleaningHistoryReading::read(*root, out, nobody);
+  return readHost<CleaningHistoryReading>(root, out);
 }
 
 bool KVXLogParser::getCleaningLogEntry(TiXmlElement* element, _tagCleaningLogEntry& out) {

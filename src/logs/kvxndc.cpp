@@ -19,7 +19,7 @@ constexpr char const* responseRoots[] = {"lam_ndc_rsp"};
 constexpr auto response = text<&LaminatorResponse::lam_ndc_rsp>(responseRoots[0]);
 
 /// The text is that of the root itself.
-bool decodeResponse(TiXmlElement& root, Observer& observer) {
+bool decodeResponse(Element root, Observer& observer) {
   LaminatorResponse record{};
   return response.observe(root, record, observer);
 }
@@ -40,8 +40,8 @@ KVXNDC::~KVXNDC() = default;
 
 bool KVXNDC::GetLaminatorResponse(wchar_t const& text, int len, char* out) {
   if (out == nullptr) return false;
-  return readWide(&text, len, responseRoots, [&](TiXmlElement& root) {
-    return KVXHelper::GetString(&root, *out, sizeof LaminatorResponse::lam_ndc_rsp);
+  return readWide(&text, len, responseRoots, [&](Element root) {
+    return convertText(root.text(), out, sizeof LaminatorResponse::lam_ndc_rsp);
   });
 }
 

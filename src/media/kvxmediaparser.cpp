@@ -13,7 +13,7 @@ using namespace media;
 using MediaReading = TableReading<catalogue>;
 
 /// The result is that of the entry, which hosts do not look at.
-bool decodeMedia(TiXmlElement& root, Observer& observer) {
+bool decodeMedia(Element root, Observer& observer) {
   OwnedMedia const media = makeMedia();
   MediaReading::read(root, *media, observer);
   return false;
@@ -25,15 +25,11 @@ constexpr ReplyReader replies[] = {
 };
 
 template <class List>
-bool readList(TiXmlElement* list, _KVMediaInfo& media) {
-  Unwatched nobody;
-  return list != nullptr && List::read(*list, media, nobody);
-}
-
-template <class List>
 bool readEntry(TiXmlElement* entry, _KVMediaInfo& media) {
+  if (entry == nullptr) return false;
   Unwatched nobody;
-  return entry != nullptr && List::readEntry(*entry, media, nobody);
+  HostTree const tree(entry);
+  return List::readEntry(tree.root(), media, nobody);
 }
 
 template <class Entry>
@@ -94,8 +90,7 @@ KVXMediaParser::~KVXMediaParser() = default;
 
 bool KVXMediaParser::GetMedia(char const& text, int, _KVMediaInfo& media) {
   // Hosts look at the lists alone: the result is false whatever happened.
-  static_cast<void>(
-      readNarrow(&text, mediaRoots, [&](TiXmlElement& root) { return parseMedia(&root, media); }));
+  static_cast<void>(readNarrowReply<MediaReading>(&text, mediaRoots, media));
   return false;
 }
 
@@ -104,19 +99,19 @@ bool KVXMediaParser::parseMedia(TiXmlElement* root, _KVMediaInfo& media) {
 }
 
 bool KVXMediaParser::getCardsInfo(TiXmlElement* cards, _KVMediaInfo& media) {
-  return readList<Cards>(cards, media);
+  return readHost<Cards>(cards, media);
 }
 
 bool KVXMediaParser::getFilmsInfo(TiXmlElement* films, _KVMediaInfo& media) {
-  return readList<Films>(films, media);
+  return readHost<Films>(films, media);
 }
 
 bool KVXMediaParser::getRibbonsInfo(TiXmlElement* ribbons, _KVMediaInfo& media) {
-  return readList<Laminates>(ribbons, media);
+  return readHost<Laminates>(ribbons, media);
 }
 
 bool KVXMediaParser::getLaminatesInfo(TiXmlElement* laminates, _KVMediaInfo& media) {
-  return readList<Laminates>(laminates, media);
+  return readHost<Laminates>(laminates, media);
 }
 
 bool KVXMediaParser::getCardInfo(TiXmlElement* element, _KVMediaInfo& media) {

@@ -28,7 +28,7 @@ enum : Circumstances {
 template <auto M>
 struct ValueReading : BoundedReading<M> {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& element, Record& record, Watch& watch) {
+  static bool read(Element element, Record& record, Watch& watch) {
     auto& value = (record.*M).val;
     bool const read = NumberKind::read(element, value);
     remark(watch, [&](Observer& observer) {
@@ -114,16 +114,16 @@ struct Appending {
   static constexpr std::string_view member = frame::Member<M>::name();
 
   template <class Watch>
-  static bool read(TiXmlElement& list, _KVMediaInfo& media, Watch& watch) {
+  static bool read(Element list, _KVMediaInfo& media, Watch& watch) {
     remark(watch, [](Observer& observer) { observer.list(member); });
-    return walkEntries(&list, Item, watch,
-                       [&](TiXmlElement& child, bool) { return readEntry(child, media, watch); });
+    return walkEntries(list, Item, watch,
+                       [&](Element child, bool) { return readEntry(child, media, watch); });
   }
 
   /// Appends one entry, also an empty one. It is owned here until the vector has a place for it, so
   /// that memory running out takes nothing from the record.
   template <class Watch>
-  static bool readEntry(TiXmlElement& element, _KVMediaInfo& media, Watch& watch) {
+  static bool readEntry(Element element, _KVMediaInfo& media, Watch& watch) {
     auto* const entries = media.*M;
     if (entries == nullptr) return false;
     auto entry = std::make_unique<Entry>();

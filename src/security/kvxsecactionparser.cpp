@@ -19,7 +19,7 @@ using namespace frame;
 template <auto const& Row>
 struct RowReading {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& root, Record& record, Watch& watch) {
+  static bool read(Element root, Record& record, Watch& watch) {
     if constexpr (std::is_same_v<Watch, Unwatched>) {
       return Row.read(root, record);
     } else {
@@ -49,10 +49,10 @@ struct Exchanged {
 /// Unsigned, hexadecimal behind "0x" and else decimal. A text that is no number counts as read and
 /// stores nothing; hosts rely on it.
 struct ExchangedKind {
-  static bool read(TiXmlElement& element, Exchanged& out) {
+  static bool read(Element element, Exchanged& out) {
     std::array<char, 64> digits{};
     WipedAtEnd const wiped(digits);
-    if (!KVXHelper::GetString(&element, digits.front(), static_cast<int>(digits.size()))) {
+    if (!convertText(element.text(), digits.data(), static_cast<int>(digits.size()))) {
       return false;
     }
     scan(digits.data(), *out.target);
@@ -60,9 +60,8 @@ struct ExchangedKind {
     return true;
   }
 
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
-                     Exchanged const&) {
-    char const* const text = textOf(&element);
+  static void report(Observer& observer, std::string_view name, Element element, Exchanged const&) {
+    char const* const text = element.text();
     long value = 0;
     bool const scanned = scan(text, value);
     if (scanned) observer.member(name, shown(value));
@@ -109,8 +108,7 @@ static_assert(namesAreUnique(diffieHellman));
 
 /// Unlike elsewhere one value is enough, and an element without text takes nothing back.
 template <class Watch>
-bool readDiffieHellman(TiXmlElement* root, _tagHostDHKeys& host, long& printerInterimKey,
-                       Watch& watch) {
+bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimKey, Watch& watch) {
   DiffieHellman values{{&host.modulus, false},
                        {&host.base, false},
                        {&host.host_interim_key, false},
@@ -123,9 +121,9 @@ bool readDiffieHellman(TiXmlElement* root, _tagHostDHKeys& host, long& printerIn
 /// The wide entry of either side; what the other side said is the caller's to drop.
 bool readDiffieHellman(wchar_t const& text, unsigned long length, _tagHostDHKeys& host,
                        long& printerInterimKey) {
-  return readWide<SecretDocument>(&text, length, diffieHellmanRoots, [&](TiXmlElement& root) {
+  return readWide(&text, length, diffieHellmanRoots, [&](Element root) {
     Unwatched nobody;
-    return readDiffieHellman(&root, host, printerInterimKey, nobody);
+    return readDiffieHellman(root, host, printerInterimKey, nobody);
   });
 }
 
@@ -137,8 +135,8 @@ struct BothSides {
 
 struct BothSidesReading {
   template <class Watch>
-  static bool read(TiXmlElement& root, BothSides& record, Watch& watch) {
-    return readDiffieHellman(&root, record.host, record.printerInterimKey, watch);
+  static bool read(Element root, BothSides& record, Watch& watch) {
+    return readDiffieHellman(root, record.host, record.printerInterimKey, watch);
   }
   static void outline(Outline& outline) { outlineOf(diffieHellman, outline); }
 };
@@ -157,16 +155,16 @@ bool bringToKeyword(char* text) {
 /// The text of the root, which is its first child's, whatever that is.
 struct DirectedActionKind {
   template <std::size_t N>
-  static bool read(TiXmlElement& root, char (&out)[N]) {
+  static bool read(Element root, char (&out)[N]) {
     if (!TextKind::read(root, out)) return false;
     bringToKeyword(out);
     return true;
   }
   template <std::size_t N>
-  static void report(Observer& observer, std::string_view name, TiXmlElement& root,
+  static void report(Observer& observer, std::string_view name, Element root,
                      char const (&value)[N]) {
     observer.member(name, shown(textIn(value)));
-    if (actionNames.find(value) == nullptr) observer.unknownWord(root, textOf(&root), actionNames);
+    if (actionNames.find(value) == nullptr) observer.unknownWord(root, root.text(), actionNames);
   }
 };
 
@@ -174,9 +172,9 @@ constexpr auto directedAction = row<&_tagSecDirecXML::action, DirectedActionKind
 
 struct DirectiveReading {
   template <class Watch>
-  static bool read(TiXmlElement& root, _tagSecDirecXML& record, Watch& watch) {
+  static bool read(Element root, _tagSecDirecXML& record, Watch& watch) {
     return RowReading<directedAction>::read(root, record, watch) &&
-           walk(&root, directiveTable<_tagSecDirecXML>, record, watch);
+           walk(root, directiveTable<_tagSecDirecXML>, record, watch);
   }
   static void outline(Outline& outline) {
     for (Word const& word : actionWords) outline.emplace(word.text);
@@ -195,10 +193,29 @@ constexpr Field<_tagSecSetKeys> keyChanges[] = {
 };
 using KeyChangesReading = TableReading<keyChanges>;
 
+/// What a reading leaves in a host's own tree: each printer there is the record's.
+template <class Record>
+void identifyPrinters(TiXmlElement* parent, Record const& record) {
+  if (parent == nullptr) return;
+  for (TiXmlElement* printer = parent->FirstChildElement("printer"); printer != nullptr;
+       printer = printer->NextSiblingElement("printer")) {
+    identify(*printer, record);
+  }
+}
+
+/// Likewise, each action has the record's name.
+void nameActions(TiXmlElement* parent, _tagSecReqXML const& record) {
+  if (parent == nullptr) return;
+  for (TiXmlElement* action = parent->FirstChildElement("action"); action != nullptr;
+       action = action->NextSiblingElement("action")) {
+    nameAction(*action, record);
+  }
+}
+
 /// The wide entry of all but the Diffie-Hellman values.
 template <class Reading, class Record>
 bool readSecret(wchar_t const& text, unsigned long length, Roots roots, Record& out) {
-  return readReply<Reading, SecretDocument>(text, length, roots, out);
+  return readReply<Reading>(text, length, roots, out);
 }
 
 // All replies of this class, for the catalogue.
@@ -228,8 +245,8 @@ KVXSecAction::KVXSecAction() = default;
 KVXSecAction::~KVXSecAction() = default;
 
 bool KVXSecAction::GetNonceValue(wchar_t const& text, int length, char* out) {
-  return readWide<SecretDocument>(&text, length, nonceRoots, [&](TiXmlElement& root) {
-    return out != nullptr && KVXHelper::GetString(&root, *out, sizeof Nonce::nonce);
+  return readWide(&text, length, nonceRoots, [&](Element root) {
+    return out != nullptr && convertText(root.text(), out, sizeof Nonce::nonce);
   });
 }
 
@@ -271,14 +288,18 @@ bool KVXSecAction::ParseGetSecureActionRequest(wchar_t const& text, unsigned lon
 
 bool KVXSecAction::ParseDHKeys(TiXmlElement* root, _tagHostDHKeys& host, long& printerInterimKey) {
   Unwatched nobody;
-  return readDiffieHellman(root, host, printerInterimKey, nobody);
+  HostTree const tree(root);
+  return readDiffieHellman(tree.root(), host, printerInterimKey, nobody);
 }
 
 bool KVXSecAction::ParseDirectiveValues(TiXmlElement* action, _tagSecDirecXML& record) {
+  identifyPrinters(action, record);
   return walk(action, directiveTable<_tagSecDirecXML>, record);
 }
 
 bool KVXSecAction::ParseReqValues(TiXmlElement* root, _tagSecReqXML& record) {
+  nameActions(root, record);
+  identifyPrinters(root, record);
   return walk(root, requestTable<_tagSecReqXML>, record);
 }
 

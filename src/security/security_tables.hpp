@@ -119,12 +119,12 @@ bool identify(TiXmlElement& printer, Record const& record) {
   return KVXHelper::AddTagAttrib(&printer, "nonce", terminated(record.nonce).get());
 }
 
-/// Deliberately not read: the attributes are set on the parsed element from the record, in which
-/// model, serial and nonce stay the host's own. Hosts compare them with what they sent.
+/// Deliberately not read, though it counts as read: model, serial and nonce of the record stay the
+/// host's own. Hosts compare them with what they sent.
 struct PrinterKind {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& printer, Record& record, Watch&) {
-    return identify(printer, record);
+  static bool read(frame::Element, Record&, Watch&) {
+    return true;
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
@@ -145,12 +145,16 @@ struct PrinterKind {
   }
 };
 
-/// The action of a request, likewise: its name is set from the record, not read. Written with the
-/// printer inside it, read beside it: meant.
+/// Sets the attribute that names an action.
+template <class Record>
+void nameAction(TiXmlElement& action, Record const& record) {
+  KVXHelper::AddTagAttrib(&action, "name", terminated(record.action).get());
+}
+
+/// The action of a request, likewise. Written with the printer inside it, read beside it: meant.
 struct RequestedActionKind {
   template <class Record, class Watch>
-  static bool read(TiXmlElement& action, Record& record, Watch&) {
-    KVXHelper::AddTagAttrib(&action, "name", terminated(record.action).get());
+  static bool read(frame::Element, Record&, Watch&) {
     return true;
   }
   template <class Record>
@@ -158,7 +162,7 @@ struct RequestedActionKind {
                     frame::Circumstances circumstances, bool result) {
     TiXmlElement* const action = KVXHelper::AddTag(&parent, element);
     if (action == nullptr) return false;
-    KVXHelper::AddTagAttrib(action, "name", terminated(record.action).get());
+    nameAction(*action, record);
     return PrinterKind::write(*action, "printer", record, circumstances, result);
   }
   /// Whoever writes a request by hand gets to know that no printer knows its action.

@@ -88,11 +88,11 @@ struct JobListReading {
   static constexpr std::string_view entries = frame::Member<&KVJobList::jobs>::name();
 
   template <class Watch>
-  static bool read(TiXmlElement& root, KVJobList& list, Watch& watch) {
+  static bool read(Element root, KVJobList& list, Watch& watch) {
     int const capacity = std::clamp(list.count, 0, roomOf(list));
     list.count = 0;
     remark(watch, [](Observer& observer) { observer.list(entries); });
-    return walkEntries(&root, element, watch, [&](TiXmlElement& child, bool result) {
+    return walkEntries(root, element, watch, [&](Element child, bool result) {
       if (list.count == capacity) {
         remark(watch, [&](Observer& observer) {
           observer.surplusEntry(child, static_cast<std::size_t>(capacity));
@@ -114,7 +114,7 @@ struct JobListReading {
 /// The list of a host that has room for as many jobs as the record takes.
 struct WholeJobListReading : JobListReading {
   template <class Watch>
-  static bool read(TiXmlElement& root, KVJobList& list, Watch& watch) {
+  static bool read(Element root, KVJobList& list, Watch& watch) {
     list.count = roomOf(list);
     return JobListReading::read(root, list, watch);
   }
@@ -175,8 +175,7 @@ bool KVXStatusParser::ParseJobList(wchar_t const& text, int len, KVJobList& out)
 }
 
 bool KVXStatusParser::parseJobList(TiXmlElement* root, KVJobList& out) {
-  Unwatched nobody;
-  return root != nullptr && JobListReading::read(*root, out, nobody);
+  return readHost<JobListReading>(root, out);
 }
 
 bool KVXStatusParser::parseJobInfo(TiXmlElement* job, _KVJobInfo& out) {

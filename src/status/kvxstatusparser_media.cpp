@@ -28,7 +28,7 @@ using Description = std::span<char, sizeof(_MediaStatusInfo::description)>;
 /// the host, who clears the record to have the panels alone.
 struct PanelReading {
   template <class Watch>
-  static bool read(TiXmlElement& panel, Description& description, Watch& watch) {
+  static bool read(Element panel, Description& description, Watch& watch) {
     WordText words;
     if (!words.read(panel)) {
       remark(watch, [&](Observer& observer) { observer.emptyElement(panel); });
@@ -39,7 +39,7 @@ struct PanelReading {
     remark(watch, [&](Observer& observer) {
       std::string_view const kept = description.data();
       observer.member(descriptionName, shown(kept));
-      if (std::strlen(textOf(&panel)) > kept.size() - before) observer.cutText(panel, kept);
+      if (std::strlen(panel.text()) > kept.size() - before) observer.cutText(panel, kept);
     });
     return true;
   }
@@ -50,9 +50,9 @@ constexpr Field<Description> ribbonPanels[] = {reading<Description, PanelReading
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading {
   template <class Watch>
-  static bool read(TiXmlElement& sequence, _MediaStatusInfo& ribbon, Watch& watch) {
+  static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch& watch) {
     Description description(ribbon.description);
-    if (!walk(&sequence, ribbonPanels, description, watch)) return false;
+    if (!walk(sequence, ribbonPanels, description, watch)) return false;
     ribbon.code = ribbonDescriptions.codeOf(ribbon.description);
     remark(watch, [&](Observer& observer) {
       if (!Kind::show(observer, codeName, ribbon.description, ribbon.code)) {
@@ -76,7 +76,7 @@ struct SequenceReading {
 /// The description fills two members: its own, and the code of the ribbon that it names.
 struct NameReading {
   template <class Watch>
-  static bool read(TiXmlElement& element, _MediaStatusInfo& media, Watch& watch) {
+  static bool read(Element element, _MediaStatusInfo& media, Watch& watch) {
     bool const read = TextKind::read(element, media.description) && Kind::read(element, media.code);
     remark(watch, [&](Observer& observer) {
       if (!read) return observer.emptyElement(element);

@@ -45,7 +45,7 @@ template <Vocabulary const& Words>
 struct MergedKeywordKind {
   static_assert(Words.unknown == 0, "an unknown word sets nothing");
 
-  static bool read(TiXmlElement& element, unsigned int& out) {
+  static bool read(Element element, unsigned int& out) {
     WordText text;
     if (!text.read(element)) return false;
     out |= static_cast<unsigned int>(Words.codeOf(text.get()));
@@ -53,13 +53,13 @@ struct MergedKeywordKind {
   }
 
   /// Where the member holds more than this element's word, the word shown is that of the member.
-  static void report(Observer& observer, std::string_view name, TiXmlElement& element,
+  static void report(Observer& observer, std::string_view name, Element element,
                      unsigned int value) {
     WordText text;
     text.read(element);
     int const code = static_cast<int>(value);
     Word const* const sent = Words.find(text.get());
-    if (sent == nullptr) observer.unknownWord(element, textOf(&element), Words);
+    if (sent == nullptr) observer.unknownWord(element, element.text(), Words);
     std::string_view const word =
         sent != nullptr && sent->code == code ? sent->text : Words.wordOf(code);
     bool const known = !word.empty() && (sent != nullptr || code != 0);
@@ -150,7 +150,7 @@ static_assert(namesAreUnique(accessPoint));
 struct AccessPointsReading
     : EntriesOf<&_tagAccessPoints::accessPoints, "AccessPoint", accessPoint> {
   template <class Watch>
-  static bool read(TiXmlElement& root, _tagAccessPoints& record, Watch& watch) {
+  static bool read(Element root, _tagAccessPoints& record, Watch& watch) {
     record.count = static_cast<unsigned int>(countChildren(root));
     if (record.accessPoints == nullptr) return true;
     return EntriesOf::read(root, {record.accessPoints, record.count}, watch);
@@ -158,7 +158,7 @@ struct AccessPointsReading
 };
 
 /// What a host does: it asks for the count, makes room, and reads again.
-bool decodeAccessPoints(TiXmlElement& root, Observer& observer) {
+bool decodeAccessPoints(Element root, Observer& observer) {
   Unwatched nobody;
   _tagAccessPoints record{};
   AccessPointsReading::read(root, record, nobody);
@@ -219,8 +219,7 @@ bool KVXStatusParser::ParseAccessPoints(wchar_t const& text, int len, _tagAccess
 }
 
 bool KVXStatusParser::parseAllWirelessAccessPoint(TiXmlElement* root, _tagAccessPoints& out) {
-  Unwatched nobody;
-  return root != nullptr && AccessPointsReading::read(*root, out, nobody);
+  return readHost<AccessPointsReading>(root, out);
 }
 
 bool KVXStatusParser::parseWirelessAccessPoints(TiXmlElement* element, _tagAccessPoint& out) {
@@ -232,11 +231,11 @@ int KVXStatusParser::GetWirelessState(char* keyword) {
 }
 
 bool KVXStatusParser::GetSecurity(TiXmlElement* element, unsigned int& out) {
-  return element != nullptr && MergedKeywordKind<securities>::read(*element, out);
+  return readHostValue<MergedKeywordKind<securities>>(element, out);
 }
 
 bool KVXStatusParser::GetCrypto(TiXmlElement* element, unsigned int& out) {
-  return element != nullptr && MergedKeywordKind<ciphers>::read(*element, out);
+  return readHostValue<MergedKeywordKind<ciphers>>(element, out);
 }
 
 }  // namespace Kovra

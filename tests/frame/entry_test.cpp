@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "frame/guard.hpp"
 #include "kvxstatusparser.h"
 #include "support/general_status.hpp"
 #include "support/locale.hpp"
@@ -32,15 +31,15 @@ constexpr char const* twoRoots[] = {"first", "second"};
 /// What an entry found: the root's name and its first text, or that it refused.
 constexpr char const* refused = "(refused)";
 
-std::string described(TiXmlElement& root) {
-  char const* const text = root.GetText();
-  return root.ValueStr() + ":" + (text != nullptr ? text : "");
+std::string described(Element root) {
+  char const* const text = root.firstChild() ? nullptr : root.text();
+  return std::string(root.name()) + ":" + (text != nullptr ? text : "");
 }
 
 template <class Length>
 std::string readWideText(wchar_t const* text, Length length, Roots roots = oneRoot) {
   std::string found = refused;
-  bool const result = readWide(text, length, roots, [&](TiXmlElement& root) {
+  bool const result = readWide(text, length, roots, [&](Element root) {
     found = described(root);
     return true;
   });
@@ -54,7 +53,7 @@ std::string readWideText(std::wstring const& text, Roots roots = oneRoot) {
 
 std::string readNarrowText(char const* text, Roots roots = oneRoot) {
   std::string found = refused;
-  bool const result = readNarrow(text, roots, [&](TiXmlElement& root) {
+  bool const result = readNarrow(text, roots, [&](Element root) {
     found = described(root);
     return true;
   });
@@ -92,7 +91,7 @@ TEST(Entry, FindsTheRootBehindOtherNodesOfTheTopLevel) {
 
 TEST(Entry, ResultIsThatOfTheReading) {
   bool called = false;
-  auto const fail = [&](TiXmlElement&) {
+  auto const fail = [&](Element) {
     called = true;
     return false;
   };
@@ -127,7 +126,7 @@ TEST(Entry, AcceptsWhatTinyXmlTolerates) {
   // What it makes of a bare ampersand is its own affair.
   TiXmlDocument document;
   document.Parse("<data>a & b</data>");
-  std::string const byTinyXml = described(*document.RootElement());
+  std::string const byTinyXml = std::string("data:") + document.RootElement()->GetText();
   EXPECT_EQ(readNarrowText("<data>a & b</data>"), byTinyXml);
   EXPECT_EQ(readWideText(L"<data>a & b</data>"), byTinyXml);
 }
@@ -159,18 +158,25 @@ TEST(NarrowEntry, ReadsNothingBehindACutSequenceOfUtf8) {
   }
 }
 
-TEST(NarrowText, CopiesAsManyBytesAsItIsTold) {
-  EXPECT_STREQ(NarrowText("abc").get(), "abc");
-  EXPECT_STREQ(NarrowText("abc", 2).get(), "ab");
-  EXPECT_STREQ(NarrowText("", 0).get(), "");
+TEST(PrivateText, CopiesAsManyBytesAsItIsTold) {
+  EXPECT_STREQ(PrivateText("abc", 3).data(), "abc");
+  EXPECT_STREQ(PrivateText("abc", 2).data(), "ab");
+  EXPECT_STREQ(PrivateText("", 0).data(), "");
+  EXPECT_EQ(PrivateText("abc", 2).length(), 2U);
 }
 
-TEST(NarrowText, HasZerosBehindItsEnd) {
+TEST(PrivateText, HasZerosBehindItsEnd) {
   char const zeros[padding] = {};
-  for (char const* const locale : test::locales) {
-    LocaleGuard const guard(locale);
-    EXPECT_EQ(std::memcmp(NarrowText("abc", 3).get() + 3, zeros, padding), 0);
-    EXPECT_EQ(std::memcmp(NarrowText(L"abc", 3).get() + 3, zeros, padding), 0);
+  for (std::size_t const length : {std::size_t{3}, PrivateText::shortText, std::size_t{100000}}) {
+    std::string const text(length, 'a');
+    for (char const* const locale : test::locales) {
+      LocaleGuard const guard(locale);
+      PrivateText narrow(text.data(), length);
+      PrivateText fromWide(wide(text).data(), length);
+      EXPECT_EQ(fromWide.length(), length);
+      EXPECT_EQ(std::memcmp(narrow.data() + length, zeros, padding), 0);
+      EXPECT_EQ(std::memcmp(fromWide.data() + length, zeros, padding), 0);
+    }
   }
 }
 
@@ -257,8 +263,8 @@ TEST(WideEntry, NeverCutsWithinACharacter) {
   LocaleGuard const guard("C.UTF-8");
   std::wstring const text = L"<data>5</data>\U0001F600";
   for (std::size_t length = 14; length <= 18; ++length) {
-    NarrowText const narrow(text.c_str(), length);
-    EXPECT_STREQ(narrow.get(), length < 18 ? "<data>5</data>" : "<data>5</data>\xF0\x9F\x98\x80");
+    PrivateText narrow(text.c_str(), length);
+    EXPECT_STREQ(narrow.data(), length < 18 ? "<data>5</data>" : "<data>5</data>\xF0\x9F\x98\x80");
   }
 }
 
@@ -273,7 +279,7 @@ TEST(WideEntry, ConvertsAsTheCLibraryDoes) {
         std::array<char, 64> expected{};
         static_cast<void>(std::wcstombs(expected.data(), text.c_str(), text.size()));
         auto const exact = unterminated(text);
-        EXPECT_STREQ(NarrowText(exact.get(), text.size()).get(), expected.data())
+        EXPECT_STREQ(PrivateText(exact.get(), text.size()).data(), expected.data())
             << locale << ' ' << number << " at " << place;
       }
     }
@@ -403,11 +409,22 @@ Read readByTheWideEntry(std::wstring const& text) {
   return read;
 }
 
+/// The elements of a tree and their first texts, as a tree of TinyXML's.
+std::unique_ptr<TiXmlElement> copyOf(Element root) {
+  auto copy = std::make_unique<TiXmlElement>(std::string(root.name()));
+  for (Element child = root.firstChild(); child; child = child.nextSibling()) {
+    copy->LinkEndChild(copyOf(child).release());
+  }
+  if (!root.firstChild() && root.text() != nullptr) copy->LinkEndChild(new TiXmlText(root.text()));
+  return copy;
+}
+
 Read readByTheNarrowEntry(std::string const& text) {
   constexpr char const* roots[] = {"get_general_status"};
   Read read{false, test::filled<KVGeneralStatus>()};
-  read.result = readNarrow(text.c_str(), roots, [&](TiXmlElement& root) {
-    return KVXStatusParser().parseStatus(&root, read.record);
+  read.result = readNarrow(text.c_str(), roots, [&](Element root) {
+    auto const copy = copyOf(root);
+    return KVXStatusParser().parseStatus(copy.get(), read.record);
   });
   return read;
 }

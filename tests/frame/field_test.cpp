@@ -122,11 +122,11 @@ TEST(Walk, KeepsItsResultOverAnUncountedRow) {
                      {"<uncounted>2</uncounted>", false}};
   for (auto const& [children, result] : cases) {
     Sample record{};
-    EXPECT_EQ(walk(Tree("<s>" + std::string(children) + "</s>").root(), rows, record), result)
+    EXPECT_EQ(walk(test::Tree("<s>" + std::string(children) + "</s>").root(), rows, record), result)
         << children;
   }
   Sample record{};
-  walk(Tree("<s><uncounted>2</uncounted></s>").root(), rows, record);
+  walk(test::Tree("<s><uncounted>2</uncounted></s>").root(), rows, record);
   EXPECT_EQ(record.narrow, 2);
 }
 
@@ -383,10 +383,11 @@ struct ListRead {
 };
 
 ListRead listOf(std::string const& children, std::size_t room = 2) {
-  Tree tree("<list>" + children + "</list>");
+  test::Tree tree("<list>" + children + "</list>");
   ListRead outcome{false, filled<List>()};
   Unwatched nobody;
-  outcome.result = Items::read(*tree.root(), std::span(outcome.list.items, room), nobody);
+  outcome.result =
+      Items::read(HostTree(tree.root()).root(), std::span(outcome.list.items, room), nobody);
   return outcome;
 }
 
@@ -419,8 +420,11 @@ TEST(Entries, GiveTheResultOfTheLastOneRead) {
 }
 
 TEST(Entries, AreCountedWhateverTheirNames) {
-  EXPECT_EQ(countChildren(*Tree("<list/>").root()), 0U);
-  EXPECT_EQ(countChildren(*Tree("<list>a<item/><!--b--><other/><item/>c</list>").root()), 3U);
+  EXPECT_EQ(countChildren(HostTree(test::Tree("<list/>").root()).root()), 0U);
+  EXPECT_EQ(
+      countChildren(
+          HostTree(test::Tree("<list>a<item/><!--b--><other/><item/>c</list>").root()).root()),
+      3U);
 }
 
 // ---- Tables ---------------------------------------------------------------------------------
@@ -532,7 +536,7 @@ TEST(OneWayRows, AreOnlyReadOrOnlyWritten) {
   record.whole = 1;
   record.wide = 2;
   EXPECT_EQ(written(rows, record).text, "<p><out>1</out><both>2</both></p>");
-  Tree tree("<p><in>3</in><both>4</both><out>5</out></p>");
+  test::Tree tree("<p><in>3</in><both>4</both><out>5</out></p>");
   EXPECT_TRUE(walk(tree.root(), rows, record));
   EXPECT_EQ(record.whole, 3);
   EXPECT_EQ(record.narrow, 4);
@@ -545,7 +549,7 @@ TEST(OneWayRows, AreWrittenAndAssignedThoughNeverRead) {
   Problem problem;
   EXPECT_EQ(assignMember(rows, record, "whole", shown(5), problem), Assigned::done);
   EXPECT_EQ(written(rows, record).text, "<p><whole>5</whole></p>");
-  EXPECT_FALSE(walk(Tree("<p><whole>6</whole></p>").root(), rows, record));
+  EXPECT_FALSE(walk(test::Tree("<p><whole>6</whole></p>").root(), rows, record));
   EXPECT_EQ(record.whole, 5);
 }
 

@@ -257,12 +257,12 @@ TEST(ObservedWalk, KeepsTheTextOfASecretOutOfItsNotes) {
   for (char const* const children :
        {"<text>secret-text</text>", "<word>secret</word>", "<whole>secret</whole>",
         "<narrow>70000</narrow>", "<bits>secret</bits>", "<mac>se:cr:et</mac>"}) {
-    Tree tree("<sample>" + std::string(children) + "</sample>");
+    test::Tree tree("<sample>" + std::string(children) + "</sample>");
     Value shown;
     Observer observer(shown);
     observer.secrecy(true);
     Sample record{};
-    EXPECT_TRUE(walk(tree.root(), table, record, observer));
+    EXPECT_TRUE(walk(HostTree(tree.root()).root(), table, record, observer));
     for (Kovra::Member const& member : shown.members) {
       EXPECT_TRUE(member.value.secret) << children;
     }
@@ -273,37 +273,38 @@ TEST(ObservedWalk, KeepsTheTextOfASecretOutOfItsNotes) {
 }
 
 TEST(ObservedWalk, KnowsTheElementsThatARowTook) {
-  Tree tree("<sample><other/><inner><depth>1</depth><odd/></inner></sample>");
+  test::Tree tree("<sample><other/><inner><depth>1</depth><odd/></inner></sample>");
   Value record;
   Observer observer(record);
   Sample sample{};
-  walk(tree.root(), table, sample, observer);
-  TiXmlElement* const other = tree.root()->FirstChildElement("other");
-  TiXmlElement* const inner = tree.root()->FirstChildElement("inner");
-  EXPECT_FALSE(observer.knows(*other));
-  EXPECT_TRUE(observer.knows(*inner));
-  EXPECT_TRUE(observer.knows(*inner->FirstChildElement("depth")));
-  EXPECT_FALSE(observer.knows(*inner->FirstChildElement("odd")));
+  HostTree const flat(tree.root());
+  walk(flat.root(), table, sample, observer);
+  Element const other = flat.root().firstChild();
+  Element const inner = other.nextSibling();
+  EXPECT_FALSE(observer.knows(other));
+  EXPECT_TRUE(observer.knows(inner));
+  EXPECT_TRUE(observer.knows(inner.firstChild()));
+  EXPECT_FALSE(observer.knows(inner.firstChild().nextSibling()));
 }
 
 TEST(ObservedWalk, ListsAThousandNotesAndCountsTheRest) {
   std::string children;
   for (int i = 0; i < 1234; ++i) children += "<other/>";
-  Tree tree("<sample>" + children + "</sample>");
+  test::Tree tree("<sample>" + children + "</sample>");
   Value shown;
   Observer observer(shown);
   Sample record{};
-  EXPECT_FALSE(walk(tree.root(), table, record, observer));
+  EXPECT_FALSE(walk(HostTree(tree.root()).root(), table, record, observer));
   EXPECT_EQ(observer.remarks().size(), 1000U);
   EXPECT_EQ(observer.unlisted(), 234U);
 }
 
 TEST(ObservedEntries, AreShownWithTheirSurplusNoted) {
-  Tree tree("<list><item><depth>1</depth></item><item/><other/><item/></list>");
+  test::Tree tree("<list><item><depth>1</depth></item><item/><other/><item/></list>");
   Value shown;
   Observer observer(shown);
   List list{};
-  EXPECT_FALSE(Items::read(*tree.root(), std::span(list.items), observer));
+  EXPECT_FALSE(Items::read(HostTree(tree.root()).root(), std::span(list.items), observer));
   Value const* const items = shown.find("items");
   ASSERT_NE(items, nullptr);
   EXPECT_EQ(items->kind, Value::Kind::list);
@@ -318,11 +319,11 @@ TEST(ObservedEntries, AreShownWithTheirSurplusNoted) {
 }
 
 TEST(ObservedEntries, ShowAListWithoutEntries) {
-  Tree tree("<list/>");
+  test::Tree tree("<list/>");
   Value shown;
   Observer observer(shown);
   List list{};
-  EXPECT_FALSE(Items::read(*tree.root(), std::span(list.items), observer));
+  EXPECT_FALSE(Items::read(HostTree(tree.root()).root(), std::span(list.items), observer));
   ASSERT_NE(shown.find("items"), nullptr);
   EXPECT_EQ(shown.find("items")->kind, Value::Kind::list);
   EXPECT_TRUE(shown.find("items")->items.empty());

@@ -17,10 +17,10 @@ constexpr char const* roots[] = {"sample"};
 constexpr ReplyReader reply = reader<Sample, TableReading<table>>("sample", "a test's own", roots);
 
 TEST(ReplyReader, DecodesIntoARecordOfZeros) {
-  Tree tree("<sample><odd/></sample>");
+  Reply const text("<sample><odd/></sample>", 23);
   Value record;
   Observer observer(record);
-  EXPECT_TRUE(reply.decode(*tree.root(), observer));
+  EXPECT_TRUE(reply.decode(text.root(roots), observer));
   ASSERT_NE(record.find("odd"), nullptr);
   EXPECT_EQ(record.find("odd")->integer, 1);
 }

@@ -69,7 +69,7 @@ inline constexpr frame::Field<Sample> groupTable[] = {
 /// Counts how often it was read instead of reading anything.
 struct CountReadings {
   template <class Watch>
-  static bool read(TiXmlElement&, Sample& record, Watch& watch) {
+  static bool read(frame::Element, Sample& record, Watch& watch) {
     ++record.odd;
     remark(watch,
            [&](frame::Observer& observer) { observer.member("odd", frame::shown(record.odd)); });
@@ -127,11 +127,12 @@ struct Watched {
 };
 
 inline Watched watched(std::string const& children) {
-  Tree tree("<sample>" + children + "</sample>");
+  std::string const text = "<sample>" + children + "</sample>";
+  frame::Reply const reply(text.data(), text.size());
   Watched outcome;
   frame::Observer observer(outcome.shown);
   Sample record{};
-  outcome.result = walk(tree.root(), table, record, observer);
+  outcome.result = walk(frame::firstElement(reply.tree()), table, record, observer);
   for (auto const& remark : observer.remarks()) outcome.notes.push_back(remark.note);
   return outcome;
 }

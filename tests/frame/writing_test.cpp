@@ -353,7 +353,7 @@ TEST(Assigning, TakesBackWhatAnObserverSaw) {
   Value seen;
   Observer observer(seen);
   Sample read{};
-  walk(&parent, table, read, observer);
+  walk(HostTree(&parent).root(), table, read, observer);
   EXPECT_TRUE(observer.remarks().size() == 1 && observer.remarks()[0].note.element == "text")
       << "the text of four does not fit with its terminator";
   Sample again{};
@@ -367,7 +367,8 @@ std::string notes(std::string const& children) {
   Value seen;
   Observer observer(seen);
   Sample sample{};
-  walk(Tree("<p>" + children + "</p>").root(), table, sample, observer);
+  Tree tree("<p>" + children + "</p>");
+  walk(HostTree(tree.root()).root(), table, sample, observer);
   std::string all;
   for (auto const& remark : observer.remarks()) all += remark.note.description() + "\n";
   return all;
@@ -398,10 +399,10 @@ TEST(WatchedSettings, ShowTheirParts) {
   Value seen;
   Observer observer(seen);
   Sample sample{};
-  walk(Tree("<p><bound><whole max='9'>5</whole><real min='1' max='2'/></bound>"
-            "<third>yes</third></p>")
-           .root(),
-       table, sample, observer);
+  Tree tree(
+      "<p><bound><whole max='9'>5</whole><real min='1' max='2'/></bound>"
+      "<third>yes</third></p>");
+  walk(HostTree(tree.root()).root(), table, sample, observer);
   Value const& bound = *seen.find("bound");
   EXPECT_EQ(bound.find("whole")->members.size(), 2U) << "no lower bound was sent";
   EXPECT_EQ(bound.find("whole")->find("val")->integer, 5);

@@ -14,6 +14,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "support/locale.hpp"
 #include "support/records.hpp"
 #include "support/tree.hpp"
 
@@ -520,7 +521,7 @@ TEST(NumberAttributes, ReadFloats) {
 }
 
 TEST(NumberAttributes, KeepTheTargetWhenTheValueIsNoNumber) {
-  for (char const* const value : {"", "x", "-", "abc1", " "}) {
+  for (char const* const value : {"", "x", "-", "abc1", " ", "e5", ".", "+.", "--1"}) {
     AttributeElement element(value);
     auto const number =
         got<int>([&](int& out) { return KVXHelper::GetNumberFromAttr(element.get(), "a", out); });
@@ -533,6 +534,21 @@ TEST(NumberAttributes, KeepTheTargetWhenTheValueIsNoNumber) {
     EXPECT_TRUE(untouched(integer.value)) << '"' << value << '"';
     EXPECT_TRUE(untouched(real.value)) << '"' << value << '"';
   }
+}
+
+TEST(NumberAttributes, OfFloatsAreNotReadWhereAHexadecimalHasNoDigits) {
+  for (char const* const value : {"0x", "-0x", "0X", "0xg"}) {
+    AttributeElement element(value);
+    auto const real = got<float>(
+        [&](float& out) { return KVXHelper::GetNumberFromAttr(element.get(), "a", out); });
+    EXPECT_FALSE(real.result) << value;
+    EXPECT_TRUE(untouched(real.value)) << value;
+  }
+  AttributeElement element("0x1p1");
+  auto const real =
+      got<float>([&](float& out) { return KVXHelper::GetNumberFromAttr(element.get(), "a", out); });
+  EXPECT_TRUE(real.result);
+  EXPECT_EQ(real.value, 2.0F);
 }
 
 Got<unsigned short> shortOf(std::string const& value) {
@@ -747,6 +763,39 @@ TEST(AddTagMinMaxVal, SetsTheLowerBoundFirst) {
   EXPECT_STREQ(first->Name(), "min");
   EXPECT_STREQ(first->Next()->Name(), "max");
   EXPECT_EQ(first->Next()->Next(), nullptr);
+}
+
+// ---- Decimals with commas --------------------------------------------------------------------
+
+using HelperInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, HelperInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(HelperInCommaLocale, ReadsDecimalsUpToTheirCommaAndNoFurtherThanAPoint) {
+  expectNumbers<float>({{"2,5", 2.5F}, {"2.5", 2.0F}, {" -0,125x", -0.125F}, {"1e3", 1000.0F}});
+  expectNumbers<int>({{"1.000", 1}, {"1,9", 1}});
+  struct {
+    char const* value;
+    float number;
+  } const cases[] = {{"2,5", 2.5F}, {"2.5", 2.0F}, {"-0,125", -0.125F}, {"1,5e3", 1500.0F}};
+  for (auto const& [value, number] : cases) {
+    AttributeElement element(value);
+    auto const [result, stored] = got<float>(
+        [&](float& out) { return KVXHelper::GetNumberFromAttr(element.get(), "a", out); });
+    EXPECT_TRUE(result) << value;
+    EXPECT_EQ(stored, number) << value;
+  }
+}
+
+TEST_P(HelperInCommaLocale, WritesDecimalsWithCommasAndWholeNumbersPlain) {
+  TiXmlElement parent("p");
+  EXPECT_TRUE(KVXHelper::AddTagFloat(&parent, "f", -1234.5F));
+  EXPECT_TRUE(KVXHelper::AddTagDouble(&parent, "d", 1.5));
+  EXPECT_TRUE(KVXHelper::AddTagMinMaxVal(&parent, "m", _MinMaxValFloat{-0.5F, 10.25F, 2.125F}));
+  EXPECT_TRUE(KVXHelper::AddTagNumber(&parent, "n", 1234567));
+  EXPECT_TRUE(KVXHelper::AddTagLong(&parent, "l", -1234567));
+  EXPECT_EQ(printed(parent),
+            "<p><f>-1234,5000</f><d>1,500000</d><m min=\"-0,50\" max=\"10,25\">2,1250</m>"
+            "<n>1234567</n><l>-1234567</l></p>");
 }
 
 // ---- Setting attributes ----------------------------------------------------------------------

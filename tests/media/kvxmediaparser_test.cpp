@@ -284,6 +284,20 @@ TEST(MediaCard, InformationIsReadMemberByMember) {
         [](_CardInfo& card) { card.type = 1, card.coercivity = 0; }}});
 }
 
+using MediaInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, MediaInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(MediaInCommaLocale, ReadsDecimalsWithCommas) {
+  expectParts<_CardInfo>(
+      &KVXMediaParser::getCardInformation,
+      {{"<thickness>30,5</thickness>", true, [](_CardInfo& card) { card.thickness = 30.5F; }},
+       {"<thickness>30.5</thickness>", true, [](_CardInfo& card) { card.thickness = 30; }}});
+  expectParts<_LaminationAdjustmentsNew>(
+      &KVXMediaParser::getLaminationAdjustments,
+      {{"<speed_adjust min='0,5' max='2,5'>1,25</speed_adjust>", true,
+        [](_LaminationAdjustmentsNew& one) { one.speed_adjust.val = 1.25F; }}});
+}
+
 /// A text of each length around the array's goes into it, cut, and touches nothing behind it.
 template <std::size_t N>
 void expectBounded(char const* name, char (_CardInfo::*member)[N]) {

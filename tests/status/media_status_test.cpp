@@ -248,6 +248,16 @@ TEST(MediaStatus, NumbersThatAreNoneReadAsZero) {
 
 // ---- A ribbon's kind by its name ---------------------------------------------------------------
 
+using MediaStatusInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, MediaStatusInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(MediaStatusInCommaLocale, ReadsDiametersWithCommas) {
+  mediaStatus.expectRead(element("ribbon", element("diam_ribbon_payout", "31,5")),
+                         [](auto& media) { media.ribbon.diam_payout = 31.5F; });
+  mediaStatus.expectRead(element("film", element("diam_ribbon_takeup", "2.25")),
+                         [](auto& media) { media.film.diam_takeup = 2; });
+}
+
 TEST(MediaStatus, DescriptionOfRibbonAndFilmGivesTheCodeOfItsName) {
   ExpectedWords::Row const rows[] = {
       {"YMCKO", 256},   {"YMCKOK", 257},       {"1/2 YMCKO", 258}, {"1/2 YMCKOKO", 259},

@@ -251,6 +251,18 @@ TEST(SensorStatus, NumbersThatAreNoneReadAsZero) {
                           [](auto& sensor) { sensor.tricolor_error = 0; });
 }
 
+using SensorsInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, SensorsInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(SensorsInCommaLocale, ReadVoltagesWithCommas) {
+  sensorStatus.expectRead(value("voltage_24", "24,35"),
+                          [](auto& sensor) { sensor.voltage_24 = 24.35F; });
+  sensorStatus.expectRead(value("voltage_24", "24.35"),
+                          [](auto& sensor) { sensor.voltage_24 = 24; });
+  sensorStatus.expectRead(value("voltage_raw", "1.234"),
+                          [](auto& sensor) { sensor.voltage_raw = 1; });
+}
+
 // ---- The walk ----------------------------------------------------------------------------------
 
 TEST(SensorStatus, GroupsLeaveEachOtherAlone) {

@@ -1,5 +1,5 @@
 /// @file
-/// The process's character set for the time of a test.
+/// The process's locale for the time of a test.
 
 #ifndef KOVRA_TESTS_SUPPORT_LOCALE_HPP
 #define KOVRA_TESTS_SUPPORT_LOCALE_HPP
@@ -11,21 +11,50 @@
 
 namespace Kovra::test {
 
-/// Sets LC_CTYPE to "C" or "C.UTF-8" and puts the earlier one back.
+/// Sets a category of the locale, the character set unless told otherwise, and puts the earlier one
+/// back.
 class LocaleGuard {
  public:
-  explicit LocaleGuard(char const* name) : earlier_(std::setlocale(LC_CTYPE, nullptr)) {
-    EXPECT_NE(std::setlocale(LC_CTYPE, name), nullptr) << "no locale " << name;
+  explicit LocaleGuard(char const* name, int category = LC_CTYPE)
+      : category_(category), earlier_(std::setlocale(category, nullptr)) {
+    EXPECT_NE(std::setlocale(category, name), nullptr) << "no locale " << name;
   }
-  ~LocaleGuard() { std::setlocale(LC_CTYPE, earlier_.c_str()); }
+  ~LocaleGuard() { std::setlocale(category_, earlier_.c_str()); }
   LocaleGuard(LocaleGuard const&) = delete;
   LocaleGuard& operator=(LocaleGuard const&) = delete;
+
+ private:
+  int category_;
+  std::string earlier_;
+};
+
+inline constexpr char const* locales[] = {"C", "C.UTF-8"};
+
+/// Everything in a locale whose decimals have commas, as in a host that calls setlocale(LC_ALL, "")
+/// there; one test for each. Not every machine has such locales.
+class CommaLocale : public testing::TestWithParam<char const*> {
+ protected:
+  void SetUp() override {
+    earlier_ = std::setlocale(LC_ALL, nullptr);
+    if (std::setlocale(LC_ALL, GetParam()) == nullptr) GTEST_SKIP() << "no such locale here";
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+  }
+  void TearDown() override { std::setlocale(LC_ALL, earlier_.c_str()); }
 
  private:
   std::string earlier_;
 };
 
-inline constexpr char const* locales[] = {"C", "C.UTF-8"};
+inline auto commaLocales() {
+  return testing::Values("de_DE.UTF-8", "de_DE.ISO-8859-1", "tr_TR.ISO-8859-9");
+}
+
+/// The name of a test's locale, in letters that a test's name may have.
+inline std::string nameOfLocale(testing::TestParamInfo<char const*> const& info) {
+  std::string name = info.param;
+  std::erase_if(name, [](char c) { return c == '.' || c == '-' || c == '_'; });
+  return name;
+}
 
 }  // namespace Kovra::test
 

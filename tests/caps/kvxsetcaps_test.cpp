@@ -328,6 +328,15 @@ TEST(SetCapabilities, SavesToAFileThatTheHostNames) {
   EXPECT_FALSE(writer.saveJob("/no/such/folder/capabilities.xml"));
 }
 
+TEST(SetCapabilities, LeavesNoFileUnlessTheHostNamesOne) {
+  std::string const text = test::uniqueText();
+  Everything all;
+  setText(all.arrays.barcodes[0].name, text);
+  ASSERT_NE(written(all.record, 0).find(text), std::string::npos);
+  EXPECT_FALSE(KVXSetCaps().SetCapabilities(all.record, nullptr, 0, 0, false));
+  EXPECT_EQ(test::temporaryFilesWith(text), "");
+}
+
 // ---- Lists -----------------------------------------------------------------------------------
 
 TEST(SetCapabilitiesLists, OfPortsInterfacesAndLanguagesAreLeftOutWhenTheirCountIsZero) {
@@ -366,6 +375,16 @@ TEST(SetCapabilitiesLists, AreEmptyWhenTheirCountIsBelowOne) {
     all.record.*count = 0;
     EXPECT_EQ(part(all.record, name), leftOut ? "" : empty);
   }
+}
+
+TEST(SetCapabilitiesLists, HaveAsManyEntriesAsTheirCountSays) {
+  std::vector<int> const formats(3000, 1);
+  TiXmlElement root("capabilities");
+  EXPECT_TRUE(KVXSetCaps().addGraphicFormatsCaps(&root, formats.data(), 3000));
+  int written = 0;
+  TiXmlElement const* entry = root.FirstChildElement()->FirstChildElement();
+  for (; entry != nullptr; entry = entry->NextSiblingElement()) ++written;
+  EXPECT_EQ(written, 3000);
 }
 
 TEST(SetCapabilitiesLists, WithoutAnArrayAreEmpty) {

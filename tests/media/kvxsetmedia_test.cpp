@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -160,6 +161,16 @@ TEST(SetMedia, WritesAWholeCardAndChangesNothing) {
   }
 }
 
+using MediaWriterInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, MediaWriterInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(MediaWriterInCommaLocale, WritesDecimalsWithCommas) {
+  Media const media = with({richCard()});
+  std::string expected = "<media><cards>" + cardWritten + "</cards></media>";
+  std::replace(expected.begin(), expected.end(), '.', ',');
+  EXPECT_EQ(root(*media), expected);
+}
+
 TEST(SetMedia, LeavesTransferSettingsOut) {
   Media const media = with({richCard()});
   EXPECT_EQ(root(*media, 0, true), "<media><cards><card>" + std::string(informationWritten) +
@@ -241,6 +252,16 @@ TEST(SetMedia, SavesToAFileThatTheHostNames) {
   EXPECT_NE(test::contentsOf(path).find("<cal_table>4</cal_table>"), std::string::npos);
   EXPECT_FALSE(writer.saveJob(static_cast<char*>(nullptr)));
   EXPECT_FALSE(writer.saveJob("/no/such/folder/media.xml"));
+}
+
+TEST(SetMedia, LeavesNoFileUnlessTheHostNamesOne) {
+  std::string const text = test::uniqueText();
+  _CardInfo card = richCard();
+  std::strcpy(card.description, text.c_str());
+  Media const media = with({card});
+  ASSERT_NE(root(*media).find(text), std::string::npos);
+  EXPECT_FALSE(KVXSetMedia().SetMedia(*media, nullptr, 0, 0, false));
+  EXPECT_EQ(test::temporaryFilesWith(text), "");
 }
 
 // ---- Cards -----------------------------------------------------------------------------------

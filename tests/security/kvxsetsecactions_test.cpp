@@ -382,18 +382,22 @@ std::set<std::string> filesIn(char const* folder) {
 /// Alone, since other tests create files there.
 TEST(DebugCopySecureActions, AreNeverWritten) {
   std::set<std::string> const before = filesIn("/tmp");
+  std::string const text = test::uniqueText();
+  char const* const t = text.c_str();
   KVXSetSecActions writer;
-  _tagSecActionXMLValues action = values();
+  _tagSecActionXMLValues action{t, t, t, t, t};
   _tagSecKeys keys{};
+  put(keys.data_encryption_key, text);
   wchar_t out[room];
   for (wchar_t* const buffer : {out, static_cast<wchar_t*>(nullptr)}) {
-    writer.GetNonceXML("1", buffer, room);
+    writer.GetNonceXML(t, buffer, room);
     writer.SecureActionRequestXML(action, buffer, room);
     writer.SecureActionDirectiveXML(action, buffer, room, 30);
-    writer.GetPasskeyXML("old", "new", buffer, room);
-    writer.GetSecureActionXML("1", buffer, room);
+    writer.GetPasskeyXML(t, t, buffer, room);
+    writer.GetSecureActionXML(t, buffer, room);
     writer.SetSecureActionXML(keys, buffer, room);
-    writer.SetHostAndEncryptXML(buffer, room, "1", "2", "3", "4", "5", "6", "7", true, true, true);
+    writer.SetHostAndEncryptXML(buffer, room, t, t, t, t, t, t, t, true, true, true);
+    EXPECT_EQ(test::temporaryFilesWith(text), "") << "into a file that was there before";
   }
   for (std::string const& name : filesIn("/tmp")) {
     EXPECT_TRUE(before.count(name) == 1 || name.find("kovra-test-") == 0) << name;

@@ -6,12 +6,15 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 namespace Kovra::test {
 
@@ -56,6 +59,28 @@ inline unsigned modeOf(std::string const& path) {
 inline bool exists(std::string const& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0;
+}
+
+/// A text that no file of anybody else holds.
+inline std::string uniqueText() {
+  static int made = 0;
+  return "kovra-" + std::to_string(::getpid()) + "-" + std::to_string(++made);
+}
+
+/// The files directly below /tmp that hold `text`, one behind the other. Whatever else goes on in
+/// that folder, a text of uniqueText() is only where this process wrote it.
+inline std::string temporaryFilesWith(std::string const& text) {
+  constexpr std::uintmax_t largest = 1U << 20U;
+  std::string found;
+  std::error_code error;
+  for (auto const& entry : std::filesystem::directory_iterator("/tmp", error)) {
+    if (!std::filesystem::is_regular_file(entry.symlink_status(error))) continue;
+    if (entry.file_size(error) > largest || error) continue;
+    std::ifstream file(entry.path(), std::ios::binary);
+    std::string const contents{std::istreambuf_iterator<char>(file), {}};
+    if (contents.find(text) != contents.npos) found += entry.path().string() + " ";
+  }
+  return found;
 }
 
 }  // namespace Kovra::test

@@ -13,6 +13,7 @@
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
 #include "support/records.hpp"
+#include "support/streams.hpp"
 #include "support/tree.hpp"
 
 namespace Kovra {
@@ -30,9 +31,8 @@ std::string element(std::string const& name, std::string const& content) {
 /// A whole document read into a record of sentinels, and the result, which is false always.
 std::unique_ptr<_KVConfiguration> read(std::string const& xml) {
   auto record = std::make_unique<_KVConfiguration>(filled<_KVConfiguration>());
-  testing::internal::CaptureStderr();
+  test::RibbonLines const taken;
   EXPECT_FALSE(KVXConfigParser().GetConfiguration(xml.c_str(), -1, *record)) << xml;
-  testing::internal::GetCapturedStderr();
   return record;
 }
 
@@ -534,9 +534,8 @@ TEST(ConfigurationRibbon, LeavesTheCodeOfTheName) {
   std::memset(expected.description, 0, sizeof expected.description);
   std::strcpy(expected.description, "YMCKO");
   Tree tree("<ribbon><description>YMCKO</description></ribbon>");
-  testing::internal::CaptureStderr();
+  test::RibbonLines const taken;
   EXPECT_TRUE(KVXConfigParser().getRibbonInfo(tree.root(), ribbon));
-  testing::internal::GetCapturedStderr();
   EXPECT_TRUE(same(ribbon, expected)) << "all 64 characters of the description are new";
 }
 
@@ -576,7 +575,7 @@ TEST(ConfigurationRibbon, FaceReadsWithoutTraces) {
 }
 
 TEST(ThreadsConfiguration, NeverMixTheirRibbons) {
-  testing::internal::CaptureStderr();
+  test::RibbonLines const taken;
   std::vector<std::thread> threads;
   std::vector<int> mixed(4, 0);
   for (std::size_t t = 0; t < mixed.size(); ++t) {
@@ -593,7 +592,6 @@ TEST(ThreadsConfiguration, NeverMixTheirRibbons) {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  testing::internal::GetCapturedStderr();
   EXPECT_EQ(mixed, std::vector<int>(4, 0));
 }
 

@@ -13,6 +13,7 @@
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
 #include "support/records.hpp"
+#include "support/streams.hpp"
 #include "support/tree.hpp"
 
 namespace Kovra {
@@ -514,9 +515,8 @@ std::unique_ptr<_KVConfiguration> readBack(_KVConfiguration const& config, bool 
   wchar_t none[1];
   writer.SetConfiguration(config, none, 0, allSections, 0, filmless);
   auto record = std::make_unique<_KVConfiguration>();
-  testing::internal::CaptureStderr();
+  test::RibbonLines const taken;
   KVXConfigParser().parseConfiguration(writer.RootElement(), *record);
-  testing::internal::GetCapturedStderr();
   return record;
 }
 

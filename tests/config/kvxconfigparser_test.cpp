@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "support/allocations.hpp"
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
+#include "support/locale.hpp"
 #include "support/records.hpp"
 #include "support/streams.hpp"
 #include "support/tree.hpp"
@@ -69,6 +71,16 @@ TEST(Configuration, SaysFalseWhateverWasRead) {
                               "</configuration>",
                               0, *record));
   EXPECT_EQ(record->standby_timeout, 3);
+}
+
+TEST(Configuration, DoesNotUseItsLength) {
+  std::string const xml = element("configuration", element("standby_timeout", "3"));
+  int const size = static_cast<int>(xml.size());
+  for (int const length : {INT_MIN, -1, 0, 1, size - 1, size, size + 1, INT_MAX}) {
+    auto record = std::make_unique<_KVConfiguration>(filled<_KVConfiguration>());
+    EXPECT_FALSE(KVXConfigParser().GetConfiguration(xml.c_str(), length, *record));
+    EXPECT_EQ(record->standby_timeout, 3) << length;
+  }
 }
 
 TEST(Configuration, ReadsARequestLikeAReply) {
@@ -223,6 +235,22 @@ TEST(ConfigurationSettings, OfFloatsAreClamped) {
     record.takeup_motor.Kb = {0.5F, 2.5F, 2.5F};
   });
   expectRead(motor("<Kb>9</Kb>"), [](auto&) {});
+}
+
+using ConfigurationInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, ConfigurationInCommaLocale, test::commaLocales(), test::nameOfLocale);
+
+TEST_P(ConfigurationInCommaLocale, ReadsDecimalsWithCommas) {
+  auto const record = readChildren(
+      "<ribbon_motor_parameters><takeup_motor><S0 min='0,25' max='10,5'>2,75</S0>"
+      "<K0 min='0.25' max='10.5'>2.75</K0></takeup_motor></ribbon_motor_parameters>"
+      "<cards><card><information><description>Custom 1</description>"
+      "<thickness>0,76</thickness></information></card></cards>"
+      "<ethernet><ip_address>192.168.40.21</ip_address></ethernet>");
+  EXPECT_TRUE(same(record->takeup_motor.S0, {0.25F, 10.5F, 2.75F}));
+  EXPECT_TRUE(same(record->takeup_motor.K0, {0, 10, 2})) << "points end them";
+  EXPECT_EQ(record->cards[0].thickness, 0.76F);
+  EXPECT_EQ(record->ethernet.ip_address, inet_addr("192.168.40.21"));
 }
 
 TEST(ConfigurationSettings, ResultIsThatOfTheText) {
@@ -552,6 +580,16 @@ TEST(ConfigurationRibbon, TellsOfEachDescriptionOnStandardError) {
   EXPECT_STREQ(szRibbonName, "Clear");
 }
 
+TEST(ConfigurationRibbon, ReplacesTheWholeSharedName) {
+  for (std::string const name : {"Red", ""}) {
+    std::memset(szRibbonName, 'x', sizeof szRibbonName);
+    EXPECT_EQ(ribbonOf(name), name);
+    EXPECT_EQ(std::string(szRibbonName, sizeof szRibbonName),
+              name + std::string(sizeof szRibbonName - name.size(), '\0'))
+        << "no remains of an earlier name behind a shorter one";
+  }
+}
+
 TEST(ConfigurationRibbon, EmptyDescriptionEmptiesBoth) {
   _RibbonInfo ribbon = filled<_RibbonInfo>();
   Tree tree("<ribbon><description/></ribbon>");
@@ -593,6 +631,9 @@ TEST(ThreadsConfiguration, NeverMixTheirRibbons) {
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(mixed, std::vector<int>(4, 0));
+  std::string const name = szRibbonName;
+  EXPECT_GE(name.size(), 20U);
+  EXPECT_EQ(name, std::string(name.size(), static_cast<char>('a' + name.size() - 20)));
 }
 
 // Cards.

@@ -12,6 +12,7 @@
 #include "kvxconfigparser.h"
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
+#include "support/locale.hpp"
 #include "support/records.hpp"
 #include "support/streams.hpp"
 #include "support/tree.hpp"
@@ -332,6 +333,28 @@ TEST(ConfigurationValues, LargeSizesStayPositive) {
             std::string::npos);
 }
 
+using ConfigurationWriterInCommaLocale = test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(All, ConfigurationWriterInCommaLocale, test::commaLocales(),
+                         test::nameOfLocale);
+
+TEST_P(ConfigurationWriterInCommaLocale, WritesDecimalsWithCommas) {
+  auto record = emptyConfiguration();
+  record->takeup_motor.S0 = {-0.5F, 10.25F, 2.125F};
+  record->cards[0].thickness = 0.75F;
+  record->ethernet.ip_address = inet_addr("192.168.40.21");
+  record->num_lines_printed = 1234567;
+  EXPECT_NE(sections(*record, sectionRibbonMotorParameters)
+                .find("<S0 min=\"-0,50\" max=\"10,25\">2,1250</S0>"),
+            std::string::npos);
+  EXPECT_NE(sections(*record, sectionCards).find("<thickness>0,7500</thickness>"),
+            std::string::npos);
+  EXPECT_NE(sections(*record, sectionEthernet).find("<ip_address>192.168.40.21</ip_address>"),
+            std::string::npos);
+  EXPECT_NE(sections(*record, sectionUsageCounters)
+                .find("<num_lines_printed>1234567</num_lines_printed>"),
+            std::string::npos);
+}
+
 // The add operations, each on its own.
 
 TEST(ConfigurationAddOperations, AddWhatTheirSectionsAdd) {
@@ -378,6 +401,46 @@ TEST(ConfigurationAddOperations, AddPartsOfSections) {
   EXPECT_TRUE(writer.addLamAdjustments(&cards, first.laminator_adjustments));
   cards.SetValue("card");
   EXPECT_EQ(test::printed(cards), test::printed(*root.FirstChild()));
+}
+
+/// What each operation adds whose element depends on the film.
+std::string addedWithAFilmSwitch(KVXSetConfig& writer, _KVConfiguration const& r) {
+  TiXmlElement root("r");
+  EXPECT_TRUE(writer.addImagingParameters(&root, r.imaging_parameters));
+  EXPECT_TRUE(writer.addMechAdjustments(&root, r.mech_adjustments));
+  EXPECT_TRUE(writer.addMediaInfo(&root, r));
+  TiXmlElement* const cards = KVXHelper::AddTag(&root, "cards");
+  EXPECT_TRUE(writer.addCardInfo(cards, r.cards[0]));
+  EXPECT_TRUE(writer.addCardInfo(cards, r.cards[1]));
+  return test::printed(root);
+}
+
+TEST(ConfigurationAddOperations, KnowOfTheFilmWhatTheirWriterWasTold) {
+  auto const record = fullConfiguration();
+  _KVConfiguration const& r = *record;
+  constexpr long bits =
+      sectionImagingParameters | sectionMechAdjustments | sectionMediaInfo | sectionCards;
+  TiXmlDocument sampleDocument;
+  KVXSetConfig writer;
+  for (bool const filmless : {true, false, true}) {
+    // Without a section nothing is written, yet the writer was told.
+    EXPECT_FALSE(writer.SetConfiguration(r, nullptr, 0, 0, 0, filmless));
+    sampleDocument.Clear();
+    sampleDocument.Parse(sample(filmless ? "request-filmless.xml" : "request.xml").c_str());
+    TiXmlElement expected("r");
+    for (char const* const name :
+         {"imaging_parameters", "mech_adjustments", "media_info", "cards"}) {
+      expected.InsertEndChild(*sampleDocument.RootElement()->FirstChildElement(name));
+    }
+    EXPECT_EQ(addedWithAFilmSwitch(writer, r), test::printed(expected));
+    TiXmlElement power("r"), whole("r");
+    EXPECT_TRUE(writer.addPowerAdjustments(&power, r.imaging_parameters.user_power_adjustments));
+    EXPECT_EQ(test::printed(power).find("<inhibit") == std::string::npos, filmless);
+    EXPECT_TRUE(writer.addConfiguration(&whole, r, bits, 0));
+    EXPECT_EQ(test::printed(*whole.FirstChildElement("media_info")),
+              test::printed(*expected.FirstChildElement("media_info")));
+    EXPECT_EQ(writer.addConfiguration(&whole, r, sectionTransferSettings, 0), !filmless);
+  }
 }
 
 TEST(ConfigurationAddOperations, ThatNoSectionUses) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 #include <new>
 #include <string>
@@ -64,6 +65,15 @@ TEST(PrinterId, ReadsEveryMember) {
   char spare[32];
   std::memset(spare, test::sentinel, sizeof spare);
   EXPECT_TRUE(same(info.spare, spare)) << "no element fills it";
+}
+
+TEST(PrinterId, DoesNotUseItsLength) {
+  for (int const length : {INT_MIN, -1, 0, 1, 40, INT_MAX}) {
+    auto info = filled<KVPrinterInfo>();
+    EXPECT_TRUE(KVXPrinterIDParser().ParsePrinterInfo(
+        "<printer_id><printer_serial>7</printer_serial></printer_id>", length, info));
+    EXPECT_EQ(info.printer_serial, 7U) << length;
+  }
 }
 
 TEST(PrinterId, SerialNumbersAreScanned) {

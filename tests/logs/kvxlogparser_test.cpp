@@ -318,6 +318,17 @@ struct CleaningsParser : KVXLogParser {
 StatusReply<Cleanings, CleaningsParser> const cleanings{
     "get_log_cleaning_history", &CleaningsParser::entry, &CleaningsParser::reader};
 
+TEST(CleaningHistory, TakesALengthBeyondItsTerminator) {
+  std::wstring const text =
+      L"<get_log_cleaning_history><cleaning><type>3</type></cleaning>"
+      L"</get_log_cleaning_history>";
+  for (unsigned long const length : {text.size() + 1, ULONG_MAX}) {
+    auto record = filled<Cleanings>();
+    EXPECT_TRUE(KVXLogParser().ParseCleaningLog(*text.c_str(), length, record.entries)) << length;
+    EXPECT_EQ(record.entries[0].type, 3);
+  }
+}
+
 std::string cleaningsOf(int first, int count) {
   std::string all;
   for (int i = first; i < first + count; ++i) {

@@ -751,5 +751,50 @@ TEST(Passkey, IsNotReadFromAnythingElse) {
   EXPECT_TRUE(untouched(record));
 }
 
+// ---- Lengths ---------------------------------------------------------------------------------
+
+/// Expects that an entry reads the reply to its terminator, however much more it is told to read.
+template <class Record, class Read>
+void expectAnyLengthBeyond(std::string const& xml, Read read) {
+  std::wstring text = wide(xml);
+  for (unsigned long const length : {text.size() + 1, INT_MAX + 1UL, UINT_MAX + 0UL, ULONG_MAX}) {
+    auto record = filled<Record>();
+    EXPECT_TRUE(read(text.data(), length, record)) << xml << length;
+  }
+}
+
+TEST(SecureActionEntries, TakeALengthBeyondTheTerminator) {
+  KVXSecAction parser;
+  std::string const values = "<diffie_hellman><base>1</base></diffie_hellman>";
+  expectAnyLengthBeyond<_tagHostDHKeys>(values, [&](wchar_t* text, auto length, auto& record) {
+    return parser.ParseHostDHKeyValues(*text, length, record);
+  });
+  expectAnyLengthBeyond<long>(values, [&](wchar_t* text, auto length, long& key) {
+    return parser.ParsePrinterDHKeyValues(*text, length, key);
+  });
+  expectAnyLengthBeyond<_tagSecReqXML>("<secure_action_request><action/></secure_action_request>",
+                                       [&](wchar_t* text, auto length, auto& record) {
+                                         record = {};
+                                         return parser.ParseSecureRequestValues(text, length,
+                                                                                record);
+                                       });
+  expectAnyLengthBeyond<_tagSecDirecXML>(
+      "<action>reset_oem<hmac>1</hmac></action>", [&](wchar_t* text, auto length, auto& record) {
+        return parser.ParseSecureDirectiveValues(*text, length, record);
+      });
+  expectAnyLengthBeyond<_tagSecKeys>("<keys><printer_lock_key>1</printer_lock_key></keys>",
+                                     [&](wchar_t* text, auto length, auto& record) {
+                                       return parser.ParseSecurityKeys(*text, length, record);
+                                     });
+  expectAnyLengthBeyond<_tagSecSetKeys>("<keys><set><new_passkey>1</new_passkey></set></keys>",
+                                        [&](wchar_t* text, auto length, auto& record) {
+                                          return parser.ParseSetSecurityKeys(*text, length, record);
+                                        });
+  expectAnyLengthBeyond<_tagSecSetKeys>(
+      "<passkey>1</passkey>", [&](wchar_t* text, auto length, auto& record) {
+        return parser.ParseGetSecureActionRequest(*text, length, record);
+      });
+}
+
 }  // namespace
 }  // namespace Kovra

@@ -11,6 +11,7 @@
 #include <type_traits>
 
 #include "support/folder.hpp"
+#include "support/locale.hpp"
 
 namespace {
 
@@ -111,6 +112,21 @@ TEST(DebugCopyDeviceControl, WritesNumbersWithOneDecimalWhateverTheirSize) {
   EXPECT_EQ(motor(2, 0, std::numeric_limits<float>::lowest(), 0, true),
             document("<motor state=\"warm_up\" rpm=\"-340282346638528859811704183484516925440.0\" "
                      "period=\"0\" />"));
+}
+
+using ControlInCommaLocale = Kovra::test::CommaLocale;
+INSTANTIATE_TEST_SUITE_P(DebugCopy, ControlInCommaLocale, Kovra::test::commaLocales(),
+                         Kovra::test::nameOfLocale);
+
+TEST_P(ControlInCommaLocale, WritesDecimalsWithCommas) {
+  EXPECT_EQ(motor(2, 5, 1234.56F, 50, true),
+            document(R"(<motor state="warm_up" rpm="1234,6" period="5" />)"));
+  EXPECT_EQ(composed([&](KVXDeviceControl& control, char* out) {
+              return control.RunCalibrateCommand("ignored", 1, -1.25F, 60.0F, out, room);
+            }),
+            document(R"(<calibrate type="low" torque="-1,2" rpm="60,0" />)"));
+  EXPECT_EQ(namedMotor(1, 0, 1234567, 0),
+            document(R"(<motor state="on" direction="forward" speed="1234567">card_feed</motor>)"));
 }
 
 // ---- Cam and calibration ---------------------------------------------------------------------
@@ -225,6 +241,8 @@ TEST(DebugCopyDeviceControl, DrivesTheAntenna) {
   EXPECT_EQ(rfid("rfid", -1, 2), document(R"(<rfid antenna="2" />)"));
   EXPECT_EQ(rfid("antenna_test", 1, 3), document("<antenna_test>on</antenna_test>"));
   EXPECT_EQ(rfid("RFID", 7, 3), document("<RFID />"));
+  EXPECT_EQ(rfid("rfid2", 2, 3), document("<rfid2>modulate</rfid2>"));
+  EXPECT_EQ(rfid("rfi", 0, 3), document("<rfi>off</rfi>"));
 }
 
 TEST(DebugCopyDeviceControl, WantsAName) {

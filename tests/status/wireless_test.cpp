@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "kovra.hpp"
 #include "kvxstatusparser.h"
 #include "support/records.hpp"
 #include "support/status_reply.hpp"
@@ -563,6 +564,132 @@ TEST(AccessPoints, AHostAsksMakesRoomAndReadsAgain) {
     auto expected = filled<_tagAccessPoint>();
     expected.channel = static_cast<int>(i);
     EXPECT_TRUE(same(array[i], expected)) << i;
+  }
+}
+
+// ---- Decoded ---------------------------------------------------------------------------------
+
+/// What the face shows of one element of the link's status.
+struct Shown {
+  Value value;
+  std::vector<Note> notes;
+};
+
+Shown shownOfLink(std::string const& children, std::string const& member) {
+  std::string const reply = element("get_wireless_status", children);
+  Decoding const decoding = decode(reply.data(), reply.size());
+  EXPECT_EQ(decoding.readings.size(), 1U) << reply;
+  Value const* const found =
+      decoding.readings.empty() ? nullptr : decoding.readings[0].record.find(member);
+  EXPECT_NE(found, nullptr) << reply;
+  return {found != nullptr ? *found : Value(), decoding.notes};
+}
+
+void expectKeyword(Value const& value, int code, std::string const& word, bool known) {
+  EXPECT_EQ(value.kind, Value::Kind::keyword) << word;
+  EXPECT_EQ(value.integer, code) << word;
+  EXPECT_EQ(value.text, word);
+  EXPECT_EQ(value.known, known) << word;
+}
+
+TEST(DecodedWireless, ShowsTheWordOfWhatTheMemberHolds) {
+  struct {
+    char const* member;
+    std::vector<char const*> words;
+    int code;
+    char const* word;
+    bool known;
+  } const cases[] = {
+      {"security", {"WPA"}, 3, "WPA", true},
+      {"security", {"wep104"}, 2, "wep104", true},
+      {"security", {"open"}, 0, "open", true},
+      {"security", {"none"}, 0, "none", true},
+      {"security", {"WEP", "WPA2"}, 5, "WPA_WPA2", true},
+      {"security", {"wpa2_wpa", "wep"}, 5, "WPA_WPA2", true},
+      {"security", {"WPA2", "WEP104"}, 6, "WEP104", false},  // no word has this code
+      {"crypto", {"tkip"}, 2, "tkip", true},
+      {"crypto", {"RC4", "tkip"}, 3, "CCMP", true},
+      {"crypto", {"CCMP_TKIP"}, 4, "CCMP_TKIP", true},
+      {"crypto", {"none"}, 0, "none", true},
+      {"crypto", {"TKIP_CCMP", "rc4"}, 5, "rc4", false},
+  };
+  for (auto const& one : cases) {
+    std::string children;
+    for (char const* const word : one.words) children += element(one.member, word);
+    Shown const shown = shownOfLink(children, one.member);
+    expectKeyword(shown.value, one.code, one.word, one.known);
+    EXPECT_TRUE(shown.notes.empty()) << children;
+  }
+}
+
+TEST(DecodedWireless, NotesWordsThatItDoesNotKnow) {
+  Shown const alone = shownOfLink(element("security", "Wpa"), "security");
+  expectKeyword(alone.value, 0, "Wpa", false);
+  ASSERT_EQ(alone.notes.size(), 1U);
+  EXPECT_EQ(alone.notes[0].kind, Note::Kind::unknownWord);
+  EXPECT_EQ(alone.notes[0].element, "security");
+  EXPECT_EQ(alone.notes[0].found, "Wpa");
+  EXPECT_EQ(alone.notes[0].expected.size(), 16U);
+  Shown const behind = shownOfLink(element("crypto", "TKIP") + element("crypto", "open"), "crypto");
+  expectKeyword(behind.value, 2, "TKIP", true);
+  ASSERT_EQ(behind.notes.size(), 1U);
+  EXPECT_EQ(behind.notes[0].kind, Note::Kind::unknownWord);
+  EXPECT_EQ(behind.notes[0].found, "open");
+  EXPECT_EQ(behind.notes[0].expected.size(), 11U);
+}
+
+TEST(DecodedWireless, ShowsAccessPointsInARoomOfTheirNumber) {
+  std::string const reply = element(
+      "AccessPoints",
+      element("AccessPoint", element("SSID", "first") + element("Channel", "1") +
+                                 element("Encryption", "ccmp") + element("Selected", "true")) +
+          "<note/>" +
+          element("AccessPoint",
+                  element("BSSID", "02:00:5e:aa:0b:0c") + element("Security", "wpa")));
+  Decoding const decoding = decode(reply.data(), reply.size());
+  ASSERT_EQ(decoding.readings.size(), 1U);
+  EXPECT_EQ(decoding.readings[0].document, "access-points");
+  EXPECT_TRUE(decoding.readings[0].result);
+  Value const& record = decoding.readings[0].record;
+  ASSERT_NE(record.find("count"), nullptr);
+  EXPECT_EQ(record.find("count")->natural, 3U) << "of all children";
+  Value const* const points = record.find("accessPoints");
+  ASSERT_NE(points, nullptr);
+  ASSERT_EQ(points->items.size(), 2U);
+  Value const& first = points->items[0];
+  EXPECT_EQ(first.members.size(), 4U);
+  EXPECT_EQ(first.find("ssid")->text, "first");
+  EXPECT_EQ(first.find("channel")->integer, 1);
+  EXPECT_TRUE(first.find("selected")->flag);
+  expectKeyword(*first.find("encryption"), 3, "ccmp", true);
+  Value const& second = points->items[1];
+  EXPECT_EQ(second.members.size(), 2U);
+  EXPECT_EQ(second.find("bssid")->text, "02:00:5e:aa:0b:0c");
+  expectKeyword(*second.find("security"), 3, "wpa", true);
+  ASSERT_EQ(decoding.notes.size(), 1U);
+  EXPECT_EQ(decoding.notes[0].kind, Note::Kind::unknownElement);
+}
+
+TEST(DecodedWireless, ShowsAnEmptyListOfAccessPoints) {
+  std::string const reply = "<AccessPoints/>";
+  Decoding const decoding = decode(reply.data(), reply.size());
+  ASSERT_EQ(decoding.readings.size(), 1U);
+  EXPECT_FALSE(decoding.readings[0].result);
+  ASSERT_NE(decoding.readings[0].record.find("count"), nullptr);
+  EXPECT_EQ(decoding.readings[0].record.find("count")->natural, 0U);
+}
+
+TEST(WirelessVocabulary, HasEveryWordAndElement) {
+  std::vector<std::string> const all = vocabulary();
+  for (char const* const word :
+       {"off",       "disconnected", "inactive",  "scanning",  "associating", "associated",
+        "handshake", "connected",    "open",      "none",      "WEP",         "wep",
+        "WEP40",     "wep40",        "WEP104",    "wep104",    "WPA",         "wpa",
+        "WPA2",      "wpa2",         "WPA_WPA2",  "WPA2_WPA",  "wpa_wpa2",    "wpa2_wpa",
+        "RC4",       "rc4",          "TKIP",      "tkip",      "CCMP",        "ccmp",
+        "TKIP_CCMP", "CCMP_TKIP",    "tkip_ccmp", "ccmp_tkip", "AccessPoint", "SSID",
+        "BSSID",     "MaxDataRate",  "link_lost", "upkts",     "rts_success"}) {
+    EXPECT_TRUE(std::binary_search(all.begin(), all.end(), word)) << word;
   }
 }
 

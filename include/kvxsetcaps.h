@@ -25,6 +25,10 @@ class KOVRA_EXPORT KVXSetCaps : public TiXmlDocument {
   TiXmlElement* root = nullptr;  ///< the root that SetCapabilities made last; owned by the document
   bool directToCard = false;     ///< the last argument of SetCapabilities; says "print_system"
 
+  KVXSetCaps() = default;
+  KVXSetCaps(KVXSetCaps const&) = delete;
+  KVXSetCaps& operator=(KVXSetCaps const&) = delete;
+
   /// Links a declaration and a root "capabilities", adds what @p mode says (see addCapabilities),
   /// and returns saveJob(out, outLen), whatever was added.
   bool SetCapabilities(_Capabilities const& caps, wchar_t* out, int outLen, int mode,

@@ -53,6 +53,8 @@ class KOVRA_EXPORT KVXSetConfig : public TiXmlDocument {
  public:
   KVXSetConfig();
   ~KVXSetConfig() override;
+  KVXSetConfig(KVXSetConfig const&) = delete;
+  KVXSetConfig& operator=(KVXSetConfig const&) = delete;
 
   /// Composes the sections whose bits are set in @p sections, prints the document and stores it in
   /// @p out, at most @p outLength wide characters; a terminator only where there is room for it.

@@ -24,6 +24,8 @@ class KOVRA_EXPORT KVXSetMedia : public TiXmlDocument {
 
   KVXSetMedia();
   ~KVXSetMedia() override;
+  KVXSetMedia(KVXSetMedia const&) = delete;
+  KVXSetMedia& operator=(KVXSetMedia const&) = delete;
 
   /// Links a declaration and a root "media", adds the cards with addMedia, and returns
   /// saveJob(out, outLen), whatever was added.

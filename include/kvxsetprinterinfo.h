@@ -22,6 +22,8 @@ class KOVRA_EXPORT KVXSetPrinterInfo : public TiXmlDocument {
  public:
   KVXSetPrinterInfo();
   ~KVXSetPrinterInfo() override;
+  KVXSetPrinterInfo(KVXSetPrinterInfo const&) = delete;
+  KVXSetPrinterInfo& operator=(KVXSetPrinterInfo const&) = delete;
 
   /// Composes a "printer_id" with the fields whose bits are set in @p fields, prints the document
   /// and stores it in @p out, at most @p outLen wide characters; a terminator only where there is

@@ -118,7 +118,7 @@ class KOVRA_EXPORT KVXSetCaps : public TiXmlDocument {
   /// 0 "back", 1 "front".
   bool magStripeLocationToString(char* buf, int code);
   /// 1 "serial", 2 "usb_2_0", at most bufLen - 1 characters of it. Always true, also for an empty
-  /// text.
+  /// text and for a null buffer.
   bool CommsChannelFromInt(int code, char* buf, int bufLen);
   /// 1 "mifare", in the same way.
   bool ContactlessEncFromInt(int code, char* buf, int bufLen);

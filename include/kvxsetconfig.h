@@ -156,7 +156,7 @@ class KOVRA_EXPORT KVXSetConfig : public TiXmlDocument {
   bool feederTypeToString(char* out, int code);
 
   /// 1 "serial", 2 "usb"; any other gives an empty text. Stores at most @p outLen characters with
-  /// the terminator. Always true.
+  /// the terminator. Always true, also for a null @p out.
   bool CommsChannelFromInt(int code, char* out, int outLen);
   /// 1 "mifare"; any other gives an empty text. As above.
   bool ContactlessEncFromInt(int code, char* out, int outLen);

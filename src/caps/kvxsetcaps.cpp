@@ -210,12 +210,12 @@ bool KVXSetCaps::magStripeLocationToString(char* buf, int code) {
 
 bool KVXSetCaps::CommsChannelFromInt(int code, char* buf, int bufLen) {
   putWord(writtenCommsChannels, code, buf, bufLen);
-  return buf != nullptr;
+  return true;
 }
 
 bool KVXSetCaps::ContactlessEncFromInt(int code, char* buf, int bufLen) {
   putWord(writtenContactlessEncoders, code, buf, bufLen);
-  return buf != nullptr;
+  return true;
 }
 
 bool KVXSetCaps::ribbonTypeToString(char* buf, int code) {

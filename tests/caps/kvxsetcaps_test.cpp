@@ -756,14 +756,14 @@ struct Wording {
 };
 
 template <class Write>
-void expectWordings(std::vector<Wording> const& wordings, Write write) {
+void expectWordings(std::vector<Wording> const& wordings, Write write, bool withoutBuffer = false) {
   for (auto const& [code, text, result] : wordings) {
     auto buffer = filled<Buffer>();
     auto expected = filled<Buffer>();
     std::strcpy(expected.data(), text);
     EXPECT_EQ(write(buffer.data(), code), result) << code;
     EXPECT_TRUE(same(buffer, expected)) << code;
-    EXPECT_FALSE(write(nullptr, code)) << "no buffer";
+    EXPECT_EQ(write(nullptr, code), withoutBuffer) << "no buffer";
   }
 }
 
@@ -854,20 +854,31 @@ TEST(CapabilitiesWordings, OfThePrintSystemAreThoseOfTheWriter) {
 
 TEST(CapabilitiesWordings, OfEncodersAlwaysSucceedAndKeepToTheirLength) {
   KVXSetCaps writer;
+  auto const channel = [&](int room) {
+    return [&writer, room](char* buf, int code) {
+      return writer.CommsChannelFromInt(code, buf, room);
+    };
+  };
+  auto const encoder = [&](int room) {
+    return [&writer, room](char* buf, int code) {
+      return writer.ContactlessEncFromInt(code, buf, room);
+    };
+  };
+  bool const always = true;  // also without a buffer, as those of the configuration writer
   expectWordings(
       {{1, "serial", true}, {2, "usb_2_0", true}, {0, "", true}, {3, "", true}, {-1, "", true}},
-      [&](char* buf, int code) { return writer.CommsChannelFromInt(code, buf, 32); });
-  expectWordings({{1, "mifare", true}, {0, "", true}, {2, "", true}, {-1, "", true}},
-                 [&](char* buf, int code) { return writer.ContactlessEncFromInt(code, buf, 32); });
-  expectWordings({{2, "usb", true}, {1, "ser", true}},
-                 [&](char* buf, int code) { return writer.CommsChannelFromInt(code, buf, 4); });
-  expectWordings({{1, "", true}},
-                 [&](char* buf, int code) { return writer.ContactlessEncFromInt(code, buf, 1); });
+      channel(32), always);
+  expectWordings({{1, "mifare", true}, {0, "", true}, {2, "", true}, {-1, "", true}}, encoder(32),
+                 always);
+  expectWordings({{2, "usb", true}, {1, "ser", true}}, channel(4), always);
+  expectWordings({{1, "", true}}, encoder(1), always);
   for (int const length : {0, -1, INT_MIN}) {
     auto buffer = filled<Buffer>();
     EXPECT_TRUE(writer.CommsChannelFromInt(1, buffer.data(), length));
     EXPECT_TRUE(writer.ContactlessEncFromInt(1, buffer.data(), length));
     EXPECT_TRUE(test::untouched(buffer));
+    EXPECT_TRUE(writer.CommsChannelFromInt(1, nullptr, length));
+    EXPECT_TRUE(writer.ContactlessEncFromInt(1, nullptr, length));
   }
 }
 

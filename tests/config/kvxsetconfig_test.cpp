@@ -568,6 +568,8 @@ TEST(ConfigurationConversions, EncodersAlwaysSucceed) {
   EXPECT_EQ(one, 'x');
   EXPECT_TRUE(w.ContactlessEncFromInt(1, &one, 1));
   EXPECT_EQ(one, '\0');
+  EXPECT_TRUE(w.CommsChannelFromInt(1, nullptr, 32));
+  EXPECT_TRUE(w.ContactlessEncFromInt(1, nullptr, 32));
 }
 
 // There and back.

@@ -139,7 +139,8 @@ class KOVRA_EXPORT KVXStatusParser {
   bool parseCardCount(TiXmlElement* root, KVCardCount& out);
 
   /// Reads the cards left before the next cleaning, root "get_count": the reply that may hold the
-  /// card counters as well. The result is that of parseCleanLog.
+  /// card counters as well. The result is that of parseCleanLog. @p out is touched only when there
+  /// is a number to store, so it needs no value before.
   bool ParseCleanLogCount(wchar_t const& text, int len, int& out);
 
   /// Reads the child "total_cards_until_next_cleaning" of a count reply; others are skipped.

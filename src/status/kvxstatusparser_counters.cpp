@@ -1,3 +1,6 @@
+#include <optional>
+#include <string_view>
+
 #include "frame/reply.hpp"
 #include "frame/vocabulary.hpp"
 #include "kvxstatusparser.h"
@@ -27,13 +30,29 @@ static_assert(namesAreUnique(upTimes));
 
 // Cleaning.
 
-/// Hosts get this one number without a record around it.
+/// Hosts get this one number without a record around it, in a variable of theirs that may have no
+/// value yet.
 struct CardsUntilCleaning {
-  int total_cards_until_next_cleaning;
+  std::optional<int> total_cards_until_next_cleaning;
+};
+
+/// A number of which it matters whether it was read at all.
+struct SoughtNumberKind {
+  static bool read(Element element, std::optional<int>& out) {
+    int number = 0;
+    if (!NumberKind::read(element, number)) return false;
+    out = number;
+    return true;
+  }
+  static void report(Observer& observer, std::string_view name, Element element,
+                     std::optional<int> const& value) {
+    NumberKind::report(observer, name, element, value.value());
+  }
 };
 
 constexpr Field<CardsUntilCleaning> cardsUntilCleaning[] = {
-    number<&CardsUntilCleaning::total_cards_until_next_cleaning>("total_cards_until_next_cleaning"),
+    row<&CardsUntilCleaning::total_cards_until_next_cleaning, SoughtNumberKind>(
+        "total_cards_until_next_cleaning"),
 };
 static_assert(namesAreUnique(cardsUntilCleaning));
 
@@ -90,12 +109,13 @@ constexpr ReplyReader replies[] = {
     reader<__MEMORY, FreeSpaceReading>("free-flash", "free flash memory", freeFlashRoots),
 };
 
-/// Reads the number of cards into the host's variable with `read`, which takes a record.
+/// Reads the number of cards with `read`, which takes a record, and hands it to the host's variable
+/// when there was one.
 template <class Read>
 bool readCards(int& out, Read read) {
-  CardsUntilCleaning record{out};
+  CardsUntilCleaning record;
   bool const result = read(record);
-  out = record.total_cards_until_next_cleaning;
+  if (record.total_cards_until_next_cleaning) out = *record.total_cards_until_next_cleaning;
   return result;
 }
 

@@ -1,6 +1,7 @@
 // Card counters, up-times, cleaning and memory.
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <climits>
 #include <string>
@@ -22,6 +23,7 @@ using test::MemberCase;
 using test::Rule;
 using test::StatusReply;
 using test::Tree;
+using test::wide;
 
 // ---- What 16, 32 bits of a number are --------------------------------------------------------
 
@@ -147,6 +149,39 @@ TEST(CardsUntilCleaning, ResultIsThatOfItsLastElement) {
   expectNeedsChildren(cardsUntilCleaning.start, [](TiXmlElement* root, int& value) {
     return KVXStatusParser().parseCleanLog(root, value);
   });
+}
+
+/// A number that nobody may look at: the process ends where its page is touched.
+class ForbiddenNumber {
+ public:
+  ForbiddenNumber() : page_(::mmap(nullptr, 1, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
+    EXPECT_NE(page_, MAP_FAILED);
+  }
+  ~ForbiddenNumber() { ::munmap(page_, 1); }
+  ForbiddenNumber(ForbiddenNumber const&) = delete;
+  ForbiddenNumber& operator=(ForbiddenNumber const&) = delete;
+
+  int& get() { return *static_cast<int*>(page_); }
+
+ private:
+  void* page_;
+};
+
+// A host need not give its variable a value before it knows one.
+TEST(CardsUntilCleaning, TouchesNothingWhenNothingIsRead) {
+  ForbiddenNumber cards;
+  KVXStatusParser parser;
+  for (std::string const& reply :
+       {element("get_count", element("total_cards_done", "21873")),
+        element("get_count", "<total_cards_until_next_cleaning/>"), std::string("<get_count/>"),
+        element("get_other", element("total_cards_until_next_cleaning", "127")),
+        std::string("<get_count>"), std::string()}) {
+    std::wstring const text = wide(reply);
+    EXPECT_FALSE(
+        parser.ParseCleanLogCount(*text.c_str(), static_cast<int>(text.size()), cards.get()));
+  }
+  EXPECT_FALSE(parser.parseCleanLog(nullptr, cards.get()));
+  EXPECT_FALSE(parser.parseCleanLog(Tree("<get_count><other/></get_count>").root(), cards.get()));
 }
 
 TEST(CardsUntilCleaning, SharesItsReplyWithTheCardCounters) {

@@ -30,13 +30,26 @@ struct IsReadOnlyText
 template <class Text>
 using ReadOnlyText = typename std::enable_if<IsReadOnlyText<Text>::value, int>::type;
 
-/// The same for operations that take several texts: each is one, and some can only be read.
+/// True for NULL and for nullptr. A template sees NULL as a number; only the value itself is taken
+/// for it, never a variable of the same type, whose `Text` is a reference.
+template <class Text>
+struct IsNull
+    : std::integral_constant<
+          bool, std::is_same<Text, decltype(NULL)>::value ||
+                    std::is_same<typename std::decay<Text>::type, std::nullptr_t>::value> {};
+
+/// True for a text and for null.
+template <class Text>
+struct IsTextOrNull : std::integral_constant<bool, std::is_convertible<Text, char const*>::value ||
+                                                       IsNull<Text>::value> {};
+
+/// The same for operations that take several texts: each is one or null, and some can only be read.
 template <class... Texts>
 struct AreTextsSomeReadOnly;
 
 template <class Text>
 struct AreTextsSomeReadOnly<Text> {
-  static constexpr bool texts = std::is_convertible<Text const&, char const*>::value;
+  static constexpr bool texts = IsTextOrNull<Text>::value;
   static constexpr bool some = IsReadOnlyText<Text>::value;
 };
 
@@ -48,7 +61,7 @@ struct AreTextsSomeReadOnly<Text, Others...> {
       AreTextsSomeReadOnly<Text>::some || AreTextsSomeReadOnly<Others...>::some;
 };
 
-/// Selects the overloads that take several texts, each by reference, in any mix.
+/// Selects the overloads that take several texts, each by forwarding reference, in any mix.
 template <class... Texts>
 using SomeReadOnlyText = typename std::enable_if<
     AreTextsSomeReadOnly<Texts...>::texts && AreTextsSomeReadOnly<Texts...>::some, int>::type;
@@ -65,6 +78,9 @@ using ReadOnlyWideText =
 /// one that wipes secrets.
 inline char* borrowed(char const* text) {
   return const_cast<char*>(text);
+}
+inline char* borrowed(decltype(NULL)) {
+  return nullptr;
 }
 inline wchar_t* borrowedWide(wchar_t const* text) {
   return const_cast<wchar_t*>(text);

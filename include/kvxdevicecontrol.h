@@ -16,8 +16,8 @@
 /// as narrow text. Numbers are not checked: a code without a word leaves out the attribute or text
 /// that it would select. A null text leaves out the attribute or the content that it would fill.
 ///
-/// Wherever an operation takes a `char*` that it only reads (all but the output) a string literal
-/// or a `char const*` may be passed as well.
+/// Wherever an operation takes a `char*` that it only reads (all but the output) a string literal,
+/// a `char const*`, NULL or nullptr may be passed as well, in any mix.
 class KOVRA_EXPORT KVXDeviceControl : public TiXmlDocument {
  public:
   KVXDeviceControl();
@@ -74,7 +74,7 @@ class KOVRA_EXPORT KVXDeviceControl : public TiXmlDocument {
                            outLen);
   }
   template <class Text, class State, Kovra::detail::SomeReadOnlyText<Text, State> = 0>
-  bool RunCamCommand(Text const& text, State const& state, char* out, int outLen) {
+  bool RunCamCommand(Text&& text, State&& state, char* out, int outLen) {
     return RunCamCommand(Kovra::detail::borrowed(text), Kovra::detail::borrowed(state), out,
                          outLen);
   }
@@ -85,8 +85,7 @@ class KOVRA_EXPORT KVXDeviceControl : public TiXmlDocument {
   }
   template <class Name, class Text, class Panel,
             Kovra::detail::SomeReadOnlyText<Name, Text, Panel> = 0>
-  bool RunOtherCommands(Name const& name, Text const& text, Panel const& panel, bool on, char* out,
-                        int outLen) {
+  bool RunOtherCommands(Name&& name, Text&& text, Panel&& panel, bool on, char* out, int outLen) {
     return RunOtherCommands(Kovra::detail::borrowed(name), Kovra::detail::borrowed(text),
                             Kovra::detail::borrowed(panel), on, out, outLen);
   }

@@ -49,15 +49,16 @@ extern KOVRA_EXPORT char szRibbonName[32];
 /// Stateless operations on single values of a TinyXML tree.
 ///
 /// Wherever an operation takes a `char*` that it only reads (a tag, an attribute name, a keyword)
-/// a string literal or a `char const*` may be passed as well.
+/// a string literal or a `char const*` may be passed as well, and NULL or nullptr wherever null is
+/// said to have a meaning.
 class KOVRA_EXPORT KVXHelper {
  public:
   KVXHelper();
   ~KVXHelper();
 
   /// @name Reading an attribute
-  /// Each returns false, and leaves @p out as it was, when @p el is null or has no attribute
-  /// @p attr.
+  /// Each returns false, and leaves @p out as it was, when @p el or @p attr is null, or the element
+  /// has no such attribute.
   /// @{
 
   /// Copies the attribute's value with its terminator: at most `len - 1` characters. False, with
@@ -142,7 +143,8 @@ class KOVRA_EXPORT KVXHelper {
 
   /// @name Setting an attribute
   /// Despite the name no element is added: the attribute is set on @p element itself, replacing an
-  /// earlier value. False when a pointer argument is null.
+  /// earlier value. False when a pointer argument is null. Behind a name in a `char*` variable a
+  /// null value has to be nullptr: NULL is the number 0 there, and compilers warn of it.
   /// @{
   static bool AddTagAttrib(TiXmlElement* element, char const* name, char const* value);
   static bool AddTagAttrib(TiXmlElement* element, char* name, int value);
@@ -260,6 +262,14 @@ class KOVRA_EXPORT KVXHelper {
   template <class Text, Kovra::detail::ReadOnlyText<Text> = 0>
   static bool AddTagAttrib(TiXmlElement* element, Text const& name, int value) {
     return AddTagAttrib(element, Kovra::detail::borrowed(name), value);
+  }
+  /// Neither a name nor a value: NULL alone would not say which operation is meant.
+  template <
+      class Name, class Value,
+      typename std::enable_if<
+          Kovra::detail::IsNull<Name>::value && Kovra::detail::IsNull<Value>::value, int>::type = 0>
+  static bool AddTagAttrib(TiXmlElement*, Name&&, Value&&) {
+    return false;
   }
   template <class Text, Kovra::detail::ReadOnlyText<Text> = 0>
   static int RibbonNameToInt(Text const& keyword) {

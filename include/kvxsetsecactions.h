@@ -21,7 +21,8 @@ namespace Kovra {
 /// leaves a copy of its documents in a file, and the library's own buffers that held the printed
 /// text are wiped.
 ///
-/// Wherever an operation takes a `char*` a string literal or a `char const*` may be passed as well.
+/// Wherever an operation takes a `char*` a string literal, a `char const*`, NULL or nullptr may be
+/// passed as well, in any mix.
 class KOVRA_EXPORT KVXSetSecActions : public TiXmlDocument {
  public:
   KVXSetSecActions();
@@ -76,8 +77,7 @@ class KOVRA_EXPORT KVXSetSecActions : public TiXmlDocument {
     return GetNonceXML(detail::borrowed(nonce), out, outLen);
   }
   template <class Current, class New, detail::SomeReadOnlyText<Current, New> = 0>
-  bool GetPasskeyXML(Current const& currentPasskey, New const& newPasskey, wchar_t* out,
-                     int outLen) {
+  bool GetPasskeyXML(Current&& currentPasskey, New&& newPasskey, wchar_t* out, int outLen) {
     return GetPasskeyXML(detail::borrowed(currentPasskey), detail::borrowed(newPasskey), out,
                          outLen);
   }
@@ -87,10 +87,10 @@ class KOVRA_EXPORT KVXSetSecActions : public TiXmlDocument {
   }
   template <class A, class B, class C, class D, class E, class F, class G,
             detail::SomeReadOnlyText<A, B, C, D, E, F, G> = 0>
-  bool SetHostAndEncryptXML(wchar_t* out, int outLen, A const& currentPasskey,
-                            B const& currentHostKey, C const& newHostKey, D const& currentDataKey,
-                            E const& newDataKey, F const& currentLockKey, G const& newLockKey,
-                            bool withHostKeys, bool withDataKeys, bool withLockKeys) {
+  bool SetHostAndEncryptXML(wchar_t* out, int outLen, A&& currentPasskey, B&& currentHostKey,
+                            C&& newHostKey, D&& currentDataKey, E&& newDataKey, F&& currentLockKey,
+                            G&& newLockKey, bool withHostKeys, bool withDataKeys,
+                            bool withLockKeys) {
     return SetHostAndEncryptXML(out, outLen, detail::borrowed(currentPasskey),
                                 detail::borrowed(currentHostKey), detail::borrowed(newHostKey),
                                 detail::borrowed(currentDataKey), detail::borrowed(newDataKey),

@@ -59,7 +59,8 @@ class KOVRA_EXPORT KVXDeviceControl : public TiXmlDocument {
   /// Prints the document into @p out, of which @p outLen characters may be written, the terminator
   /// among them. A document that does not fit is not copied in part: @p out becomes the empty text
   /// (when @p outLen is at least 1), and the result is false. False, with nothing done, when @p out
-  /// is null; else a copy for people who debug a host goes to "/tmp/composedXML" first.
+  /// is null; else a debugging copy is left at "/tmp/composedXML" first (when it is skipped,
+  /// convention 6 of kvxhelper.h says).
   bool saveJob(char* out, int outLen);
 
   /// Saves the document to a file that the host names; false for a null path or when saving fails.

@@ -12,6 +12,14 @@
 ///  4. Numbers follow the C library and the process's locale: leading blanks are skipped, what
 ///     stands behind the digits is ignored, and no number at all reads as 0.
 ///  5. Operations on different objects may run in several threads at once.
+///  6. Some writers leave a copy of their document under /tmp, for people who debug a host. It may
+///     hold network keys: it is written with mode 0600 beside its name and then renamed over it, so
+///     that the name never stands for half a copy, nor for a mixture of two. A copy is skipped, and
+///     nothing else changes, where its name is taken by anything but a regular file of the calling
+///     user that has no other name (a symbolic link, a hard one, a file of somebody else, a
+///     folder), and where it cannot be written whole: no leave, no room, a process limit on the
+///     size of files (whose signal never reaches the host). An earlier copy stays then. A library
+///     built with KOVRA_DEBUG_COPIES off writes none.
 
 #ifndef KVXHELPER_H
 #define KVXHELPER_H

@@ -64,7 +64,8 @@ class KOVRA_EXPORT KVXSetConfig : public TiXmlDocument {
   /// leaves out whatever belongs to the transfer film.
   ///
   /// False when nothing was composed: then @p out stays as it was. Otherwise a debugging copy is
-  /// left at "/tmp/firmwaresettings" before @p out is looked at; a null one gives false.
+  /// left at "/tmp/firmwaresettings" (when it is skipped, convention 6 of kvxhelper.h says) before
+  /// @p out is looked at; a null one gives false.
   bool SetConfiguration(_KVConfiguration const& config, wchar_t* out, int outLength, long sections,
                         int cardSelect, bool filmless);
 

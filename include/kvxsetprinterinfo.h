@@ -38,8 +38,8 @@ class KOVRA_EXPORT KVXSetPrinterInfo : public TiXmlDocument {
   /// board, and of the HCB and MAB boards. Always true.
   bool addPrinterInfo(TiXmlElement* root, KVPrinterInfo const& info);
 
-  /// Leaves a debugging copy at "/tmp/printidsettings", then prints the document; false for a null
-  /// @p out, or when printing fails.
+  /// Leaves a debugging copy at "/tmp/printidsettings" (when it is skipped, convention 6 of
+  /// kvxhelper.h says), then prints the document; false for a null @p out, or when printing fails.
   bool saveJob(wchar_t* out, int outLen);
   /// Saves the document to a file; false for a null path, or when saving fails.
   bool saveJob(char* path);

@@ -4,9 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <cwchar>
 #include <memory>
 #include <string>
@@ -63,27 +66,79 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// Is the open file a regular one of the calling user, and reachable by one name only?
-bool isOursAlone(int descriptor) {
+#if KOVRA_DEBUG_COPIES
+
+/// Is there nothing at `path`, or a regular file of the calling user that has no other name? A link
+/// planted under a name in a shared folder must not be given away or replaced.
+bool mayReplace(char const* path) {
   struct stat status {};
-  return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-         status.st_uid == ::geteuid() && status.st_nlink == 1;
+  if (::lstat(path, &status) != 0) return errno == ENOENT;
+  return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1;
 }
 
-/// Opens `path` for a debugging copy. Nothing of an existing file is changed before it is known to
-/// be ours: a link planted under a name in a shared folder must not give it away or have it
-/// emptied.
-[[maybe_unused]] File openDebugCopy(char const* path) {
-  int const descriptor =
-      ::open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0600);
-  if (descriptor < 0) return nullptr;
-  if (isOursAlone(descriptor) && ::fchmod(descriptor, 0600) == 0 &&
-      ::ftruncate(descriptor, 0) == 0) {
-    if (std::FILE* const file = ::fdopen(descriptor, "w")) return File(file);
+/// While this lives, a file that grows beyond the process's limit does not end the host: the
+/// calling thread puts the signal off, and takes it back in the end unless it was the host's own.
+class SizeSignalPutOff {
+ public:
+  SizeSignalPutOff() {
+    ::sigemptyset(&signal_);
+    ::sigaddset(&signal_, SIGXFSZ);
+    ::pthread_sigmask(SIG_BLOCK, &signal_, &earlier_);
+    sigset_t pending;
+    ::sigemptyset(&pending);
+    ::sigpending(&pending);
+    isHosts_ = ::sigismember(&pending, SIGXFSZ) == 1;
   }
-  ::close(descriptor);
-  return nullptr;
-}
+  ~SizeSignalPutOff() {
+    timespec const atOnce{};
+    while (!isHosts_ && ::sigtimedwait(&signal_, nullptr, &atOnce) < 0 && errno == EINTR) {
+    }
+    ::pthread_sigmask(SIG_SETMASK, &earlier_, nullptr);
+  }
+  SizeSignalPutOff(SizeSignalPutOff const&) = delete;
+  SizeSignalPutOff& operator=(SizeSignalPutOff const&) = delete;
+
+ private:
+  sigset_t signal_{};
+  sigset_t earlier_{};
+  bool isHosts_ = false;
+};
+
+/// A new file of the calling user alone, beside `path` under a name that nothing else has. It is
+/// removed in the end unless it has taken its place.
+class FileBeside {
+ public:
+  explicit FileBeside(char const* path) : path_(path), name_(std::string(path) + ".XXXXXX") {
+    int const descriptor = ::mkostemp(name_.data(), O_CLOEXEC);  // with O_EXCL and mode 0600
+    if (descriptor < 0) return;
+    exists_ = true;
+    // Whatever the umask leaves of the mode.
+    if (::fchmod(descriptor, 0600) == 0) file_.reset(::fdopen(descriptor, "w"));
+    if (file_ == nullptr) ::close(descriptor);
+  }
+  ~FileBeside() {
+    if (exists_) ::unlink(name_.c_str());
+  }
+  FileBeside(FileBeside const&) = delete;
+  FileBeside& operator=(FileBeside const&) = delete;
+
+  /// Null when it could not be made.
+  std::FILE* get() const { return file_.get(); }
+
+  /// Closes the file and puts it at its path, if all of it could be written.
+  void takePlace() {
+    if (std::fclose(file_.release()) != 0) return;
+    exists_ = ::rename(name_.c_str(), path_) != 0;
+  }
+
+ private:
+  char const* path_;
+  std::string name_;
+  bool exists_ = false;
+  File file_;
+};
+
+#endif
 
 }  // namespace
 
@@ -118,7 +173,10 @@ std::string printNarrow(TiXmlDocument const& document) {
 void saveDebugCopy(TiXmlDocument const& document, char const* path) {
 #if KOVRA_DEBUG_COPIES
   // The copy is a courtesy: whether it could be written changes nothing for the host.
-  if (File const file = openDebugCopy(path)) static_cast<void>(document.SaveFile(file.get()));
+  if (!mayReplace(path)) return;
+  SizeSignalPutOff const putOff;
+  FileBeside copy(path);
+  if (copy.get() != nullptr && document.SaveFile(copy.get())) copy.takePlace();
 #else
   static_cast<void>(document);
   static_cast<void>(path);

@@ -33,9 +33,11 @@ bool printNarrow(TiXmlDocument const& document, char* out, int length);
 /// The printed document as a text; empty when printing fails. The library keeps no other copy.
 std::string printNarrow(TiXmlDocument const& document);
 
-/// Saves `document` to `path` for people who debug a host: with mode 0600, never through a symbolic
-/// link, never into anything but a regular file of the calling user that has no other name. Where
-/// that cannot be had no copy is written. Built without KOVRA_DEBUG_COPIES it does nothing.
+/// Saves `document` at `path` for people who debug a host, whole or not at all: as a new file
+/// beside it, with mode 0600, that is then renamed over it. Nothing is written when anything stands
+/// there but a regular file of the calling user that has no other name; an earlier copy stays when
+/// the new one cannot be written, and the process's limit on the size of files never ends the host.
+/// Built without KOVRA_DEBUG_COPIES it does nothing.
 void saveDebugCopy(TiXmlDocument const& document, char const* path);
 
 /// Saves `document` to a file that the host names; false for a null path or when saving fails.

@@ -270,6 +270,19 @@ TEST_F(DebugCopyWithoutMemory, LosesNothing) {
   std::string const path = folder.file("copy");
   expectNothingLost("saveDebugCopy", [&] { frame::saveDebugCopy(longDocument(), path.c_str()); });
 }
+
+TEST_F(DebugCopyWithoutMemory, StaysTheEarlierOneAndLeavesNothingBeside) {
+  test::TemporaryFolder const folder;
+  std::string const path = folder.file("copy");
+  test::writeFile(path, "earlier");
+  static_cast<void>(longDocument());
+  bool threw = true;
+  for (std::size_t failing = 1; threw; ++failing) {
+    threw = failingAt(failing, [&] { frame::saveDebugCopy(longDocument(), path.c_str()); }).threw;
+    EXPECT_EQ(test::contentsOf(path) == "earlier", threw) << failing;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << failing;
+  }
+}
 #endif
 
 }  // namespace

@@ -2,16 +2,24 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <climits>
+#include <csignal>
 #include <cstring>
 #include <cwchar>
 #include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "kvxhelper.h"
 #include "support/folder.hpp"
@@ -270,9 +278,17 @@ TEST(SaveTo, FailsWithoutAPathOrWhereNoFileCanBe) {
 /// A folder in which debugging copies are wanted at `copy`, and something else stands at `other`.
 class DebugCopy : public testing::Test {
  protected:
-  static constexpr char const* secret = "not to be lost";
+  [[maybe_unused]] static constexpr char const* secret = "not to be lost";
 
   DebugCopy() { compose(document_); }
+
+  /// Whatever becomes of a copy, nothing that it was made of stays behind.
+  void TearDown() override {
+    for (auto const& entry : std::filesystem::directory_iterator(folder.path())) {
+      std::string const path = entry.path().string();
+      EXPECT_TRUE(path == copy || path == other || path == folder.file("saved")) << path;
+    }
+  }
 
   void save() { saveDebugCopy(document_, copy.c_str()); }
 
@@ -317,6 +333,15 @@ TEST_F(DebugCopy, ReplacesAnEarlierOneWholeAndClosesItToOthers) {
     EXPECT_EQ(contentsOf(copy), composed);
     EXPECT_EQ(modeOf(copy), 0600U);
   }
+}
+
+TEST_F(DebugCopy, LeavesTheEarlierOneToWhoeverHasItOpen) {
+  writeFile(copy, secret);
+  ASSERT_EQ(::chmod(copy.c_str(), 0644), 0);
+  std::ifstream reader(copy);
+  save();
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(reader), {}), secret);
+  EXPECT_EQ(contentsOf(copy), composed);
 }
 
 TEST_F(DebugCopy, DoesNotFollowASymbolicLink) {
@@ -416,6 +441,136 @@ TEST_F(DebugCopy, IsNotWrittenIntoAFileOfAnotherUser) {
   save();
   EXPECT_EQ(contentsOf(copy), secret);
   EXPECT_EQ(modeOf(copy), 0666U);
+}
+
+/// A text of one letter, longer than any buffer between it and its file.
+std::string longText(char letter) {
+  return std::string(50000, letter);
+}
+
+/// Runs `act` in a process of its own, in which no file may grow beyond `limit` bytes, and expects
+/// that it goes well.
+void expectWellWithLimit(rlim_t limit, std::function<bool()> const& act) {
+  pid_t const child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    rlimit const sizes{limit, limit};
+    ::_exit(::setrlimit(RLIMIT_FSIZE, &sizes) == 0 && act() ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_FALSE(WIFSIGNALED(status)) << "ended by signal " << WTERMSIG(status);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+// As on a full disk: the first text does not fit when the file is closed, the second one earlier.
+TEST_F(DebugCopy, LeavesTheEarlierOneWhereThereIsNoRoom) {
+  for (std::string const& text : {std::string("short"), longText('x')}) {
+    for (rlim_t const limit : {0U, 1U, 10U}) {
+      writeFile(copy, secret);
+      expectWellWithLimit(limit, [&] {
+        saveDebugCopy(Document(text.c_str()), copy.c_str());
+        return true;
+      });
+      EXPECT_EQ(contentsOf(copy), secret) << limit;
+      std::filesystem::remove(copy);
+      expectWellWithLimit(limit, [&] {
+        saveDebugCopy(Document(text.c_str()), copy.c_str());
+        return true;
+      });
+      EXPECT_FALSE(exists(copy)) << limit;
+    }
+  }
+  expectWellWithLimit(60000, [&] {
+    saveDebugCopy(Document(longText('x').c_str()), copy.c_str());
+    return true;
+  });
+  EXPECT_EQ(contentsOf(copy), "<r>" + longText('x') + "</r>\n") << "there is room";
+}
+
+volatile sig_atomic_t signalsSeen = 0;
+void seeSignal(int) {
+  signalsSeen = signalsSeen + 1;
+}
+
+bool isPending(int signal) {
+  sigset_t pending;
+  return ::sigpending(&pending) == 0 && ::sigismember(&pending, signal) == 1;
+}
+
+bool isBlocked(int signal) {
+  sigset_t blocked;
+  return ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked) == 0 &&
+         ::sigismember(&blocked, signal) == 1;
+}
+
+TEST_F(DebugCopy, LeavesTheSignalsOfTheHostAlone) {
+  expectWellWithLimit(1, [&] {
+    ::signal(SIGXFSZ, seeSignal);
+    save();
+    bool const unseen = signalsSeen == 0 && !isPending(SIGXFSZ) && !isBlocked(SIGXFSZ);
+    ::raise(SIGXFSZ);
+    return unseen && signalsSeen == 1;
+  });
+  // A host that has put the signal off finds its own one, and no other.
+  for (bool const raised : {false, true}) {
+    expectWellWithLimit(1, [&] {
+      sigset_t ours;
+      ::sigemptyset(&ours);
+      ::sigaddset(&ours, SIGXFSZ);
+      ::pthread_sigmask(SIG_BLOCK, &ours, nullptr);
+      if (raised) ::raise(SIGXFSZ);
+      save();
+      return isPending(SIGXFSZ) == raised && isBlocked(SIGXFSZ);
+    });
+  }
+}
+
+/// Saves texts of the given letter again and again.
+void saveOften(char letter, char const* path) {
+  Document const document(longText(letter).c_str());
+  for (int i = 0; i < 50; ++i) saveDebugCopy(document, path);
+}
+
+constexpr char letters[] = {'a', 'b', 'c', 'd'};
+
+testing::AssertionResult isWholeCopy(std::string const& text) {
+  for (char const letter : letters) {
+    if (text == "<r>" + longText(letter) + "</r>\n") return testing::AssertionSuccess();
+  }
+  return testing::AssertionFailure() << text.size() << " bytes, " << text.substr(0, 10) << "...";
+}
+
+TEST_F(DebugCopy, OfSeveralProcessesIsThatOfOne) {
+  saveOften(letters[0], copy.c_str());
+  std::vector<pid_t> children;
+  for (char const letter : letters) {
+    children.push_back(::fork());
+    if (children.back() == 0) {
+      saveOften(letter, copy.c_str());
+      ::_exit(0);
+    }
+  }
+  for (pid_t const child : children) {
+    int status = 0;
+    while (::waitpid(child, &status, WNOHANG) == 0) EXPECT_TRUE(isWholeCopy(contentsOf(copy)));
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_TRUE(isWholeCopy(contentsOf(copy)));
+}
+
+using ThreadsDebugCopy = DebugCopy;
+
+TEST_F(ThreadsDebugCopy, OfSeveralThreadsIsThatOfOne) {
+  saveOften(letters[0], copy.c_str());
+  std::vector<std::thread> threads;
+  for (char const letter : letters) {
+    threads.emplace_back([letter, this] { saveOften(letter, copy.c_str()); });
+  }
+  for (int i = 0; i < 50; ++i) EXPECT_TRUE(isWholeCopy(contentsOf(copy)));
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(isWholeCopy(contentsOf(copy)));
+  EXPECT_EQ(modeOf(copy), 0600U);
 }
 
 TEST_F(DebugCopy, LeavesNoFileOpen) {

@@ -3,15 +3,17 @@
 #include <kvxstatusparser.h>
 
 #include <clocale>
+#include <cstdlib>
 #include <iostream>
 #include <iterator>
 #include <string>
 
 int main() {
-  std::setlocale(LC_ALL, "");
+  std::setlocale(LC_CTYPE, "");  // not LC_ALL, which may make the points in numbers commas
   std::wstring const reply{std::istreambuf_iterator<wchar_t>(std::wcin), {}};
   Kovra::KVGeneralStatus status = {};
   Kovra::KVXStatusParser parser;
-  if (!parser.ParseStatus(reply[0], static_cast<int>(reply.size()), status)) return 1;
+  int const mostBytes = static_cast<int>(reply.size() * MB_CUR_MAX);  // a letter may be several
+  if (!parser.ParseStatus(reply[0], mostBytes, status)) return 1;
   std::cout << "printer state: " << status.printer_state << '\n';
 }

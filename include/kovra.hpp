@@ -8,8 +8,10 @@
 /// unknown, which texts did not fit, and where a broken text breaks.
 ///
 /// Text is UTF-8 and independent of the process's locale, apart from the decimal point of numbers,
-/// which is that of LC_NUMERIC as in the whole library. Nothing here holds state: any operation may
-/// be called from any thread. Everything is returned by value and owned by the caller.
+/// which is that of LC_NUMERIC as in the whole library: where that is a comma, a printer's decimals
+/// are misread and those that are composed are not understood, so a host leaves LC_NUMERIC alone
+/// and sets LC_CTYPE if it has to. Nothing here holds state: any operation may be called from any
+/// thread. Everything is returned by value and owned by the caller.
 
 #ifndef KOVRA_HPP
 #define KOVRA_HPP

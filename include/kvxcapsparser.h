@@ -27,8 +27,10 @@ class KOVRA_EXPORT KVXCapsParser {
 
   /// Reads the capabilities, root "capabilities" or else "get_capabilities", with
   /// parseCapabilities. @p text is the reply's first character and @p len its length in characters,
-  /// which is also the most bytes that its narrow form may have in the process's locale; at most
-  /// 65531 bytes are read of any reply. A longer text is cut.
+  /// which is also the most bytes that its narrow form may have in the process's character set
+  /// (LC_CTYPE); at most 65531 bytes are read of any reply. A longer text is cut, and a cut one is
+  /// refused. A host whose text is terminated passes `reply.size() * MB_CUR_MAX`, and calls
+  /// setlocale(LC_CTYPE, ""), not LC_ALL, which may make the points in numbers commas.
   ///
   /// Deliberately the result is always false, also after a complete reading: the record alone tells
   /// what was read. It is untouched for a length below 1, for a text that is not well-formed or

@@ -26,6 +26,9 @@ namespace Kovra {
 /// upper one, so that in a cleared record a setting without bounds reads as 0, and one with crossed
 /// bounds as the upper. A flag is set by "enabled" and "yes" and cleared by any other text. An
 /// address that is none reads as 0xFFFFFFFF.
+///
+/// Decimals have the point of LC_NUMERIC, which is a comma under some locales while the printer's
+/// is not: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
 class KOVRA_EXPORT KVXConfigParser : public TiXmlDocument {
  public:
   KVXConfigParser();

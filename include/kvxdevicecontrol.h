@@ -16,6 +16,9 @@
 /// as narrow text. Numbers are not checked: a code without a word leaves out the attribute or text
 /// that it would select. A null text leaves out the attribute or the content that it would fill.
 ///
+/// Decimals are written with the point of LC_NUMERIC, which is a comma under some locales while the
+/// printer takes "." alone: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
+///
 /// Wherever an operation takes a `char*` that it only reads (all but the output) a string literal,
 /// a `char const*`, NULL or nullptr may be passed as well, in any mix.
 class KOVRA_EXPORT KVXDeviceControl : public TiXmlDocument {

@@ -10,7 +10,9 @@
 ///  3. "The text of an element" is the value of its first child node: the text of a text or CDATA
 ///     section, also that of a comment, and the name of an element that stands first.
 ///  4. Numbers follow the C library and the process's locale: leading blanks are skipped, what
-///     stands behind the digits is ignored, and no number at all reads as 0.
+///     stands behind the digits is ignored, and no number at all reads as 0. Decimals have the
+///     point of LC_NUMERIC, in what is read and in what is written. The printer's is ".", so a host
+///     sets LC_CTYPE alone: under a German locale setlocale(LC_ALL, "") makes all of them commas.
 ///  5. Operations on different objects may run in several threads at once.
 ///  6. Some writers leave a copy of their document under /tmp, for people who debug a host. It may
 ///     hold network keys: it is written with mode 0600 beside its name and then renamed over it, so
@@ -20,6 +22,11 @@
 ///     folder), and where it cannot be written whole: no leave, no room, a process limit on the
 ///     size of files (whose signal never reaches the host). An earlier copy stays then. A library
 ///     built with KOVRA_DEBUG_COPIES off writes none.
+///  7. Wide text is converted in the process's character set (LC_CTYPE), which is ASCII until the
+///     host calls setlocale(LC_CTYPE, ""). The length of a wide reply is its number of characters,
+///     and also the most bytes that its narrow form may have: a letter beyond ASCII may take
+///     several, and a reply that is cut is refused. A host whose text is terminated passes
+///     `reply.size() * MB_CUR_MAX`; what stands behind the terminator is not looked at.
 
 #ifndef KVXHELPER_H
 #define KVXHELPER_H

@@ -14,9 +14,12 @@ namespace Kovra {
 ///
 /// The entries (Parse...) take a reply as wide text: a reference to its first character and its
 /// length in characters, which is also the most bytes that its narrow form may have in the
-/// process's locale; a longer text is cut. They return false, with the record untouched, for a
-/// length of 0, for a text that is not well-formed or that could harm the parser (elements nested
-/// deeper than 128, more than 256 attributes on one element), and for another root.
+/// process's character set (LC_CTYPE); a longer text is cut, and a cut one is refused. A host whose
+/// text is terminated passes `reply.size() * MB_CUR_MAX`, and calls setlocale(LC_CTYPE, ""), not
+/// LC_ALL, which may make the points in numbers commas. They return false, with the record
+/// untouched, for a length of 0, for a text that is not well-formed or that could harm the parser
+/// (elements nested deeper than 128, more than 256 attributes on one element), and for another
+/// root.
 ///
 /// The element readers take an element of the host's own tree; for a null element they return false
 /// and touch nothing.

@@ -27,6 +27,9 @@ KOVRA_EXPORT void DestroyKVMedia(_KVMediaInfo* media);
 /// that were complete stay, the one in the making is freed, and the record can be used and
 /// destroyed as before.
 ///
+/// Decimals have the point of LC_NUMERIC, which is a comma under some locales while the printer's
+/// is not: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
+///
 /// The readers of elements visit the children in order, read those that they know, by exact name,
 /// and skip the others. Their result is whether the last known child could be read: false after an
 /// empty one, though earlier members were filled, and false when there was none, or for a null

@@ -15,10 +15,13 @@ namespace Kovra {
 /// read different records at once. The order of the exchange and its cryptography are the host's.
 ///
 /// The entries take a document as wide text: a reference to its first character and its length in
-/// characters, which is also the most bytes that its narrow form may have in the process's locale;
-/// a longer text is cut. They return false, with the record untouched, for a length below 1, for a
-/// text that is not well-formed or that could harm the parser (elements nested deeper than 128,
-/// more than 256 attributes on one element), for another root, and for a root without children.
+/// characters, which is also the most bytes that its narrow form may have in the process's
+/// character set (LC_CTYPE); a longer text is cut, and a cut one is refused. A host whose text is
+/// terminated passes `text.size() * MB_CUR_MAX`, and calls setlocale(LC_CTYPE, ""), not LC_ALL,
+/// which may make the points in numbers commas. They return false, with the record untouched, for a
+/// length below 1, for a text that is not well-formed or that could harm the parser (elements
+/// nested deeper than 128, more than 256 attributes on one element), for another root, and for a
+/// root without children.
 ///
 /// The element readers take an element of the host's own tree. They visit its children in order,
 /// read those that they know, by exact name, and skip the others; a repeated element is read again.

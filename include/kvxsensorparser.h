@@ -36,8 +36,10 @@ class KOVRA_EXPORT KVXSensorParser {
 
   /// Reads the sensor readings. The text is wide: a reference to its first character and its length
   /// in characters, which is also the most bytes that its narrow form may have in the process's
-  /// locale; a longer text is cut, and a length below 1 gives false. The result is that of
-  /// parseSensorInfo.
+  /// character set (LC_CTYPE); a longer text is cut, a cut one is refused, and a length below 1
+  /// gives false. A host whose text is terminated passes `reply.size() * MB_CUR_MAX`, and calls
+  /// setlocale(LC_CTYPE, ""), not LC_ALL, which may make the points in numbers commas. The result
+  /// is that of parseSensorInfo.
   bool ParseSensorInfo(wchar_t const& text, int length, KVSensorInfo& out);
 
   /// Reads the areas "input_output", "card_path", "doors", "positioning" and "web_media".

@@ -46,6 +46,9 @@ enum ConfigurationSection : int {
 ///  - of the power adjustments only the user's are written; "VtoI", "tricolor_settings",
 ///    "bemf_potentiometer" and the wireless "country" are not.
 ///
+/// Decimals are written with the point of LC_NUMERIC, which is a comma under some locales while the
+/// printer takes "." alone: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
+///
 /// The add operations each add their own element below @p target, children from the sub-record, and
 /// return whether the last thing that they added could be; false for a null target. Whether what
 /// belongs to the transfer film is added follows from the last SetConfiguration.

@@ -15,6 +15,9 @@ namespace Kovra {
 /// further declaration and root, so a host takes a fresh writer for each document. One writer is
 /// used by one thread at a time. The record is not changed.
 ///
+/// Decimals are written with the point of LC_NUMERIC, which is a comma under some locales while the
+/// printer takes "." alone: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
+///
 /// The operations that add elements (add...) take the parent and add their own element below it.
 /// Their result is whether the last tag below that could be added; false for a null parent.
 class KOVRA_EXPORT KVXSetMedia : public TiXmlDocument {

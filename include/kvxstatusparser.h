@@ -16,9 +16,14 @@ namespace Kovra {
 ///
 /// The entries (Parse...) take a reply as wide text: a reference to its first character and its
 /// length in characters, which is also the most bytes that its narrow form may have in the
-/// process's locale; a longer text is cut. They return false, with the record untouched, for a
-/// length below 1, for a text that is not well-formed or that could harm the parser (elements
-/// nested deeper than 128, more than 256 attributes on one element), and for another root.
+/// process's character set (LC_CTYPE); a longer text is cut, and a cut one is refused. A host whose
+/// text is terminated passes `reply.size() * MB_CUR_MAX`, or any letter beyond ASCII may be one too
+/// many. They return false, with the record untouched, for a length below 1, for a text that is not
+/// well-formed or that could harm the parser (elements nested deeper than 128, more than 256
+/// attributes on one element), and for another root.
+///
+/// Decimals (diameters, the supply voltage) have the point of LC_NUMERIC, which is a comma under
+/// some locales while the printer's is not: a host calls setlocale(LC_CTYPE, ""), not LC_ALL.
 ///
 /// The element readers (parse...) take an element of the host's own tree. They visit its children
 /// in order, read those that they know, by exact name, and skip the others; a repeated element is

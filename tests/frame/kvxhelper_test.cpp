@@ -977,6 +977,33 @@ TEST(KVXHelper, HasEveryOperationWithItsSignature) {
 bool const ribbonNameStartedAsZeros =
     std::all_of(std::begin(szRibbonName), std::end(szRibbonName), [](char c) { return c == 0; });
 
+// ---- Under a locale with commas ----------------------------------------------------------------
+
+/// What one decimal is when it is written, and what three spellings of it are when they are read.
+void expectDecimals(std::string const& written, float withPoint, float withComma) {
+  TiXmlElement element("e");
+  KVXHelper::AddTagFloat(&element, "value", 1.5F);
+  EXPECT_EQ(printed(*element.FirstChild()), "<value>" + written + "</value>");
+  float read = 0;
+  EXPECT_TRUE(KVXHelper::GetNumber(TextElement("1.5").get(), read, false));
+  EXPECT_EQ(read, withPoint);
+  EXPECT_TRUE(KVXHelper::GetNumber(TextElement("1,5").get(), read, false));
+  EXPECT_EQ(read, withComma);
+  EXPECT_TRUE(KVXHelper::GetNumberFromAttr(AttributeElement("1.5").get(), "a", read));
+  EXPECT_EQ(read, withPoint);
+}
+
+TEST(Decimals, HaveThePointOfTheProcess) {
+  expectDecimals("1.5000", 1.5F, 1);
+  test::LocaleGuard const guard(test::commaLocale, LC_NUMERIC);
+  expectDecimals("1,5000", 1, 1.5F);
+}
+
+TEST(Decimals, KeepThePrintersPointWhileOnlyCharactersAreTheLocales) {
+  test::LocaleGuard const guard(test::commaLocale, LC_CTYPE);
+  expectDecimals("1.5000", 1.5F, 1);
+}
+
 TEST(RibbonName, StartsAsZeros) {
   static_assert(sizeof szRibbonName == 32);
   EXPECT_TRUE(ribbonNameStartedAsZeros);

@@ -4,7 +4,6 @@
 #include <tinyxml.h>
 
 #include <algorithm>
-#include <clocale>
 #include <random>
 #include <sstream>
 #include <string>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "frame/nodes.hpp"
+#include "support/locale.hpp"
 #include "support/twin_trees.hpp"
 
 namespace Kovra::frame {
@@ -591,15 +591,12 @@ TEST(Scanner, FindsAFaultWhereverATextIsCut) {
 
 // TinyXML asks the locale for letters, white space and letter case.
 class ScannerIn : public testing::TestWithParam<char const*> {
- protected:
-  void SetUp() override {
-    if (std::setlocale(LC_CTYPE, GetParam()) == nullptr) GTEST_SKIP() << "no such locale here";
-  }
-  void TearDown() override { std::setlocale(LC_CTYPE, "C"); }
+ private:
+  test::LocaleGuard const locale_{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(Locale, ScannerIn,
-                         testing::Values("C", "C.UTF-8", "de_DE.ISO-8859-1", "tr_TR.ISO-8859-9"));
+                         testing::Values("C", "C.UTF-8", test::latin1Locale, test::turkishLocale));
 
 TEST_P(ScannerIn, AgreesOnEveryByteInEveryPlace) {
   for (std::string const& encoding : encodings) {

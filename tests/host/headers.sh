@@ -23,6 +23,19 @@ while IFS= read -r header; do
   fi
 done < <(cd "$include" && find . -name '*.h' -printf '%P\n' -o -name '*.hpp' -printf '%P\n' | sort)
 
+# What a host in another language than English has to know stands in the header that it reads.
+says() {  # header, word
+  grep -qF "$2" "$include/$1" || { echo "$1 does not speak of $2" >&2; bad=$((bad + 1)); }
+}
+while IFS= read -r header; do
+  says "$header" 'size() * MB_CUR_MAX'
+  says "$header" 'setlocale(LC_CTYPE, "")'
+done < <(cd "$include" && grep -lE 'wchar_t (const&|\*) text,' ./*.h | sed 's|^\./||')
+for header in kvxhelper.h kvxstatusparser.h kvxconfigparser.h kvxsetconfig.h kvxmediaparser.h \
+  kvxsetmedia.h kvxdevicecontrol.h kovra.hpp; do
+  says "$header" LC_NUMERIC
+done
+
 # Without its std::string support TinyXML has another layout: such a host must be turned away.
 # Debian's tinyxml.h switches the support on by itself, so one that does not stands in for it.
 other=$(mktemp -d)

@@ -18,10 +18,25 @@ libdir=$(dirname "$(dirname "$pc")")
 sample=$source/samples/status/printing.xml
 strict=(-Wall -Wextra -Wpedantic -Werror)
 
-expect() {  # expected output, program: what it prints for the sample
-  local found
-  found=$(LD_LIBRARY_PATH=$libdir "$2" <"$sample")
-  [[ $found == "$1" ]] || { printf '%s printed "%s", not "%s"\n' "$2" "$found" "$1" >&2; exit 1; }
+reply() {  # element...: a reply of a printer that is printing
+  printf '<get_general_status>%s</get_general_status>' "<printer_state>printing</printer_state>$*"
+}
+reply '<user>Zoë</user><place>Büro</place>' >"$work/utf-8"
+iconv -f UTF-8 -t ISO-8859-1 "$work/utf-8" >"$work/latin-1"
+
+expect() {  # program: it tells the printer's state, whatever letters a reply has and where it runs
+  local locale input found
+  while read -r locale input; do
+    found=$(LC_ALL=$locale LD_LIBRARY_PATH=$libdir "$1" <"$input") || found+=" and failed"
+    [[ $found == "printer state: 5" ]] ||
+      { printf '%s in %s printed "%s" for %s\n' "$1" "$locale" "$found" "$input" >&2; exit 1; }
+  done <<END
+C $sample
+C.UTF-8 $sample
+C.UTF-8 $work/utf-8
+de_DE.UTF-8 $work/utf-8
+de_DE.ISO-8859-1 $work/latin-1
+END
 }
 
 "$cmake" -S "$source/examples" -B "$work/cmake" -G "$generator" -DCMAKE_BUILD_TYPE=Release \
@@ -30,12 +45,13 @@ expect() {  # expected output, program: what it prints for the sample
 "$cmake" --build "$work/cmake" >"$work/log" || { cat "$work/log"; exit 1; }
 grep -qF "kovra_DIR:PATH=$libdir/cmake/kovra" "$work/cmake/CMakeCache.txt" ||
   { echo "find_package found another kovra" >&2; exit 1; }
-expect "printer state: 5" "$work/cmake/status"
+expect "$work/cmake/status"
 
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 read -ra flags <<<"$(pkg-config --cflags --libs kovra)"
-"$compiler" -std=c++11 "${strict[@]}" "$source/examples/status.cpp" -o "$work/status" "${flags[@]}"
-expect "printer state: 5" "$work/status"
+"$compiler" -std=c++11 "${strict[@]}" "$source/examples/status.cpp" \
+  "$source/tests/host/decimals.cpp" -o "$work/status" "${flags[@]}"
+expect "$work/status"
 
 # The tool lies beside its library, if it was built.
 if [[ -e $prefix/bin/kovra ]]; then

@@ -11,8 +11,9 @@
 
 namespace Kovra::test {
 
-/// Sets a category of the locale, the character set unless told otherwise, and puts the earlier one
-/// back.
+/// Sets one category of the locale, the character set unless told otherwise, and puts the earlier
+/// one back. Locales other than "C" are those of KOVRA_TEST_LOCALES in tests/CMakeLists.txt; a test
+/// that names another one fails.
 class LocaleGuard {
  public:
   explicit LocaleGuard(char const* name, int category = LC_CTYPE)
@@ -30,13 +31,20 @@ class LocaleGuard {
 
 inline constexpr char const* locales[] = {"C", "C.UTF-8"};
 
+/// Locales with one byte for each letter.
+inline constexpr char const* latin1Locale = "de_DE.ISO-8859-1";
+inline constexpr char const* turkishLocale = "tr_TR.ISO-8859-9";
+
+/// A locale whose decimal point is a comma; its thousands are parted by points.
+inline constexpr char const* commaLocale = "de_DE.UTF-8";
+
 /// Everything in a locale whose decimals have commas, as in a host that calls setlocale(LC_ALL, "")
-/// there; one test for each. Not every machine has such locales.
+/// there; one test for each.
 class CommaLocale : public testing::TestWithParam<char const*> {
  protected:
   void SetUp() override {
     earlier_ = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, GetParam()) == nullptr) GTEST_SKIP() << "no such locale here";
+    ASSERT_NE(std::setlocale(LC_ALL, GetParam()), nullptr) << "no locale " << GetParam();
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
   }
   void TearDown() override { std::setlocale(LC_ALL, earlier_.c_str()); }
@@ -46,7 +54,7 @@ class CommaLocale : public testing::TestWithParam<char const*> {
 };
 
 inline auto commaLocales() {
-  return testing::Values("de_DE.UTF-8", "de_DE.ISO-8859-1", "tr_TR.ISO-8859-9");
+  return testing::Values(commaLocale, latin1Locale, turkishLocale);
 }
 
 /// The name of a test's locale, in letters that a test's name may have.

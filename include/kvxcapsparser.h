@@ -18,8 +18,9 @@ namespace Kovra {
 /// The readers of elements visit the children in order, read those that they know, by exact name,
 /// and skip the others. Their result is whether the last known child could be read: false after an
 /// empty one, though earlier members were filled, and false when there was none, or for a null
-/// element. An empty element leaves its member, unless that is a keyword or a flag: those are
-/// stored as for an unknown word. An empty sharpening level adds nothing.
+/// element. An empty element leaves its member, unless that is a keyword or a flag ("scalable",
+/// "passkey_protection", "atm", "contact_encoding"): those are stored as for an unknown word. An
+/// empty sharpening level adds nothing.
 class KOVRA_EXPORT KVXCapsParser {
  public:
   KVXCapsParser();
@@ -99,7 +100,9 @@ class KOVRA_EXPORT KVXCapsParser {
   /// @}
 
   /// @name The printer's keywords as codes
-  /// Unknown words, and a null pointer, give the code named. Case counts.
+  /// Unknown words, and a null pointer, give the code named. Case counts. Each has an overload for
+  /// texts that can only be read, so a pointer to one needs its type:
+  /// `int (KVXCapsParser::*convert)(char*) = &KVXCapsParser::protocolToInt;`
   /// @{
 
   /// 0 "usb_2_0", 1 "serial", 2 "ethernet_10_100", 3 "ethernet_10_100_1G", 4 "wifi_enet_802_11g";

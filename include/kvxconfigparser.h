@@ -24,7 +24,8 @@ namespace Kovra {
 /// A setting with bounds is read from the attributes "min" and "max" and the text; an attribute
 /// that is absent leaves its member. Then the value is put up to the lower bound and down to the
 /// upper one, so that in a cleared record a setting without bounds reads as 0, and one with crossed
-/// bounds as the upper. A flag is set by "enabled" and "yes" and cleared by any other text. An
+/// bounds as the upper. A flag is set by "enabled" and "yes" and cleared by any other text; an
+/// empty "dhcp", "snmp" or "radio" leaves it, while an empty "contact_encoding" clears it. An
 /// address that is none reads as 0xFFFFFFFF.
 ///
 /// Decimals have the point of LC_NUMERIC, which is a comma under some locales while the printer's

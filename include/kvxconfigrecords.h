@@ -71,7 +71,7 @@ struct _WirelessParams {
   bool radio;                 ///< 'radio', "enabled" or "disabled"
   WirelessSecurity security;  ///< 'security'
   WirelessCrypto crypto;      ///< 'crypto'
-  char ssid[34];              ///< 'ssid', the network's name
+  char ssid[34];              ///< 'ssid', the network's name, at most 33 characters
   unsigned char bssid[6];     ///< 'bssid', the access point's hardware address
   char key[128];              ///< 'key', the network's key or pass phrase, a secret
   int channel;                ///< 'channel'
@@ -154,7 +154,7 @@ struct _MechanicalAdjustments {
 /// A ribbon or a transfer film. The reader knows its name as a text, the writer as a code.
 struct _RibbonInfo {
   int type;              ///< 'type'
-  char description[64];  ///< 'description' as it was read; never written
+  char description[64];  ///< 'description' as it was read, at most 31 characters; never written
   int ribbonNameCode;    ///< 'description' as it is written, 256 to 271; never read
   char oem_country[8];   ///< 'oem_country'
   int initial_size;      ///< 'initial_size', panels when it was new

@@ -4,7 +4,12 @@
 ///
 /// Conventions that hold for the whole library:
 ///  1. An operation returns true when it read or wrote something; it never prints and never throws
-///     by itself (an allocation that fails passes through as the standard exception).
+///     by itself. Where memory ends std::bad_alloc passes through, nothing is lost (but what
+///     TinyXML itself loses while it parses) and no lock stays held. A record then holds what was
+///     stored before, which is nothing while a text was still being parsed; an AddTag operation
+///     leaves its tree as it was; a writer keeps what it had added (a host begins with a fresh one)
+///     and leaves an output in memory untouched, while a file that the host named may be
+///     incomplete.
 ///  2. A value that could not be read leaves its target as the caller had it, unless the operation
 ///     says otherwise.
 ///  3. "The text of an element" is the value of its first child node: the text of a text or CDATA
@@ -27,6 +32,12 @@
 ///     and also the most bytes that its narrow form may have: a letter beyond ASCII may take
 ///     several, and a reply that is cut is refused. A host whose text is terminated passes
 ///     `reply.size() * MB_CUR_MAX`; what stands behind the terminator is not looked at.
+///  8. A wide document that does not fit into its output is cut, and the result is true all the
+///     same. The output is full then and has no terminator: std::wmemchr(out, L'\0', outLen) is
+///     null. At a character that the character set lacks the output ends early, with a terminator.
+///     A document that is whole ends with ">" and a line feed. It stays in its writer, whose
+///     saveJob() a host may call again with more room. Each writer says how much is enough: six
+///     characters for one of a text is the most that escaping takes.
 
 #ifndef KVXHELPER_H
 #define KVXHELPER_H
@@ -168,6 +179,9 @@ class KOVRA_EXPORT KVXHelper {
   /// @name The printer's keywords as codes
   /// Each compares the keyword with its table from the top; the first match gives the code. No
   /// keyword is an error: an unknown one, and a null pointer, give the code named.
+  ///
+  /// Each has an overload for texts that can only be read, so a pointer to one needs its type:
+  /// `int (*convert)(char*) = &KVXHelper::RibbonNameToInt;`
   /// @{
 
   /// Ribbon names, in any case: 256 "YMCKO" to 271 "Hologram"; unknown gives 263, black mono.

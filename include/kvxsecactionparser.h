@@ -56,7 +56,7 @@ class KOVRA_EXPORT KVXSecAction {
   /// Copies the text of the root "action" into `action`, brings it to its keyword by GetActionName,
   /// and reads the children by ParseDirectiveValues, whose result it has. The text is the root's
   /// first child's, whatever that is: a directive that begins with its "printer" element stores
-  /// "printer".
+  /// "printer". A directive with text only, without any element, stores its action and gives false.
   bool ParseSecureDirectiveValues(wchar_t const& text, unsigned long length, _tagSecDirecXML& out);
 
   /// Reads the three working keys, root "keys". The result is that of ParseHostNEncryptKey.

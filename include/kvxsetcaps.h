@@ -30,7 +30,9 @@ class KOVRA_EXPORT KVXSetCaps : public TiXmlDocument {
   KVXSetCaps& operator=(KVXSetCaps const&) = delete;
 
   /// Links a declaration and a root "capabilities", adds what @p mode says (see addCapabilities),
-  /// and returns saveJob(out, outLen), whatever was added.
+  /// and returns saveJob(out, outLen), whatever was added. 4096 wide characters, 1024 for each
+  /// entry of a list and 28672 for each template and graphic hold any document; convention 8 of
+  /// kvxhelper.h says how one that was cut is seen.
   bool SetCapabilities(_Capabilities const& caps, wchar_t* out, int outLen, int mode,
                        bool directToCard);
 

@@ -61,6 +61,7 @@ class KOVRA_EXPORT KVXSetConfig : public TiXmlDocument {
 
   /// Composes the sections whose bits are set in @p sections, prints the document and stores it in
   /// @p out, at most @p outLength wide characters; a terminator only where there is room for it.
+  /// 32768 hold any configuration; convention 8 of kvxhelper.h says how one that was cut is seen.
   ///
   /// @p cardSelect 0 writes both cards. Otherwise only the section of the cards is written, if its
   /// bit is set: 1 writes the first card, 2 the second, and any other value nothing. @p filmless

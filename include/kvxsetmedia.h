@@ -31,7 +31,8 @@ class KOVRA_EXPORT KVXSetMedia : public TiXmlDocument {
   KVXSetMedia& operator=(KVXSetMedia const&) = delete;
 
   /// Links a declaration and a root "media", adds the cards with addMedia, and returns
-  /// saveJob(out, outLen), whatever was added.
+  /// saveJob(out, outLen), whatever was added. 4096 wide characters for each card and one time more
+  /// hold any document; convention 8 of kvxhelper.h says how one that was cut is seen.
   bool SetMedia(_KVMediaInfo& media, wchar_t* out, int outLen, char allTypes, bool omitTransfer);
 
   /// Prints the document with an indent of four blanks and converts it into @p out, at most

@@ -27,7 +27,8 @@ class KOVRA_EXPORT KVXSetPrinterInfo : public TiXmlDocument {
 
   /// Composes a "printer_id" with the fields whose bits are set in @p fields, prints the document
   /// and stores it in @p out, at most @p outLen wide characters; a terminator only where there is
-  /// room for it. The result is that of saveJob.
+  /// room for it. 4096 hold any identity, whatever was added; convention 8 of kvxhelper.h says how
+  /// one that was cut is seen. The result is that of saveJob.
   bool SetPrinterInfo(KVPrinterInfo const& info, wchar_t* out, int outLen, long fields);
 
   /// Adds the fields to @p root. True when no field is selected, otherwise whether the last one

@@ -21,6 +21,9 @@ namespace Kovra {
 /// leaves a copy of its documents in a file, and the library's own buffers that held the printed
 /// text are wiped.
 ///
+/// 1024 wide characters and six for each character of the texts hold any document; convention 8 of
+/// kvxhelper.h says how one that was cut is seen.
+///
 /// Wherever an operation takes a `char*` a string literal, a `char const*`, NULL or nullptr may be
 /// passed as well, in any mix.
 class KOVRA_EXPORT KVXSetSecActions : public TiXmlDocument {

@@ -29,6 +29,9 @@ namespace Kovra {
 /// in order, read those that they know, by exact name, and skip the others; a repeated element is
 /// read again. Their result is whether the last known child could be read: false after an empty
 /// one, though earlier members were filled, and false when there was none, or for a null element.
+///
+/// The conversions of keywords have an overload for texts that can only be read, so a pointer to
+/// one needs its type: `int (KVXStatusParser::*convert)(char*) = &KVXStatusParser::lamStateToInt;`
 class KOVRA_EXPORT KVXStatusParser {
  public:
   KVXStatusParser();
@@ -216,14 +219,16 @@ class KOVRA_EXPORT KVXStatusParser {
   /// counts.
   int GetWirelessState(char* keyword);
 
-  /// Combines the code of the element's text with @p out by OR: 1 "WEP" and "WEP40", 2 "WEP104",
+  /// The security codes of a wireless status and of access points: combines the code of the
+  /// element's text with @p out by OR: 1 "WEP" and "WEP40", 2 "WEP104",
   /// 3 "WPA", 4 "WPA2", 5 "WPA_WPA2" and "WPA2_WPA", each all in upper or all in lower case.
   /// "open", "none" and unknown words change nothing. False only when the element is null or has no
   /// text.
   bool GetSecurity(TiXmlElement* element, unsigned int& out);
 
-  /// The same for the cipher: 1 "RC4", 2 "TKIP", 3 "CCMP", 4 "TKIP_CCMP" and "CCMP_TKIP"; "none"
-  /// and unknown words change nothing.
+  /// The same for the cipher codes: 1 "RC4", 2 "TKIP", 3 "CCMP", 4 "TKIP_CCMP" and "CCMP_TKIP";
+  /// "none" and unknown words change nothing. Deliberately 4 is TKIP and CCMP, where the
+  /// configuration reads both as 3, wirelessCryptoCcmp.
   bool GetCrypto(TiXmlElement* element, unsigned int& out);
 
   /// @name The same operations on texts that can only be read

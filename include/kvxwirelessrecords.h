@@ -21,13 +21,14 @@ struct _tagPackets {
 /// to zero before each reading, because what is read is combined with what they hold.
 struct _tagWirelessStatus {
   int state;              ///< 'state', code of GetWirelessState
-  char ssid[32];          ///< 'ssid', the network's name
+  char ssid[32];          ///< 'ssid', the network's name, at most 31 characters of it
   int channel;            ///< 'channel'
   int rssi;               ///< 'rssi', signal strength
   int snr;                ///< 'snr', signal to noise ratio
   int nf;                 ///< 'nf', noise floor
-  unsigned int security;  ///< 'security', codes of GetSecurity, combined by OR
-  unsigned int crypto;    ///< 'crypto', codes of GetCrypto, combined by OR
+  unsigned int security;  ///< 'security', codes of KVXStatusParser::GetSecurity, combined by OR
+  unsigned int crypto;    ///< 'crypto', codes of KVXStatusParser::GetCrypto, combined by OR; not
+                          ///< those of WirelessCrypto: 4 is TKIP and CCMP
   int rate;               ///< 'rate'
   _tagPackets in;         ///< 'in', received
   _tagPackets out;        ///< 'out', sent
@@ -57,15 +58,16 @@ struct _tagWirelessRadioStatus {
 
 /// One access point in range. A host sets `security` and `encryption` to zero before each reading.
 struct _tagAccessPoint {
-  char ssid[34];            ///< 'SSID', the network's name
+  char ssid[34];            ///< 'SSID', the network's name, at most 33 characters: not 31, as above
   unsigned char bssid[6];   ///< 'BSSID', the access point's hardware address
   bool selected;            ///< 'Selected', true for "true"
   int channel;              ///< 'Channel'
   int privacy;              ///< 'Privacy'
   int signalStrength;       ///< 'SignalStrength'
   bool infrastructure;      ///< 'Infrastructure', true for "true"
-  unsigned int security;    ///< 'Security', codes of GetSecurity, combined by OR
-  unsigned int encryption;  ///< 'Encryption', codes of GetCrypto, combined by OR
+  unsigned int security;    ///< 'Security', codes of KVXStatusParser::GetSecurity, combined by OR
+  unsigned int encryption;  ///< 'Encryption', codes of KVXStatusParser::GetCrypto, combined by OR;
+                            ///< not those of WirelessCrypto: 4 is TKIP and CCMP
   int maxDataRate;          ///< 'MaxDataRate'
 };
 

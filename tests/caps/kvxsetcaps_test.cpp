@@ -14,6 +14,7 @@
 #include "support/folder.hpp"
 #include "support/locale.hpp"
 #include "support/records.hpp"
+#include "support/room.hpp"
 #include "support/tree.hpp"
 #include "support/wide.hpp"
 
@@ -943,6 +944,34 @@ TEST(CapabilitiesRoundTrip, KeepsWhatWriterAndReaderAgreeOn) {
   EXPECT_EQ(caps.internalEncoder.secondContactlessEncoder, encoder.secondContactlessEncoder);
   EXPECT_EQ(caps.internalEncoder.contact_station, encoder.contact_station);
   EXPECT_TRUE(same(arrays, expected.arrays));
+}
+
+TEST(CapabilitiesWriter, NeedsNoMoreThanItsHeaderTells) {
+  Arrays arrays;
+  test::fillWide(arrays);
+  for (_FontCaps& font : arrays.fonts) font.scalable = false;
+  _Capabilities caps{};
+  test::fillWide(caps);
+  caps.atm = caps.laminatorPresent = caps.security.passkeyProtection = true;
+  caps.internalEncoder.contact_encoding = caps.internalEncoder.contact_station = true;
+  for (std::size_t const count : {std::size_t{0}, std::extent_v<decltype(arrays.fonts)>}) {
+    auto const entries = static_cast<int>(count);
+    caps.hostPorts = arrays.hostPorts, caps.hostPortCount = entries;
+    caps.devicePorts = arrays.devicePorts, caps.devicePortCount = entries;
+    caps.swInterfaces = arrays.swInterfaces, caps.swInterfaceCount = entries;
+    caps.ocpLanguages = arrays.ocpLanguages, caps.ocpLanguageCount = entries;
+    caps.graphicFormats = arrays.graphicFormats, caps.graphicFormatCount = entries;
+    caps.fonts = arrays.fonts, caps.fontCount = entries;
+    caps.templates = arrays.templates, caps.templateCount = entries;
+    caps.graphics = arrays.graphics, caps.graphicCount = entries;
+    caps.barcodes = arrays.barcodes, caps.barcodeCount = entries;
+    test::expectRoomFor(
+        4096 + 7 * 1024 * count + 2 * 28672 * count,
+        [&](wchar_t* out, int length) {
+          return KVXSetCaps().SetCapabilities(caps, out, length, 0, true);
+        },
+        2 * (sizeof caps / sizeof(int) + 8 * count));
+  }
 }
 
 TEST(CapabilitiesWriter, IsADocument) {

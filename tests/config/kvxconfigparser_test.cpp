@@ -304,7 +304,13 @@ TEST(ConfigurationInterfaces, FlagsAreTwoExactWords) {
 TEST(ConfigurationInterfaces, EmptyFlagsAreLeft) {
   _NetworkParams params = filled<_NetworkParams>();
   EXPECT_FALSE(KVXConfigParser().getNetworkParams(Tree("<e><dhcp/></e>").root(), params));
+  EXPECT_FALSE(KVXConfigParser().getNetworkParams(Tree("<e><snmp/></e>").root(), params));
   EXPECT_TRUE(untouched(params));
+  _WirelessParams wireless = filled<_WirelessParams>();
+  for (char const* const flags : {"<e><dhcp/></e>", "<e><snmp/></e>", "<e><radio/></e>"}) {
+    EXPECT_FALSE(KVXConfigParser().getWirelessParams(Tree(flags).root(), wireless)) << flags;
+  }
+  EXPECT_TRUE(untouched(wireless));
 }
 
 TEST(ConfigurationInterfaces, HardwareAddresses) {

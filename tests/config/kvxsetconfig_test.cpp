@@ -3,17 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "kvxconfigparser.h"
+#include "support/allocations.hpp"
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
 #include "support/locale.hpp"
 #include "support/records.hpp"
+#include "support/room.hpp"
 #include "support/streams.hpp"
 #include "support/tree.hpp"
 
@@ -570,6 +574,64 @@ TEST(ConfigurationConversions, EncodersAlwaysSucceed) {
   EXPECT_EQ(one, '\0');
   EXPECT_TRUE(w.CommsChannelFromInt(1, nullptr, 32));
   EXPECT_TRUE(w.ContactlessEncFromInt(1, nullptr, 32));
+}
+
+// Room, and what is left when memory ends.
+
+/// Everything in it takes much room.
+std::unique_ptr<_KVConfiguration> wideConfiguration() {
+  auto record = std::make_unique<_KVConfiguration>();
+  test::fillWide(*record);
+  for (bool* const flag :
+       {&record->ethernet.dhcp, &record->ethernet.snmp, &record->wireless.dhcp,
+        &record->wireless.snmp, &record->wireless.radio, &record->internal_encoder.contact_encoding,
+        &record->internal_encoder.contact_station}) {
+    *flag = false;
+  }
+  record->lamination.topLaminateInstalled = record->lamination.bottomLaminateInstalled = true;
+  _RibbonMotorParams& motor = record->takeup_motor;
+  motor = {test::wideDecimals, test::wideDecimals, test::wideDecimals, test::wideDecimals,
+           test::wideDecimals, test::wideDecimals, test::wideDecimals, test::wideDecimals};
+  _TransferSpeedInfo const speeds = {test::wideDecimals, test::wideDecimals, test::wideDecimals,
+                                     test::wideDecimals};
+  record->transfer_settings.transfer_speeds = speeds;
+  for (_CustomCardInfo& card : record->cards) {
+    card.thickness = test::wideDecimal;
+    card.transfer_speeds = speeds;
+    card.laminator_adjustments.speed_adjust = test::wideDecimals;
+  }
+  return record;
+}
+
+TEST(DebugCopyConfiguration, OfAnyRecordFitsInto32768Characters) {
+  auto const record = wideConfiguration();
+  test::expectRoomFor(
+      32768,
+      [&](wchar_t* out, int length) {
+        return KVXSetConfig().SetConfiguration(*record, out, length, allSections, 0, false);
+      },
+      2 * sizeof *record / sizeof(int));
+}
+
+using DebugCopyConfigurationWithoutMemory = test::HeapTest;
+
+TEST_F(DebugCopyConfigurationWithoutMemory, LeavesTheOutputUntouched) {
+  auto const record = fullConfiguration();
+  bool threw = true;
+  for (std::size_t failing = 1; threw; ++failing) {
+    KVXSetConfig writer;
+    auto out = test::filled<std::array<wchar_t, 2000>>();
+    bool result = true;
+    try {
+      test::Allocations const allocations(failing);
+      result = writer.SetConfiguration(*record, out.data(), 2000, sectionWireless, 0, false);
+      threw = false;
+    } catch (std::bad_alloc const&) {
+    }
+    EXPECT_TRUE(result);
+    EXPECT_EQ(test::untouched(out), threw) << failing;
+    EXPECT_TRUE(threw || failing > 1) << "asked for nothing";
+  }
 }
 
 // There and back.

@@ -170,6 +170,18 @@ void convertKeywords() {
   EXPECT(caps.laminationTypeToInt(NOTHING) == 0);
 }
 
+// The types of pointers to conversions, as the headers name them.
+void pointToConversions() {
+  using Kovra::KVXCapsParser;
+  using Kovra::KVXStatusParser;
+  int (*ribbon)(char*) = &KVXHelper::RibbonNameToInt;
+  int (KVXStatusParser::*state)(char*) = &KVXStatusParser::lamStateToInt;
+  int (KVXCapsParser::*protocol)(char*) = &KVXCapsParser::protocolToInt;
+  EXPECT(ribbon(NOTHING) == 263);
+  EXPECT((KVXStatusParser().*state)(NOTHING) == 0);
+  EXPECT((KVXCapsParser().*protocol)(NOTHING) == -1);
+}
+
 // Readers.
 
 void readStatus() {
@@ -399,6 +411,7 @@ int main() {
   readSingleValues();
   addSingleValues();
   convertKeywords();
+  pointToConversions();
   readStatus();
   readDocuments();
   readSecrets();

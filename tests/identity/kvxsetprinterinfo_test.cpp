@@ -9,6 +9,7 @@
 #include "kvxprinteridparser.h"
 #include "support/folder.hpp"
 #include "support/records.hpp"
+#include "support/room.hpp"
 #include "support/tree.hpp"
 
 namespace Kovra {
@@ -77,6 +78,19 @@ TEST(DebugCopyPrinterInfo, SecondCallAppends) {
   EXPECT_STREQ(out,
                L"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<printer_id />\n"
                L"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<printer_id />\n");
+}
+
+TEST(DebugCopyPrinterInfo, OfAnyRecordFitsInto4096Characters) {
+  KVPrinterInfo info;
+  test::fillWide(info);
+  test::expectRoomFor(
+      4096,
+      [&](wchar_t* out, int length) {
+        KVXSetPrinterInfo writer;
+        writer.SetPrinterInfo(info, nullptr, 0, 0);
+        return writer.addPrinterInfo(writer.RootElement(), info) && writer.saveJob(out, length);
+      },
+      2 * 2);
 }
 
 TEST(PrinterInfo, AddsEverythingThatIsWrittenAtAll) {

@@ -13,6 +13,7 @@
 #include "support/folder.hpp"
 #include "support/locale.hpp"
 #include "support/records.hpp"
+#include "support/room.hpp"
 #include "support/tree.hpp"
 #include "support/wide.hpp"
 
@@ -350,6 +351,24 @@ TEST(MediaRoundTrip, KeepsCardsWithoutTheBoundsOfTheirSettings) {
   expected.laminator_adjustments = {{0, 0, -5}, {0, 0, 6}, {0, 0, 0.125F}};
   EXPECT_TRUE(same(*(*media->cards)[0], expected));
   EXPECT_TRUE(same(*(*media->cards)[1], ofType(2)));
+}
+
+TEST(MediaWriter, NeedsNoMoreThan4096CharactersForACardAndOneTimeMore) {
+  _CardInfo card;
+  test::fillWide(card);
+  card.thickness = test::wideDecimal;
+  card.transfer_speeds = {test::wideDecimals, test::wideDecimals, test::wideDecimals,
+                          test::wideDecimals};
+  card.laminator_adjustments.speed_adjust = test::wideDecimals;
+  for (std::size_t const count : {0U, 1U, 20U}) {
+    Media const media = with(std::vector<_CardInfo>(count, card));
+    test::expectRoomFor(
+        4096 * (count + 1),
+        [&](wchar_t* out, int length) {
+          return KVXSetMedia().SetMedia(*media, out, length, 1, false);
+        },
+        2 * count * sizeof card / sizeof(int));
+  }
 }
 
 TEST(MediaWriter, IsADocument) {

@@ -397,6 +397,11 @@ TEST(SecureActionDirective, IsRefusedWhole) {
   EXPECT_TRUE(untouched(record));
 }
 
+TEST(SecureActionDirective, WithTextAloneStoresItsActionAndAnswersFalse) {
+  expectDirective(false, element("action", " lock_printer "),
+                  [](auto& record) { std::strcpy(record.action, "lock_printer"); });
+}
+
 TEST(SecureActionDirective, BringsItsActionToTheKeyword) {
   struct {
     char const* text;

@@ -12,6 +12,7 @@
 #include "support/folder.hpp"
 #include "support/locale.hpp"
 #include "support/records.hpp"
+#include "support/room.hpp"
 #include "support/wide.hpp"
 
 namespace Kovra {
@@ -55,6 +56,32 @@ void put(char (&array)[N], std::string const& text) {
 }
 
 // ---- One document of each kind ---------------------------------------------------------------
+
+TEST(SetSecureActions, NeedsNoMoreRoomThanItsHeaderTells) {
+  std::string text(260, '"');
+  char* const t = text.data();
+  KVXSetSecActions writer;
+  _tagSecActionXMLValues request = {t, t, t, t, t};
+  _tagSecKeys keys;
+  test::fillWide(keys);
+  auto const expectRoom = [](std::size_t texts, auto compose) {
+    test::expectRoomFor(1024 + 6 * 260 * texts, compose);
+  };
+  expectRoom(1, [&](auto* out, int length) { return writer.GetNonceXML(t, out, length); });
+  expectRoom(4, [&](auto* out, int length) {
+    return writer.SecureActionRequestXML(request, out, length);
+  });
+  expectRoom(4, [&](auto* out, int length) {
+    return writer.SecureActionDirectiveXML(request, out, length, 1000000000);
+  });
+  expectRoom(2, [&](auto* out, int length) { return writer.GetPasskeyXML(t, t, out, length); });
+  expectRoom(1, [&](auto* out, int length) { return writer.GetSecureActionXML(t, out, length); });
+  expectRoom(3,
+             [&](auto* out, int length) { return writer.SetSecureActionXML(keys, out, length); });
+  expectRoom(7, [&](auto* out, int length) {
+    return writer.SetHostAndEncryptXML(out, length, t, t, t, t, t, t, t, true, true, true);
+  });
+}
 
 TEST(SetSecureActions, ComposesANonce) {
   KVXSetSecActions writer;

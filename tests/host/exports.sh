@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The shared library shows the public interface and needs nothing beyond TinyXML and the runtimes.
+# The shared library shows the public interface, name by name as exports.txt beside this lists it,
+# and needs nothing beyond TinyXML and the runtimes.
 #   exports.sh <libkovra.so>
 set -euo pipefail
 
@@ -19,9 +20,16 @@ surplus=$(grep -Ev "^($table|$thunk)?$owned" <<<"$names" || true)
 internal=$(grep -E "^($table|$thunk)?Kovra::frame::" <<<"$names" || true)
 [[ -z $surplus ]] || complain "exported, but not part of the interface:" "$surplus"
 [[ -z $internal ]] || complain "exported, but internal:" "$internal"
-for name in 'KVXHelper::GetString(' 'Kovra::KVXStatusParser::ParseStatus('; do
-  grep -qF "$name" <<<"$names" || complain "not exported: $name...)"
-done
+
+# Hosts that were linked against an earlier build look for these very names.
+list=$(dirname "$0")/exports.txt
+export LC_ALL=C
+sort --check "$list" || complain "exports.txt is not sorted"
+found=$(nm -D --defined-only "$library" | sed -E 's/^[0-9a-f]* +[A-Za-z] //' | sort)
+vanished=$(comm -13 <(echo "$found") "$list")
+[[ -z $vanished ]] || complain "no longer exported, though hosts need them:" "$(c++filt <<<"$vanished")"
+added=$(comm -23 <(echo "$found") "$list")
+[[ -z $added ]] || complain "exported, but missing in tests/host/exports.txt:" "$added"
 
 dynamic=$(readelf --dynamic --wide "$library")
 soname=$(sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p' <<<"$dynamic")

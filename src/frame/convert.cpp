@@ -99,6 +99,21 @@ int digitOf(char c) {
   return -1;
 }
 
+/// Scans what sscanf would by "0x%x", in the form in which printers send it, at a tenth of the
+/// cost. False, with nothing stored, for any other form.
+bool scanPlainHexadecimal(char const* text, unsigned int& out) {
+  constexpr std::size_t most = 2 * sizeof out;
+  if (text[0] != '0' || text[1] != 'x') return false;
+  unsigned int value = 0;
+  std::size_t count = 0;
+  for (text += 2; count <= most && digitOf(*text) >= 0; ++text, ++count) {
+    value = value * 16 + static_cast<unsigned int>(digitOf(*text));
+  }
+  if (count == 0 || count > most || *text != '\0') return false;
+  out = value;
+  return true;
+}
+
 /// Scans a hardware address in the form in which printers send it, two digits in each field: sscanf
 /// would store the same, but in a list of addresses it takes a tenth of the whole reading. False,
 /// with nothing stored, for any other form.
@@ -140,6 +155,15 @@ bool convertNumber(char const* text, unsigned long& out) {
 bool convertNumber(char const* text, float& out) {
   if (text == nullptr) return false;
   out = static_cast<float>(scanReal(text));
+  return true;
+}
+
+bool convertHexadecimal(char const* text, unsigned int& out) {
+  if (text == nullptr) return false;
+  if (scanPlainHexadecimal(text, out)) return true;
+  std::array<char, 32> digits{};
+  copyBounded(text, digits.data(), static_cast<int>(digits.size()));
+  static_cast<void>(std::sscanf(digits.data(), "0x%x", &out));
   return true;
 }
 

@@ -20,6 +20,10 @@ bool convertNumber(char const* text, float& out);
 /// The printer's counters are 16 bits wide for every host, though the target is not.
 bool convertNumber(char const* text, unsigned long& out);
 
+/// A hexadecimal number with a mandatory "0x", as sscanf() reads "0x%x" from the first 31
+/// characters. A text without it counts as read and stores nothing.
+bool convertHexadecimal(char const* text, unsigned int& out);
+
 /// A bound in an attribute, as sscanf() reads it: false, with nothing stored, also for a text that
 /// begins with no number.
 bool convertBound(char const* text, int& out);

@@ -6,34 +6,13 @@
 #include <cwchar>
 #include <new>
 
+#include "frame/bytes.hpp"
 #include "frame/nodes.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra::frame {
 
 // Texts.
-
-namespace {
-
-/// Narrows the characters that are the same in every locale, up to the first other, and tells how
-/// many those were. Blocks keep the test for that first one out of the inner loop.
-std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
-  constexpr std::size_t block = 16;
-  std::size_t done = 0;
-  while (done + block <= length) {
-    wchar_t seen = 0;
-    for (std::size_t i = 0; i < block; ++i) seen |= text[done + i];
-    if (seen < 0 || seen > 0x7F) break;
-    for (std::size_t i = 0; i < block; ++i) out[done + i] = static_cast<char>(text[done + i]);
-    done += block;
-  }
-  for (; done < length && text[done] >= 0 && text[done] <= 0x7F; ++done) {
-    out[done] = static_cast<char>(text[done]);
-  }
-  return done;
-}
-
-}  // namespace
 
 PrivateText::PrivateText(std::size_t length)
     : room_(length),
@@ -47,18 +26,11 @@ PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(len
   std::memcpy(data_, text, length);
 }
 
-namespace {
-
-/// How many bytes `length` wide characters can become.
-std::size_t narrowRoom(wchar_t const* text, std::size_t length) {
-  return std::min(length, ::wcsnlen(text, length) * MB_CUR_MAX);
-}
-
-}  // namespace
-
 PrivateText::PrivateText(wchar_t const* text, std::size_t length)
-    : PrivateText(narrowRoom(text, length)) {
-  std::size_t const characters = ::wcsnlen(text, length);
+    : PrivateText(text, length, ::wcsnlen(text, length)) {}
+
+PrivateText::PrivateText(wchar_t const* text, std::size_t length, std::size_t characters)
+    : PrivateText(std::min(length, characters * MB_CUR_MAX)) {
   length_ = narrowAscii(text, characters, data_);
   std::memset(data_ + length_, 0, room_ - length_);
   if (length_ == characters) return;
@@ -87,12 +59,12 @@ std::span<std::byte> memoryOf(NearNodes& nodes) {
 
 Reply::Reply(wchar_t const* text, std::size_t length)
     : text_(text, length),
-      tree_(text_.data(), memoryOf(nodes_)),
+      tree_(text_.data(), text_.length(), memoryOf(nodes_)),
       scan_(frame::scan(text_.data(), text_.length(), tree_)) {}
 
 Reply::Reply(char const* text, std::size_t length)
     : text_(text, length),
-      tree_(text_.data(), memoryOf(nodes_)),
+      tree_(text_.data(), text_.length(), memoryOf(nodes_)),
       scan_(frame::scan(text_.data(), text_.length(), tree_)) {}
 
 Element Reply::root(Roots roots) const {
@@ -137,7 +109,7 @@ struct HostTree::Size {
 HostTree::HostTree(TiXmlElement const* element) : HostTree(element, Size(element)) {}
 
 HostTree::HostTree(TiXmlElement const* element, Size const& size)
-    : text_(size.text), tree_(text_.data(), memoryOf(nodes_)) {
+    : text_(size.text), tree_(text_.data(), text_.length(), memoryOf(nodes_)) {
   tree_.reserve(size.nodes * sizeof(Node) + size.attributes * sizeof(Attribute));
   if (element != nullptr) add(*element);
 }
@@ -184,9 +156,11 @@ void HostTree::add(TiXmlElement const& element) {
   TreeBuilder builder(tree_);
   visitNodes(element, [&, this](TiXmlNode const& node, std::size_t depth) {
     while (builder.depth() > depth) builder.close();
-    std::uint32_t const copy = builder.add(kindOf(node), texts.put(node.ValueStr()), 0);
+    std::uint32_t const copy =
+        builder.add(kindOf(node), texts.put(node.ValueStr()), 0, text_.data());
     visitAttributes(node, [&, this](TiXmlAttribute const& attribute) {
-      tree_.add(Attribute{texts.put(attribute.NameTStr()), texts.put(attribute.ValueStr())}, "");
+      tree_.add(Attribute{texts.put(attribute.NameTStr()), texts.put(attribute.ValueStr())},
+                text_.data());
       ++tree_.at(copy).attributes;
     });
     if (node.FirstChild() != nullptr) builder.open(copy);

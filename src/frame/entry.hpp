@@ -44,6 +44,8 @@ class PrivateText {
   std::size_t length() const { return length_; }
 
  private:
+  PrivateText(wchar_t const* text, std::size_t length, std::size_t characters);
+
   std::size_t room_;
   std::unique_ptr<char[]> block_;
   char* data_;

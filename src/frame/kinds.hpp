@@ -114,10 +114,7 @@ struct NumberKind {
 /// A hexadecimal number with a mandatory "0x". A text without it counts as read and stores nothing.
 struct HexadecimalKind {
   static bool read(Element element, unsigned int& out) {
-    WordText text;
-    if (!text.read(element)) return false;
-    static_cast<void>(std::sscanf(text.get(), "0x%x", &out));
-    return true;
+    return convertHexadecimal(element.text(), out);
   }
 
   static void report(Observer& observer, std::string_view name, Element element,

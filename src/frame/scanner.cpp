@@ -18,11 +18,9 @@ using Kinds = unsigned char;
 
 constexpr Kinds blank = 1 << 0;        // white space, as far as ASCII goes
 constexpr Kinds nameStart = 1 << 1;    // what a name may begin with
-constexpr Kinds namePart = 1 << 2;     // what it may go on with
-constexpr Kinds textEnd = 1 << 3;      // what text or a quoted value may end with, and '&'
-constexpr Kinds bareEnd = 1 << 4;      // what ends a value without quotes, besides white space
-constexpr Kinds wordEnd = 1 << 5;      // what ends a word in a declaration, besides white space
-constexpr Kinds beyondAscii = 1 << 6;  // what the locale may count among white space
+constexpr Kinds bareEnd = 1 << 2;      // what ends a value without quotes, besides white space
+constexpr Kinds wordEnd = 1 << 3;      // what ends a word in a declaration, besides white space
+constexpr Kinds beyondAscii = 1 << 4;  // what the locale may count among white space
 
 constexpr auto kindsOfBytes = [] {
   std::array<Kinds, 256> kinds{};
@@ -35,12 +33,8 @@ constexpr auto kindsOfBytes = [] {
   };
   using namespace std::string_view_literals;
   mark(" \t\n\v\f\r", blank);
-  mark("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", nameStart | namePart);
-  mark("0123456789-.:", namePart);
-  // TinyXML asks the locale for letters only below 127, where all locales agree; from DEL on,
-  // every byte is a letter to it.
-  markAll(127, 255, nameStart | namePart);
-  mark("<&'\"\0"sv, textEnd);
+  mark("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", nameStart);
+  markAll(127, 255, nameStart);
   mark("/>'\"\0"sv, bareEnd);
   mark(">\0"sv, wordEnd);
   markAll(0x80, 0xFF, beyondAscii);
@@ -71,9 +65,16 @@ int lowered(int letter, Encoding encoding) {
   return encoding == Encoding::utf8 && letter >= 128 ? letter : std::tolower(letter);
 }
 
+// ASCII that differs in more than its case is different in every locale.
+bool sameInAnyCase(char a, char b, Encoding encoding) {
+  if (a == b) return true;
+  bool const perhaps = static_cast<signed char>(a) < 0 || (a ^ b) == 0x20;
+  return perhaps && lowered(a, encoding) == lowered(b, encoding);
+}
+
 bool startsWithAnyCase(char const* p, std::string_view word, Encoding encoding) {
   for (char const letter : word) {
-    if (*p == '\0' || lowered(*p++, encoding) != lowered(letter, encoding)) return false;
+    if (*p == '\0' || !sameInAnyCase(*p++, letter, encoding)) return false;
   }
   return true;
 }
@@ -156,6 +157,9 @@ Encoding encodingNamed(std::string_view name) {
 constexpr std::string_view encodingWord = "encoding";
 constexpr std::string_view declarationWords[] = {"version", encodingWord, "standalone"};
 
+// Text goes on without a closer look from here on: below is white space, and what may be the end.
+constexpr signed char leastInText = ' ' + 1;
+
 // Why something cannot be read, and a text at which TinyXML stops with the same error.
 struct Mistake {
   Fault fault = Fault::none;
@@ -200,9 +204,12 @@ class Scanner {
   bool content();
   bool markup();
   bool element();
-  bool attributes(std::uint32_t element);
-  bool addAttribute(std::uint32_t element);
-  bool emptyTag(std::uint32_t element);
+  bool attributes();
+  bool addAttribute();
+  bool emptyTag();
+  bool endStartTag();
+  void closeTag();
+  bool leaf(std::uint32_t element);
   bool endTag();
   bool refuseEndTag(char* read);
   bool text(char* before);
@@ -232,15 +239,11 @@ class Scanner {
   bool atByteOrderMark() const;
   void skipWord(Kinds ends);
 
-  std::string_view rest() const {
-    return at_ < end_ ? std::string_view(at_, static_cast<std::size_t>(end_ - at_)) : "";
-  }
   std::uint32_t offset(char const* p) const { return static_cast<std::uint32_t>(p - text_); }
   Piece piece(char const* from, char const* to) const {
     return {offset(from), static_cast<std::uint32_t>(to - from)};
   }
   std::uint32_t add(NodeKind kind, char const* at, Piece value);
-  void endStartTag(std::uint32_t element);
 
   bool fail(Mistake mistake, std::string_view found = {});
   bool fail(Fault fault, char const* likeness, std::string_view found = {}) {
@@ -255,7 +258,8 @@ class Scanner {
   Limits const limits_;
   Encoding encoding_ = Encoding::unknown;
   bool const condensed_ = TiXmlBase::IsWhiteSpaceCondensed();
-  bool bare_ = false;  // has the tag being read a value without quotes?
+  std::uint32_t tag_ = TreeBuilder::none;  // the element whose start tag is being read
+  bool bare_ = false;                      // has that tag a value without quotes?
   Scan scan_;
 };
 
@@ -302,31 +306,74 @@ bool Scanner::element() {
   if (builder_.depth() == limits_.depth) return fail(Fault::tooDeep, likeness::element);
   std::uint32_t const element = add(NodeKind::element, at_, piece(end_, end_));
   ++at_;
-  skipWhiteSpace();
+  if (is(at_, beyondAscii)) skipWhiteSpace();
   Piece const read = name();
   if (*at_ == '\0') return fail(Fault::endsInTag, likeness::elementName, tree_.view(read));
   if (read.length == 0) return fail(Fault::noElementName, likeness::elementName);
   tree_.at(element).value = read;
-  builder_.open(element);
-  return attributes(element);
+  tag_ = element;
+  return *at_ == '>' ? endStartTag() : attributes();
 }
 
-bool Scanner::attributes(std::uint32_t element) {
+bool Scanner::attributes() {
   for (;;) {
     skipWhiteSpace();
-    if (*at_ == '>') {
-      ++at_;
-      endStartTag(element);
-      return true;
-    }
-    if (*at_ == '/') return emptyTag(element);
+    if (*at_ == '>') return endStartTag();
+    if (*at_ == '/') return emptyTag();
     if (*at_ == '\0') return fail(Fault::endsInTag, likeness::attribute);
-    if (!addAttribute(element)) return false;
+    if (!addAttribute()) return false;
   }
 }
 
+bool Scanner::emptyTag() {
+  ++at_;
+  if (*at_ != '>') {
+    return fail(*at_ == '\0' ? Fault::endsInTag : Fault::brokenEmptyTag, likeness::emptyTag);
+  }
+  ++at_;
+  closeTag();
+  return true;
+}
+
+bool Scanner::endStartTag() {
+  ++at_;
+  std::uint32_t const element = tag_;
+  closeTag();
+  if (!leaf(element)) builder_.open(element);
+  return true;
+}
+
+// What stands behind the name and behind values without quotes is not needed any more.
+void Scanner::closeTag() {
+  Node const& node = tree_.node(tag_);
+  auto const terminate = [this](Piece piece) { text_[piece.at + piece.length] = '\0'; };
+  terminate(node.value);
+  tag_ = TreeBuilder::none;
+  if (!std::exchange(bare_, false)) return;
+  for (std::uint32_t i = 0; i < node.attributes; ++i) {
+    terminate(tree_.attribute(node.attribute + i).value);
+  }
+}
+
+// Most elements hold a word or a number and nothing else: those are read in one go, where nothing
+// in them needs a closer look. False, with nothing done, for any other.
+bool Scanner::leaf(std::uint32_t element) {
+  char* const end = findStop(at_, '<', leastInText);
+  if (end == at_ || *end != '<' || end[1] != '/') return false;
+  std::string_view const name = tree_.view(tree_.node(element).value);
+  char* const behind = end + 2 + name.size();
+  if (behind >= end_ || *behind != '>' || !sameBytes(end + 2, name.data(), name.size())) {
+    return false;
+  }
+  builder_.addOnlyChild(element, NodeKind::text, piece(at_, end), offset(at_), at_);
+  *end = '\0';
+  at_ = behind + 1;
+  return true;
+}
+
 // TinyXML compares with all earlier names, too; here their number is bounded.
-bool Scanner::addAttribute(std::uint32_t element) {
+bool Scanner::addAttribute() {
+  std::uint32_t const element = tag_;
   char* const start = at_;
   Attribute read{};
   Mistake mistake = attribute(read);
@@ -342,19 +389,8 @@ bool Scanner::addAttribute(std::uint32_t element) {
     mistake.likeness = likeness::element;
     return fail(mistake, tree_.view(read.name));
   }
-  tree_.add(read, rest());
+  tree_.add(read, at_);
   ++tree_.at(element).attributes;
-  return true;
-}
-
-bool Scanner::emptyTag(std::uint32_t element) {
-  ++at_;
-  if (*at_ != '>') {
-    return fail(*at_ == '\0' ? Fault::endsInTag : Fault::brokenEmptyTag, likeness::emptyTag);
-  }
-  ++at_;
-  endStartTag(element);
-  builder_.close();
   return true;
 }
 
@@ -363,7 +399,8 @@ bool Scanner::emptyTag(std::uint32_t element) {
 bool Scanner::endTag() {
   char* const read = at_ += 2;
   std::string_view const open = tree_.view(tree_.node(builder_.innermost()).value);
-  if (!startsWith(read, open)) return refuseEndTag(read);
+  bool const fits = read < end_ && open.size() <= static_cast<std::size_t>(end_ - read);
+  if (!fits || !sameBytes(read, open.data(), open.size())) return refuseEndTag(read);
   at_ = read + open.size();
   skipWhiteSpace();
   if (*at_ != '>') return refuseEndTag(read);
@@ -461,7 +498,7 @@ void Scanner::declare(std::uint32_t node, Attribute const& read) {
       return;
     }
   }
-  tree_.add(read, rest());
+  tree_.add(read, at_);
   ++tree_.at(node).attributes;
 }
 
@@ -541,32 +578,32 @@ Mistake Scanner::bareValue(Piece& value) {
 // quote or the end of the text. White space is condensed to single blanks, with none at the end.
 // False: stopped at a reference that TinyXML gives up on.
 bool Scanner::decode(char stop, bool condense, char*& to) {
-  Kinds const stops = static_cast<Kinds>(textEnd | beyondAscii | (condense ? blank : 0U));
-  char* from = to = at_;
+  signed char const least = condense ? leastInText : 1;
+  char* from = at_;
+  char* written = at_;
   for (;;) {
     char* const run = from;
-    while (!is(from, stops)) ++from;
-    if (to != run) std::memmove(to, run, static_cast<std::size_t>(from - run));
-    to += from - run;
+    from = findStop(from, stop, least);
+    auto const length = static_cast<std::size_t>(from - run);
+    if (written != run) std::memmove(written, run, length);
+    written += length;
     if (*from == stop || *from == '\0') break;
     if (condense && isBlank(from)) {
       do ++from;
       while (isBlank(from));
       if (*from == stop || *from == '\0') break;
-      *to++ = ' ';
+      *written++ = ' ';
     } else if (*from == '&') {
-      char* const behind = decodeReference(from, to);
-      if (behind == nullptr) {
-        at_ = from;
-        return false;
-      }
+      char* const behind = decodeReference(from, written);
+      if (behind == nullptr) break;
       from = behind;
     } else {
-      from = copyCharacter(from, to);
+      from = copyCharacter(from, written);
     }
   }
+  to = written;
   at_ = from;
-  return true;
+  return *from != '&';
 }
 
 // An ampersand that begins no reference is dropped. Null where TinyXML gives up.
@@ -603,9 +640,7 @@ bool Scanner::isAllBlank(char const* from, char const* to) {
 
 Piece Scanner::name() {
   char const* const start = at_;
-  if (is(at_, nameStart)) {
-    while (is(at_, namePart)) ++at_;
-  }
+  if (is(at_, nameStart)) at_ = endOfName(at_ + 1);
   return piece(start, at_);
 }
 
@@ -643,18 +678,7 @@ void Scanner::skipWord(Kinds ends) {
 // ---- Nodes -------------------------------------------------------------------------------------
 
 std::uint32_t Scanner::add(NodeKind kind, char const* at, Piece value) {
-  return builder_.add(kind, value, offset(at), rest());
-}
-
-// What stands behind the name and behind values without quotes is not needed any more.
-void Scanner::endStartTag(std::uint32_t element) {
-  Node const& node = tree_.node(element);
-  auto const terminate = [this](Piece piece) { text_[piece.at + piece.length] = '\0'; };
-  terminate(node.value);
-  if (!std::exchange(bare_, false)) return;
-  for (std::uint32_t i = 0; i < node.attributes; ++i) {
-    terminate(tree_.attribute(node.attribute + i).value);
-  }
+  return builder_.add(kind, value, offset(at), at_);
 }
 
 bool Scanner::fail(Mistake mistake, std::string_view found) {
@@ -663,9 +687,10 @@ bool Scanner::fail(Mistake mistake, std::string_view found) {
   scan_.offset = static_cast<std::size_t>(std::min(at_, end_) - text_);
   scan_.found = found;
   scan_.likeness = mistake.likeness;
-  if (builder_.innermost() != TreeBuilder::none) {
-    scan_.openElement = tree_.view(tree_.node(builder_.innermost()).value);
-    scan_.openAt = tree_.node(builder_.innermost()).offset;
+  std::uint32_t const open = tag_ != TreeBuilder::none ? tag_ : builder_.innermost();
+  if (open != TreeBuilder::none) {
+    scan_.openElement = tree_.view(tree_.node(open).value);
+    scan_.openAt = tree_.node(open).offset;
   }
   return false;
 }

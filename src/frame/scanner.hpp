@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "frame/bytes.hpp"
 #include "frame/tree.hpp"
 
 namespace Kovra::frame {
@@ -33,8 +34,8 @@ struct Limits {
 /// How many zero bytes have to stand behind a text. One would end it, but in UTF-8 TinyXML steps
 /// from a lead byte over as many bytes as that announces without a look at them. A sequence cut by
 /// the end of the text thus carries it past the first zero, at worst (a lead byte of four) onto the
-/// fourth, and only what it finds there stops it.
-inline constexpr std::size_t padding = 4;
+/// fourth, and only what it finds there stops it. From there on whole blocks are read.
+inline constexpr std::size_t padding = 4 + blockSize;
 
 /// Why a text is refused. Apart from the first four, each is a text that TinyXML calls malformed,
 /// and there is no other.

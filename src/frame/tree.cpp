@@ -26,7 +26,8 @@ std::size_t Tree::bound(std::string_view rest) {
   return 2 * marks * sizeof(Node) + (count('=', rest) + 2) * sizeof(Attribute);
 }
 
-Tree::Tree(char const* text, std::span<std::byte> first) noexcept : text_(text) {
+Tree::Tree(char const* text, std::size_t length, std::span<std::byte> first) noexcept
+    : text_(text), length_(length) {
   place(first);
 }
 
@@ -36,6 +37,11 @@ void Tree::place(std::span<std::byte> memory) {
   std::size_t const room = memory.size() & ~(alignof(Attribute) - 1);
   end_ = reinterpret_cast<Attribute*>(memory.data() + room);
   free_ = room - nodeCount_ * sizeof(Node) - attributeCount_ * sizeof(Attribute);
+}
+
+void Tree::moveForAllFrom(char const* at) {
+  auto const read = std::min(static_cast<std::size_t>(at - text_), length_);
+  move(bound({text_ + read, length_ - read}));
 }
 
 // Links are indices, so nodes may lie anywhere.

@@ -64,8 +64,9 @@ class Tree {
   /// mark; an attribute has a `=`, apart from one that a cut declaration ends with.
   static std::size_t bound(std::string_view rest);
 
-  /// A tree over `text`, which has to outlive it, with `first` as the memory to begin with.
-  Tree(char const* text, std::span<std::byte> first) noexcept;
+  /// A tree over the `length` bytes at `text`, which have to outlive it, with `first` as the memory
+  /// to begin with.
+  Tree(char const* text, std::size_t length, std::span<std::byte> first) noexcept;
 
   char const* text() const { return text_; }
   std::span<Node const> nodes() const { return {nodes_, nodeCount_}; }
@@ -77,15 +78,15 @@ class Tree {
   /// The same for those that end at a zero byte.
   char const* terminated(Piece piece) const { return text_ + piece.at; }
 
-  // Building. `rest` is the text from which whatever is still to be added will be made.
+  // Building. What is still to be added will be made of the text from `at` on.
 
-  std::uint32_t add(Node const& node, std::string_view rest) {
-    reserve(sizeof node, rest);
+  std::uint32_t add(Node const& node, char const* at) {
+    reserve(sizeof node, at);
     nodes_[nodeCount_] = node;
     return nodeCount_++;
   }
-  void add(Attribute const& attribute, std::string_view rest) {
-    reserve(sizeof attribute, rest);
+  void add(Attribute const& attribute, char const* at) {
+    reserve(sizeof attribute, at);
     ++attributeCount_;
     end_[-std::int64_t{attributeCount_}] = attribute;
   }
@@ -97,14 +98,17 @@ class Tree {
   }
 
  private:
-  void reserve(std::size_t bytes, std::string_view rest) {
-    if (free_ < bytes) move(bound(rest));
+  void reserve(std::size_t bytes, char const* at) {
+    if (free_ < bytes) [[unlikely]]
+      moveForAllFrom(at);
     free_ -= bytes;
   }
+  void moveForAllFrom(char const* at);
   void move(std::size_t more);
   void place(std::span<std::byte> memory);
 
   char const* text_;
+  std::size_t length_;
   Node* nodes_ = nullptr;
   Attribute* end_ = nullptr;  ///< behind the first attribute: they are stored backwards
   std::size_t free_ = 0;
@@ -121,10 +125,10 @@ class TreeBuilder {
 
   explicit TreeBuilder(Tree& tree) : tree_(tree) {}
 
-  /// Adds a node to the open element. `rest` is what is still to become nodes.
-  std::uint32_t add(NodeKind kind, Piece value, std::uint32_t offset, std::string_view rest = {}) {
+  /// Adds a node to the open element. What comes behind it will be made of the text from `at` on.
+  std::uint32_t add(NodeKind kind, Piece value, std::uint32_t offset, char const* at) {
     std::uint32_t const node =
-        tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, rest);
+        tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, at);
     if (previous_ != none) {
       tree_.at(previous_).next = node;
     } else if (open_ != none) {
@@ -132,6 +136,13 @@ class TreeBuilder {
     }
     previous_ = node;
     return node;
+  }
+
+  /// Adds the only child of the element that was added last, which is not opened.
+  void addOnlyChild(std::uint32_t element, NodeKind kind, Piece value, std::uint32_t offset,
+                    char const* at) {
+    tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, at);
+    tree_.at(element).hasChild = true;
   }
 
   /// Opens the element that was added last.

@@ -53,7 +53,8 @@ class Scanned {
  public:
   explicit Scanned(std::string_view text)
       : bytes_(text.size() + padding),
-        tree_((std::copy(text.begin(), text.end(), bytes_.begin()), bytes_.data()), {}),
+        tree_((std::copy(text.begin(), text.end(), bytes_.begin()), bytes_.data()), text.size(),
+              {}),
         scan_(scan(bytes_.data(), text.size(), tree_)) {}
 
   Scan const* operator->() const { return &scan_; }

@@ -253,7 +253,7 @@ inline Outcome byScanner(std::string_view text, std::size_t memory, std::size_t 
   auto const block = std::make_unique<char[]>(text.size() + frame::padding);
   std::copy(text.begin(), text.end(), block.get());
   auto const room = std::make_unique<std::byte[]>(memory);
-  frame::Tree tree(block.get(), {room.get(), memory});
+  frame::Tree tree(block.get(), text.size(), {room.get(), memory});
   frame::Scan const scanned = frame::scan(block.get(), text.size(), tree, limits);
   if (frame::isHostile(scanned.fault)) return {false, true, ""};
   if (scanned.fault != frame::Fault::none) {

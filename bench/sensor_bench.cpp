@@ -12,13 +12,12 @@ int const sensorInformation = registered("sensor_information", [](benchmark::Sta
   std::wstring const text = widened(narrow);
   Kovra::KVXSensorParser parser;
   Kovra::KVSensorInfo record{};
-  compare(
-      state,
-      [&] {
-        benchmark::DoNotOptimize(
-            parser.ParseSensorInfo(text.front(), static_cast<int>(text.size()), record));
-      },
-      bareParse(narrow));
+  compare(state,
+          [&] {
+            benchmark::DoNotOptimize(
+                parser.ParseSensorInfo(text.front(), static_cast<int>(text.size()), record));
+          },
+          {bareParse(narrow)});
 });
 
 }  // namespace

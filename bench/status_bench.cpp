@@ -15,14 +15,13 @@ void entryAgainstBareParse(benchmark::State& state, std::string const& narrow,
   std::wstring const text = widened(narrow);
   Kovra::KVXStatusParser parser;
   Record record{};
-  compare(
-      state,
-      [&] {
-        prepare(record);
-        benchmark::DoNotOptimize(
-            (parser.*entry)(text.front(), static_cast<int>(text.size()), record));
-      },
-      bareParse(narrow));
+  compare(state,
+          [&] {
+            prepare(record);
+            benchmark::DoNotOptimize(
+                (parser.*entry)(text.front(), static_cast<int>(text.size()), record));
+          },
+          {bareParse(narrow)});
 }
 
 /// The same on a sample, with a record that needs no preparing.

@@ -1,10 +1,11 @@
-// The configuration: reading against a bare TinyXML parse, writing against the same tree built by
-// hand with TinyXML alone, and what the debugging copy costs.
+// The configuration: reading against a bare TinyXML parse and readers by hand, writing against the
+// same tree built by hand with TinyXML alone, and what the debugging copy costs.
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include "frame/output.hpp"
 #include "kvxconfigparser.h"
 #include "kvxsetconfig.h"
+#include "readers/sides.hpp"
 #include "support/bench_support.hpp"
 #include "support/by_hand.hpp"
 
@@ -175,12 +177,25 @@ void requireTheSameDocument(_KVConfiguration const& config) {
   require(ours == theirs, "the configuration written by hand is another one");
 }
 
-int const reading = registered("configuration_reading", [](benchmark::State& state) {
+/// The library's entry is given the narrow text, and so are the others. What they leave is no
+/// configuration: it is compared with what the walk over TinyXML leaves.
+int const reading = registered("configuration", [](benchmark::State& state) {
   SilentStandardError const silent;
   std::string const narrow = sample("config/full.xml");
   auto const config = std::make_unique<_KVConfiguration>();
   KVXConfigParser parser;
-  compare(state, [&] { parser.GetConfiguration(narrow.c_str(), 0, *config); }, {bareParse(narrow)});
+  auto const settings = std::make_unique<Settings>();
+  auto const expected = std::make_unique<Settings>();
+  require(readerOverTinyxml.configuration(narrow, *expected) && expected->count > 100,
+          "no settings to compare with");
+  auto const read = [&](Reader const& reader) { return reader.configuration(narrow, *settings); };
+  auto const same = [&](Reader const& reader) {
+    *settings = {};
+    return read(reader) && std::memcmp(settings.get(), expected.get(), sizeof *settings) == 0;
+  };
+  compare(
+      state, [&] { parser.GetConfiguration(narrow.c_str(), 0, *config); },
+      againstOtherReaders(narrow, read, same));
 });
 
 int const writing = registered("configuration_writing", [](benchmark::State& state) {

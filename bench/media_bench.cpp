@@ -1,13 +1,16 @@
-// The media catalogue: reading against a bare TinyXML parse, writing against the same tree built by
-// hand with TinyXML alone, and how the time of both grows: `card_us`, the time for one card, stays
-// the same from 10 cards to 10,000.
+// The media catalogue: reading against a bare TinyXML parse and readers by hand, writing against
+// the same tree built by hand with TinyXML alone, and how the time of both grows: `card_us`, the
+// time for one card, stays the same from 10 cards to 10,000.
 
+#include <algorithm>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "kvxmediaparser.h"
 #include "kvxsetmedia.h"
+#include "readers/sides.hpp"
 #include "support/bench_support.hpp"
 #include "support/by_hand.hpp"
 
@@ -80,14 +83,39 @@ void writeCards(_KVMediaInfo const& media, wchar_t* out, std::size_t length) {
   print(document, out, length);
 }
 
+void readAgainst(benchmark::State& state, std::string const& text, Sides const& others) {
+  compare(
+      state,
+      [&] {
+        Media const media = built();
+        read(text, *media);
+        benchmark::DoNotOptimize(media->cards->size());
+      },
+      others);
+}
+
 void readAgainstBareParse(benchmark::State& state, std::string const& text) {
-  compare(state,
-          [&] {
-            Media const media = built();
-            read(text, *media);
-            benchmark::DoNotOptimize(media->cards->size());
-          },
-          {bareParse(text)});
+  readAgainst(state, text, {bareParse(text)});
+}
+
+bool sameCards(_KVMediaInfo const& left, _KVMediaInfo const& right) {
+  return std::equal(
+      left.cards->begin(), left.cards->end(), right.cards->begin(), right.cards->end(),
+      [](_CardInfo const* a, _CardInfo const* b) { return std::memcmp(a, b, sizeof *a) == 0; });
+}
+
+void readAgainstOtherReaders(benchmark::State& state, std::string const& text) {
+  Media const expected = built();
+  read(text, *expected);
+  auto const readByHand = [&](Reader const& reader) {
+    Media const media = built();
+    return reader.cards(text, *media);
+  };
+  auto const same = [&](Reader const& reader) {
+    Media const media = built();
+    return reader.cards(text, *media) && sameCards(*media, *expected);
+  };
+  readAgainst(state, text, againstOtherReaders(text, readByHand, same));
 }
 
 void writeAgainstByHand(benchmark::State& state, std::string const& text) {
@@ -113,6 +141,10 @@ void perCard(benchmark::State& state, int cards) {
 
 int const reading = registered("media_read", [](benchmark::State& state) {
   readAgainstBareParse(state, sample("media/full.xml"));
+});
+
+int const manyCards = registered("media_cards_200", [](benchmark::State& state) {
+  readAgainstOtherReaders(state, catalogueOf(200));
 });
 
 int const writing = registered("media_write", [](benchmark::State& state) {

@@ -1,6 +1,10 @@
-// The wide entries of the status replies against a bare TinyXML parse of the same narrow text.
+// The wide entries of the status replies against a bare TinyXML parse of the same narrow text, and
+// the general status against readers by hand, too.
+
+#include <cstring>
 
 #include "kvxstatusparser.h"
+#include "readers/sides.hpp"
 #include "support/bench_support.hpp"
 
 namespace {
@@ -32,7 +36,22 @@ void entryAgainstBareParse(benchmark::State& state, char const* path,
 }
 
 int const generalStatus = registered("general_status", [](benchmark::State& state) {
-  entryAgainstBareParse(state, "status/printing.xml", &Kovra::KVXStatusParser::ParseStatus);
+  std::string const narrow = sample("status/printing.xml");
+  std::wstring const text = widened(narrow);
+  Kovra::KVXStatusParser parser;
+  Kovra::KVGeneralStatus ours{};
+  Kovra::KVGeneralStatus theirs{};
+  auto const readOurs = [&] {
+    benchmark::DoNotOptimize(parser.ParseStatus(text.front(), static_cast<int>(text.size()), ours));
+  };
+  auto const read = [&](Reader const& reader) { return reader.generalStatus(text, theirs); };
+  auto const same = [&](Reader const& reader) {
+    std::memset(&ours, 0x5A, sizeof ours);
+    std::memset(&theirs, 0x5A, sizeof theirs);
+    readOurs();
+    return read(reader) && std::memcmp(&ours, &theirs, sizeof ours) == 0;
+  };
+  compare(state, readOurs, againstOtherReaders(narrow, read, same));
 });
 
 int const jobStatus = registered("job_status", [](benchmark::State& state) {

@@ -104,7 +104,7 @@ struct KOVRA_EXPORT Note {
 /// Why a value could not go into a record, or a record into a document.
 struct KOVRA_EXPORT Problem {
   std::string path;      ///< of the value within the record: "wireless.ssid", "cards[0].type"
-  std::string found;     ///< what stands there
+  std::string found;     ///< what stands there; of a value marked as a secret, only its kind
   std::string expected;  ///< what would be right
 
   /// One sentence: `wireless.channel: found "six"; expected a whole number ...`.
@@ -165,7 +165,8 @@ KOVRA_EXPORT Decoding decode(char const* text, std::size_t length, std::string c
 // Composing: a record as a reading shows it, or as a person wrote it, becomes the document that the
 // printer accepts. Keys are the members' names; a member that is left out stays zero; a keyword may
 // be given as its code, its word, or both as a reading shows them. Whatever does not fit is a
-// problem, and then no document is made. No debugging copy is written.
+// problem, and then no document is made; so is a text that is no UTF-8, or that holds a control
+// character that XML lacks. No debugging copy is written.
 
 /// What became of a record. Born failed.
 struct KOVRA_EXPORT Composition {

@@ -36,7 +36,7 @@ inline Assigned fail(Problem& problem, std::string found, std::string expected) 
   return Assigned::failed;
 }
 
-/// A value in a few words, for problems.
+/// A value in a few words, for problems. Of a secret one only its kind and a text's length.
 std::string described(Value const& value);
 
 template <class Number>
@@ -82,17 +82,19 @@ Assigned assignFlag(Flag& out, Value const& value, Problem& problem) {
   return Assigned::done;
 }
 
+/// Done when the value is a text of at most `longest` bytes that a document can carry: UTF-8,
+/// without the control characters that XML lacks. TinyXML would write them as references that no
+/// parser has to take.
+Assigned checkText(Value const& value, std::size_t longest, Problem& problem);
+
 /// The rest of the array is cleared, so that a record made from values holds nothing else.
 template <std::size_t N>
 Assigned assignText(char (&out)[N], Value const& value, Problem& problem) {
-  if (value.kind != Value::Kind::text) return fail(problem, described(value), "a text");
-  if (value.text.size() >= N || value.text.find('\0') != std::string::npos) {
-    return fail(problem, described(value),
-                "a text of at most " + std::to_string(N - 1) + " bytes, none of them NUL");
-  }
+  Assigned const result = checkText(value, N - 1, problem);
+  if (result != Assigned::done) return result;
   std::memset(out, 0, N);
   std::memcpy(out, value.text.data(), value.text.size());
-  return Assigned::done;
+  return result;
 }
 
 /// A keyword is its code, its word, or both as a reading shows them; then the code counts.
@@ -104,7 +106,8 @@ Assigned assignKeyword(Code& out, Value const& value, Vocabulary const& words, P
   Assigned const result = codeFrom(code, value, words, problem);
   if (result != Assigned::done) return result;
   if (static_cast<int>(static_cast<Code>(code)) != code) {
-    return fail(problem, std::to_string(code), "a code that the member can hold");
+    return fail(problem, value.secret ? "a code" : std::to_string(code),
+                "a code that the member can hold");
   }
   out = static_cast<Code>(code);
   return result;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,6 +73,100 @@ TEST(AssignedValues, ThatDoNotFitAreProblemsAndNothingIsStored) {
   Value inner = watched("<inner><depth>3</depth></inner>").shown.members[0].value;
   inner.members[0].value = shown(true);
   EXPECT_EQ(problemWith("inner", inner).path, "inner.depth");
+}
+
+Value secret(Value value) {
+  value.secret = true;
+  return value;
+}
+
+TEST(AssignedValues, ThatAreSecretsAreNotTold) {
+  using std::string_view;
+  EXPECT_EQ(problemWith("whole", secret(shown(string_view("hush")))).found, "a text of 4 bytes");
+  EXPECT_EQ(problemWith("whole", secret(shown(true))).found, "a flag");
+  EXPECT_EQ(problemWith("whole", secret(shown(2147483648L))).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(shown(2147483648UL))).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(shown(1.5F))).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(shownKeyword(1, "hush", false))).found, "a keyword");
+  EXPECT_EQ(problemWith("word", secret(shown(string_view("hush")))).found, "a text of 4 bytes");
+  EXPECT_EQ(problemWith("whole", secret(Value())).found, "nothing");
+}
+
+TEST(AssignedKeywords, ThatDoNotFitAreToldByTheirCodeUnlessTheyAreSecrets) {
+  signed char code = 5;
+  Problem problem;
+  EXPECT_EQ(assignKeyword(code, shown(128), words, problem), Assigned::failed);
+  EXPECT_EQ(problem.found, "128");
+  EXPECT_EQ(problem.expected, "a code that the member can hold");
+  EXPECT_EQ(assignKeyword(code, secret(shown(128)), words, problem), Assigned::failed);
+  EXPECT_EQ(problem.found, "a code");
+  EXPECT_EQ(code, 5);
+}
+
+TEST(AssignedKeywords, AreWordsToTheirEnd) {
+  int code = 5;
+  Problem problem;
+  Value const cut = shown(std::string_view("dual\0more", 9));
+  EXPECT_EQ(assignKeyword(code, cut, words, problem), Assigned::failed);
+  EXPECT_EQ(code, 5);
+}
+
+/// What assigning `text` to an array of 8 gives: the text, or what was found.
+std::string assigned(std::string const& text) {
+  char out[8];
+  std::memset(out, 'm', sizeof out);
+  Problem problem;
+  if (assignText(out, shown(std::string_view(text)), problem) == Assigned::failed) {
+    EXPECT_EQ(std::string(out, sizeof out), "mmmmmmmm") << text;
+    return problem.found + "; " + problem.expected;
+  }
+  for (std::size_t i = text.size(); i < sizeof out; ++i) EXPECT_EQ(out[i], '\0') << text;
+  return out;
+}
+
+TEST(AssignedTexts, AreUtf8) {
+  for (std::string const text : {"", "1234567", "\x7f", "\xc2\x80", "\xdf\xbf", "\xe0\xa0\x80",
+                                 "\xed\x9f\xbf", "\xee\x80\x80", "\xef\xbf\xbd", "\xf0\x90\x80\x80",
+                                 "\xf4\x8f\xbf\xbf", "a\xc3\xa9z\xe2\x82\xac"}) {
+    EXPECT_EQ(assigned(text), text);
+  }
+  for (std::string const text : {"\x80",
+                                 "\xbf",
+                                 "a\xff",
+                                 "\xfe",
+                                 "\xc0\x80",
+                                 "\xc1\xbf",
+                                 "\xc2",
+                                 "\xc2z",
+                                 "\xc2\xc2\x80",
+                                 "\xe0\x9f\xbf",
+                                 "\xe2\x82",
+                                 "\xe2\x82z",
+                                 "\xed\xa0\x80",
+                                 "\xed\xbf\xbf",
+                                 "\xf0\x8f\xbf\xbf",
+                                 "\xf0\x9f\x98",
+                                 "\xf4\x90\x80\x80",
+                                 "\xf5\x80\x80\x80",
+                                 "\xf8\x88\x80\x80\x80",
+                                 "\xe9t\xe9"}) {
+    EXPECT_EQ(assigned(text), "a text that is no UTF-8; a text in UTF-8");
+  }
+}
+
+TEST(AssignedTexts, HoldOnlyCharactersThatXmlHas) {
+  for (char32_t code = 1; code < 0x20; ++code) {
+    std::string const text = "a" + std::string(1, static_cast<char>(code));
+    bool const inXml = code == '\t' || code == '\n' || code == '\r';
+    EXPECT_EQ(assigned(text), inXml ? text
+                                    : "a text with a character that XML cannot carry; a text "
+                                      "without control characters other than tabs and line ends")
+        << static_cast<unsigned>(code);
+  }
+  EXPECT_EQ(assigned("\xc2\x85"), "\xc2\x85") << "XML has those of this range";
+  for (char const* const none : {"\xef\xbf\xbe", "\xef\xbf\xbf"}) {
+    EXPECT_EQ(assigned(none).substr(0, 21), "a text with a charact");
+  }
 }
 
 TEST(AssignedValues, UnderAnUnknownKeyAreToldTheKnownOnes) {

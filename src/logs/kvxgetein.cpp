@@ -1,6 +1,7 @@
 #include "kvxgetein.h"
 
 #include "frame/reply.hpp"
+#include "frame/secret.hpp"
 #include "logs/logs_replies.hpp"
 
 namespace Kovra {
@@ -9,10 +10,11 @@ namespace {
 
 using namespace frame;
 
+/// Whoever has a track has the card.
 constexpr Field<__GETTRACK> tracks[] = {
-    text<&__GETTRACK::track1>("track1"),
-    text<&__GETTRACK::track2>("track2"),
-    text<&__GETTRACK::track3>("track3"),
+    secretText<&__GETTRACK::track1>("track1"),
+    secretText<&__GETTRACK::track2>("track2"),
+    secretText<&__GETTRACK::track3>("track3"),
 };
 static_assert(namesAreUnique(tracks));
 
@@ -25,8 +27,8 @@ constexpr char const* stripeRoots[] = {"data"};
 using StripeReading = TableReading<stripe>;
 
 constexpr ReplyReader replies[] = {
-    reader<__GETTRACK, StripeReading>("magnetic-tracks", "tracks read from a magnetic stripe",
-                                      stripeRoots),
+    secretReader<__GETTRACK, StripeReading>("magnetic-tracks", "tracks read from a magnetic stripe",
+                                            stripeRoots),
 };
 
 }  // namespace

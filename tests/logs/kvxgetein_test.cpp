@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "kovra.hpp"
 #include "support/records.hpp"
 #include "support/status_reply.hpp"
 #include "support/tree.hpp"
@@ -134,6 +135,25 @@ TEST(MagneticTracks, ElementReaderDoesNotAskForTheNameOfItsElement) {
   Tree tree("<any><track2>2</track2></any>");
   EXPECT_TRUE(KVXGetEIN().parseTrack(tree.root(), record));
   EXPECT_TRUE(same(record, expected));
+}
+
+TEST(MagneticTracks, AreSecretsAndStandInNoNote) {
+  std::string const data = ";4711=2811?";
+  std::string const xml = element(
+      "data", mag(element("track1", data) + element("track2", data + std::string(300, '0')) +
+                  element("track3", "") + element("track4", data)));
+  Decoding const decoding = decode(xml.data(), xml.size());
+  ASSERT_EQ(decoding.readings.size(), 1U) << decoding.description();
+  ASSERT_EQ(decoding.readings[0].record.members.size(), 2U);
+  for (Member const& track : decoding.readings[0].record.members) {
+    EXPECT_TRUE(track.value.secret) << track.name;
+    EXPECT_EQ(track.value.text.substr(0, data.size()), data) << track.name;
+  }
+  ASSERT_EQ(decoding.notes.size(), 3U) << "cut, empty, unknown";
+  for (Note const& note : decoding.notes) {
+    EXPECT_EQ(note.found + note.kept, "");
+    EXPECT_EQ(note.description().find("4711"), std::string::npos) << note.description();
+  }
 }
 
 TEST(KVXGetEIN, HasEveryOperationWithItsSignature) {

@@ -157,7 +157,8 @@ void describe(CLI::App& command, Options& options) {
       ->option_text("NAME")
       ->check(checkDocument);
   command.add_flag("--show-secrets", options.showSecrets,
-                   "Show keys and pass phrases, not ****** in their place");
+                   "Show keys, pass phrases and track data, not ******\n"
+                   "in their place");
   auto* const list = command
                          .add_option("--files-from", options.list,
                                      "Then the replies that this file names, one on each\n"

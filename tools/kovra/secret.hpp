@@ -1,5 +1,5 @@
 /// @file
-/// Keys and pass phrases are not shown unasked, neither to people nor to programs.
+/// Keys, pass phrases and track data are not shown unasked, neither to people nor to programs.
 
 #ifndef KOVRA_TOOL_SECRET_HPP
 #define KOVRA_TOOL_SECRET_HPP

@@ -27,6 +27,11 @@ kovra compose configuration --sections lcd_contrast <full.json
 expect 0 "$contrast" ""
 kovra compose configuration - --sections=lcd_contrast <full.json
 expect 0 "$contrast" ""
+kovra compose configuration --sections lcd_contrast full.json
+expect 0 "$contrast" ""
+kovra compose configuration --sections lcd_contrast --sections physical_address full.json
+expectStatus 0
+holds "standard output" '*<physical_address>*<lcd_contrast *' "$out"
 kovra compose configuration record.json --sections cards,ethernet --card 2
 expectStatus 0
 holds "standard output" '*<description>Visitor badge</description>*' "$out"

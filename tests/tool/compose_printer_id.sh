@@ -27,6 +27,9 @@ echo '{"printer_serial": -1}' >wrong.json
 kovra compose printer-id wrong.json --fields model
 expect 1 "" 'wrong.json: printer_serial: found -1; expected a whole number from 0 to 4294967295'
 
+kovra compose printer-id --fields model full.json
+expect 0 "$(document "$model")" ""
+
 kovra compose printer-id full.json --fields serial
 expectStatus 2
 kovra compose printer-id full.json

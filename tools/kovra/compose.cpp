@@ -90,7 +90,14 @@ bool holdsNoMask(Value const& value, std::string const& path, Problem& problem) 
 
 std::string listed(std::vector<std::string> const& names) {
   std::string list;
-  for (std::string const& name : names) list += (list.empty() ? "" : ", ") + name;
+  constexpr std::size_t width = 56;
+  std::size_t column = 0;
+  for (std::string const& name : names) {
+    bool const fits = column + name.size() + sizeof ", " <= width;
+    if (!list.empty()) list += fits ? ", " : ",\n";
+    column = (fits ? column : 0) + name.size() + sizeof ", " - 1;
+    list += name;
+  }
   return list;
 }
 

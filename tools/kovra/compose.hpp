@@ -47,7 +47,7 @@ class Composing {
 /// for one. False, with the problem, when `value`, which stands at `path`, is or holds one.
 bool holdsNoMask(Value const& value, std::string const& path, Problem& problem);
 
-/// The names in one line, for the help.
+/// The names in lines that are not too long for the help.
 std::string listed(std::vector<std::string> const& names);
 
 // The kinds.

@@ -31,18 +31,21 @@ void addComposeConfiguration(CLI::App& compose, ExitStatus& status) {
   CLI::App& command = composing.command();
   command
       .add_option("--sections", choice->sections,
-                  "What is set, separated by commas: " + listed(configurationSections()))
+                  "What is set, separated by commas:\n" + listed(configurationSections()))
       ->option_text("NAME,...")
       ->delimiter(',')
+      ->allow_extra_args(false)  // what follows is the record
       ->required()
       ->check(CLI::IsMember(configurationSections()));
   command
       .add_option("--card", choice->card,
-                  "The section cards alone, with the first or the second card alone")
+                  "The section cards alone, with the first or the second\n"
+                  "card alone")
       ->option_text("1|2")
       ->check(CLI::IsMember({1, 2}));
   command.add_flag("--filmless", choice->filmless,
-                   "The printer works without transfer film: leave out what belongs to it");
+                   "The printer works without transfer film: leave out what\n"
+                   "belongs to it");
   command.footer(R"(Ribbon and film are described by "ribbonNameCode", a code or a name ("YMCKO");
 the "description" that 'kovra decode' shows is not sent.
 

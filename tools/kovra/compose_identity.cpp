@@ -9,9 +9,10 @@ void addComposePrinterId(CLI::App& compose, ExitStatus& status) {
   auto const fields = std::make_shared<std::vector<std::string>>();
   composing.command()
       .add_option("--fields", *fields,
-                  "What is set, separated by commas: " + listed(printerIdFields()))
+                  "What is set, separated by commas:\n" + listed(printerIdFields()))
       ->option_text("NAME,...")
       ->delimiter(',')
+      ->allow_extra_args(false)  // what follows is the record
       ->required()
       ->check(CLI::IsMember(printerIdFields()));
   composing.command().footer(R"(Example:

@@ -61,7 +61,7 @@ echo '{"fonts": [{}, {"style": "oblique"}]}' >bad.json
 kovra compose capabilities bad.json
 expectStatus 1
 same "standard output" "" "$out"
-holds "the message" 'bad.json: fonts\[1\].style: found "oblique"; expected *regular, bold, italic, none
+holds "the message" 'bad.json: error: fonts\[1\].style: found a text of 7 bytes; expected *regular, bold, italic, none
 ' "$err"
 kovra compose capabilities --only printer "$caps"
 expectStatus 2
@@ -91,7 +91,7 @@ echo '{"cards": [{"transfer_temps": {"top_single": {"min": "low"}}}]}' >bad.json
 kovra compose media bad.json
 expectStatus 1
 same "standard output" "" "$out"
-holds "the message" 'bad.json: cards\[0\].transfer_temps.top_single.min: found "low"; expected *
+holds "the message" 'bad.json: error: cards\[0\].transfer_temps.top_single.min: found a text of 3 bytes; expected *
 ' "$err"
 
 finish

@@ -39,7 +39,7 @@ holds "standard output" '*<description>Visitor badge</description>*' "$out"
 
 # A masked key is no key. Where it is not sent it does not matter.
 kovra compose configuration masked.json --sections wireless
-expect 1 "" 'masked.json: readings[0].record.wireless.key: found a masked secret; expected the secret itself, as '\''kovra decode --show-secrets'\'' shows it'
+expect 1 "" 'masked.json: error: readings[0].record.wireless.key: found a masked secret; expected the secret itself, as '\''kovra decode --show-secrets'\'' shows it'
 kovra compose configuration masked.json --sections lcd_contrast
 expect 0 "$contrast" ""
 kovra compose configuration full.json --sections wireless
@@ -50,21 +50,21 @@ holds "standard output" '*<key>seven red umbrellas</key>*' "$out"
 refused() {  # jq program, expected line behind the name of the file
   jq "$1" record.json >wrong.json
   kovra compose configuration wrong.json --sections standby_timeout
-  expect 1 "" "wrong.json: $2"
+  expect 1 "" "wrong.json: error: $2"
 }
 refused '.wireless.channel = "six"' \
-  'wireless.channel: found "six"; expected a whole number from -2147483648 to 2147483647'
+  'wireless.channel: found a text of 3 bytes; expected a whole number from -2147483648 to 2147483647'
 refused '.standby_timeout = 2147483648' \
-  'standby_timeout: found 2147483648; expected a whole number from -2147483648 to 2147483647'
+  'standby_timeout: found a number; expected a whole number from -2147483648 to 2147483647'
 refused '.ocp_language.name = "x" * 64' \
   'ocp_language.name: found a text of 64 bytes; expected a text of at most 63 bytes, none of them NUL'
 refused '.cards[1].cardFeatures.chip = true' \
   'cards[1].cardFeatures.chip: found an unknown key; expected one of: mag_stripe, contact_encode, non_contact_encode'
 refused '.cards += [{}]' 'cards: found a list of 3; expected at most 2 entries'
 refused '.physical_address = "02:00"' \
-  'physical_address: found "02:00"; expected six hexadecimal bytes with colons between them'
+  'physical_address: found a text of 5 bytes; expected six hexadecimal bytes with colons between them'
 refused '.feeder_mode = "tray"' \
-  'feeder_mode: found "tray"; expected one of: hopper, manual, auto, alreadyinprinter'
+  'feeder_mode: found a text of 4 bytes; expected one of: hopper, manual, auto, alreadyinprinter'
 refused '.takeup_motor.S0.val = null' 'takeup_motor.S0.val: found nothing; expected a number'
 refused '[.]' 'found a list; expected an object'
 
@@ -73,19 +73,19 @@ echo '{"standby_timeout": }' >broken.json
 kovra compose configuration broken.json --sections standby_timeout
 expectStatus 1
 same "standard output" "" "$out"
-holds "standard error" 'broken.json:1:21: malformed JSON: *' "$err"
+holds "standard error" 'broken.json:1:21: error: malformed JSON: *' "$err"
 "$tool" decode --format json "$samples/identity/full.xml" >identity.json
 kovra compose configuration identity.json --sections standby_timeout
-expect 1 "" 'identity.json: readings: found printer-id; expected configuration'
+expect 1 "" 'identity.json: error: readings: found printer-id; expected configuration'
 head -c 100000 /dev/zero | tr '\0' '[' >deep.json
 kovra compose configuration deep.json --sections standby_timeout
 expectStatus 1
 kovra compose configuration missing.json --sections standby_timeout
-expect 3 "" 'missing.json: No such file or directory'
+expect 3 "" 'missing.json: error: No such file or directory'
 
 # Choices.
 kovra compose configuration record.json --sections standby_timeout --card 1
-expect 1 "" 'record.json: sections: found no cards; expected the section cards, of which one card was chosen'
+expect 1 "" 'record.json: error: sections: found no cards; expected the section cards, of which one card was chosen'
 for wrong in "--sections nothing" "--sections cards --card 3" "--sections cards --card 0" ""; do
   # shellcheck disable=SC2086 # words
   kovra compose configuration record.json $wrong

@@ -22,10 +22,10 @@ jq '.readings[0].record' full.json | "$tool" compose printer-id --fields model >
 
 echo '{"printer_model": 500}' >wrong.json
 kovra compose printer-id wrong.json --fields model
-expect 1 "" 'wrong.json: printer_model: found 500; expected a text'
+expect 1 "" 'wrong.json: error: printer_model: found a number; expected a text'
 echo '{"printer_serial": -1}' >wrong.json
 kovra compose printer-id wrong.json --fields model
-expect 1 "" 'wrong.json: printer_serial: found -1; expected a whole number from 0 to 4294967295'
+expect 1 "" 'wrong.json: error: printer_serial: found a number; expected a whole number from 0 to 4294967295'
 
 kovra compose printer-id --fields model full.json
 expect 0 "$(document "$model")" ""

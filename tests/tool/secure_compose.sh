@@ -111,7 +111,7 @@ refused keys-change '{"current_passkey": "hush"}' '*found no key;*'
 refused keys-change '{"current_passkey": "hush", "new_printer_lock_key": "hush"}' \
   '*current_printer_lock_key: found nothing;*'
 refused keys-change '{"current_passkey": "hush", "new_passkey": "hush"}' '*new_passkey: found a value;*'
-refused secure-request '{"action": "open_the_lid"}' '*action: found "open_the_lid"; expected one of: *'
+refused secure-request '{"action": "open_the_lid"}' '*action: found a text of 12 bytes; expected one of: *'
 refused nonce '{"nonce": "01234567890123456789012345678901"}' '*nonce: found *; expected a text of at most 31 *'
 refused keys '{"printer_lock_key": "hush' '*malformed JSON*'
 

@@ -27,6 +27,8 @@ wrong "--format: json not in {words,dict}" "kovra vocabulary" vocabulary --forma
 for size in 0 -1 010 0x10 1e6 10M 99999999999999999999; do
   wrong "--max-size: \"$size\" is no number of bytes above 0" "kovra decode" \
     decode "--max-size=$size" minimal.xml
+  wrong "--max-size: \"$size\" is no number of bytes above 0" "kovra compose media" \
+    compose media "--max-size=$size" minimal.xml
 done
 kovra decode --as
 expectStatus 2
@@ -43,7 +45,7 @@ holds "standard error" '*--\\x1b\[2J*' "$err"
 kovra --version
 expectStatus 0
 holds "standard output" 'kovra [0-9]*.[0-9]*.[0-9]*' "$out"
-for command in "" decode list vocabulary; do
+for command in "" decode compose "compose media" "compose configuration" list vocabulary; do
   # shellcheck disable=SC2086 # none for none
   kovra $command --help
   expectStatus 0

@@ -1,9 +1,9 @@
 #include "compose.hpp"
 
 #include <cstddef>
+#include <new>
 #include <utility>
 
-#include "input.hpp"
 #include "output.hpp"
 #include "record.hpp"
 #include "secret.hpp"
@@ -12,10 +12,7 @@ namespace Kovra::tool {
 
 namespace {
 
-/// Far more than any record needs.
-constexpr std::size_t maxSize = std::size_t{64} << 20U;
-
-/// "record.json: readings[0].record.wireless.channel: found "six"; expected ..."
+/// "readings[0].record.wireless.channel: found a text of 3 bytes; expected ..."
 std::string sentence(Problem problem, std::string const& where) {
   if (!where.empty()) problem.path = where + (problem.path.empty() ? "" : ".") + problem.path;
   return problem.description();
@@ -30,25 +27,27 @@ std::string document(Record const& record, Composer const& compose) {
   return std::move(composition.text);
 }
 
-std::string prefix(std::string const& file, Place place) {
-  std::string out = inputName(file) + ':';
-  if (place.line != 0) {
-    out += std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
-  }
-  return out + ' ';
+ExitStatus refuse(ExitStatus status, std::string const& file, Place place, std::string const& why) {
+  complain(messagePrefix(file, place, "error") + why);
+  return status;
 }
 
-ExitStatus composeFrom(std::string const& file, std::string const& name,
-                       Composer const& compose) try {
-  InputReader reader(maxSize);
-  print(document(recordFrom(reader.read(file), name), compose));
+/// The text itself is given back at once.
+Record read(Input const& input, std::string const& name) {
+  InputReader reader(input.maxSize);
+  return recordFrom(reader.read(input.file), name);
+}
+
+/// Whatever fails here is told with the name of the file: it is the one that somebody has to mend.
+ExitStatus composeFrom(Input const& input, std::string const& name, Composer const& compose) try {
+  print(document(read(input, name), compose));
   return ExitStatus::good;
 } catch (RecordFailure const& failure) {
-  complain(prefix(file, failure.place()) + failure.what());
-  return ExitStatus::refused;
+  return refuse(ExitStatus::refused, input.file, failure.place(), failure.why());
 } catch (InputFailure const& failure) {
-  complain(prefix(file, {}) + failure.what());
-  return failure.status();
+  return refuse(failure.status(), input.file, {}, failure.what());
+} catch (std::bad_alloc const&) {
+  return refuse(ExitStatus::refused, input.file, {}, "not enough memory");
 }
 
 }  // namespace
@@ -57,17 +56,19 @@ Composing::Composing(CLI::App& compose, std::string const& name, std::string con
                      std::string document)
     : command_(compose.add_subcommand(name, description)),
       document_(std::move(document)),
-      file_(std::make_shared<std::string>(standardInput)) {
+      input_(std::make_shared<Input>()) {
   command_
-      ->add_option("RECORD", *file_,
-                   "The record as JSON: what 'kovra decode --format json' prints, or its\n"
-                   "\"record\" alone (default: '-', standard input)")
+      ->add_option("RECORD", input_->file,
+                   "The record as JSON: what 'kovra decode --format json'\n"
+                   "prints, or its \"record\" alone (default: '-', standard\n"
+                   "input)")
       ->option_text(" ");
+  addMaxSize(*command_, input_->maxSize, "Refuse a larger record");
 }
 
 void Composing::run(ExitStatus& status, Composer compose) {
-  command_->callback([&status, file = file_, document = document_, compose = std::move(compose)] {
-    status = composeFrom(*file, document, compose);
+  command_->callback([&status, input = input_, document = document_, compose = std::move(compose)] {
+    status = composeFrom(*input, document, compose);
   });
 }
 
@@ -89,8 +90,8 @@ bool holdsNoMask(Value const& value, std::string const& path, Problem& problem) 
 }
 
 std::string listed(std::vector<std::string> const& names) {
-  std::string list;
   constexpr std::size_t width = 56;
+  std::string list;
   std::size_t column = 0;
   for (std::string const& name : names) {
     bool const fits = column + name.size() + sizeof ", " <= width;
@@ -108,7 +109,11 @@ void addCompose(CLI::App& app, ExitStatus& status) {
   compose->footer(
       R"(A member that the record leaves out is zero. A keyword is its code, its word, or
 the object that 'kovra decode' shows. Where the record does not fit nothing is
-written; one line says what was found where, and what would be right.
+written; one line says what was found where, and what would be right, and repeats
+no value, which might be a secret.
+
+A record may hold lists and objects of at most 256 entries, in one another at
+most 32 levels deep, names of at most 256 bytes, and at most 16384 values in all.
 
 Exit status:
   0  the document was written to standard output

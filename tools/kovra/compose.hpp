@@ -13,6 +13,8 @@
 #include <string_view>
 
 #include "command.hpp"
+#include "input.hpp"
+#include "max_size.hpp"
 
 namespace Kovra::tool {
 
@@ -21,6 +23,12 @@ void addCompose(CLI::App& app, ExitStatus& status);
 
 /// A record is made into a document, or not.
 using Composer = std::function<Composition(Value const& record)>;
+
+/// Where a record comes from, and how large it may be.
+struct Input {
+  std::string file{standardInput};
+  std::size_t maxSize = defaultMaxSize;
+};
 
 /// One kind of document as a subcommand of `compose`. It takes the file of the record, which is
 /// read from standard input where none is given.
@@ -40,7 +48,7 @@ class Composing {
  private:
   CLI::App* command_;
   std::string document_;
-  std::shared_ptr<std::string> file_;
+  std::shared_ptr<Input> input_;
 };
 
 /// Refuses masked secrets: `decode` shows ****** in place of a key, and no printer shall get that

@@ -10,6 +10,7 @@
 
 #include "input.hpp"
 #include "json.hpp"
+#include "max_size.hpp"
 #include "output.hpp"
 #include "secret.hpp"
 #include "table.hpp"
@@ -25,7 +26,7 @@ struct Options {
   std::string format = "table";
   std::string as;
   bool showSecrets = false;
-  std::size_t maxSize = std::size_t{8} << 20U;
+  std::size_t maxSize = defaultMaxSize;
 };
 
 /// One call of the tool: decodes inputs one by one and remembers the worst that happened.
@@ -108,15 +109,6 @@ void Run::show(Decoding const& decoding, std::string_view path) {
   }
 }
 
-/// "reply.xml:4:5: note: "
-std::string prefix(std::string_view path, Place place, std::string_view severity) {
-  std::string out = inputName(path) + ':';
-  if (place.line != 0) {
-    out += std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
-  }
-  return out.append(" ").append(severity).append(": ");
-}
-
 void Run::showTables(Decoding const& decoding, std::string_view path) {
   for (Reading const& reading : decoding.readings) {
     if (tableBefore_) print("\n");
@@ -124,13 +116,13 @@ void Run::showTables(Decoding const& decoding, std::string_view path) {
     print(table(reading, decoding.root, secrets_, severalInputs_ ? inputName(path) : ""));
   }
   for (Note const& note : decoding.notes) {
-    complain(prefix(path, note.place, "note") + note.description());
+    complain(messagePrefix(path, note.place, "note") + note.description());
   }
 }
 
 void Run::refuse(ExitStatus status, std::string_view path, Place place, std::string_view why) {
   status_ = worse(status_, status);
-  complain(prefix(path, place, "error").append(why));
+  complain(messagePrefix(path, place, "error").append(why));
 }
 
 /// Empty for the name of a document, else the complaint.
@@ -138,13 +130,6 @@ std::string checkDocument(std::string const& name) {
   Decoding const decoding = decode(nullptr, 0, name);
   bool const unknown = decoding.status == Decoding::Status::unknownName;
   return unknown ? decoding.description() : "";
-}
-
-/// Empty for a size that can be a limit, else the complaint. CLI11 would take "010" for octal.
-std::string checkSize(std::string const& size) {
-  bool const good = size.find_first_not_of("0123456789") == size.npos && size.size() <= 18 &&
-                    !size.empty() && size.front() != '0';
-  return good ? "" : '"' + size + "\" is no number of bytes above 0";
 }
 
 void describe(CLI::App& command, Options& options) {
@@ -169,10 +154,7 @@ void describe(CLI::App& command, Options& options) {
                 "Names in that file end with a NUL byte, not with the line")
       ->option_text(" ")
       ->needs(list);
-  command
-      .add_option("--max-size", options.maxSize, "Refuse larger replies (default: 8388608, 8 MiB)")
-      ->option_text("BYTES")
-      ->check(checkSize);
+  addMaxSize(command, options.maxSize, "Refuse larger replies");
   command.footer(R"(The reader is found by the name of the reply's root element. Only what the reply
 said is shown. What Kovra does not know in it is told in notes: on standard
 error beside a table, inside the object in JSON.

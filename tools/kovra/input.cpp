@@ -40,6 +40,14 @@ std::string inputName(std::string_view path) {
   return std::string(path == standardInput ? "<stdin>" : path);
 }
 
+std::string messagePrefix(std::string_view path, Place place, std::string_view severity) {
+  std::string out = inputName(path) + ':';
+  if (place.line != 0) {
+    out += std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
+  }
+  return out.append(" ").append(severity).append(": ");
+}
+
 InputFile::InputFile(std::string const& path)
     : descriptor_(path == standardInput ? STDIN_FILENO : openForReading(path)),
       owned_(path != standardInput) {}

@@ -5,6 +5,7 @@
 #define KOVRA_TOOL_INPUT_HPP
 
 #include <cstddef>
+#include <kovra.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,9 @@ inline constexpr std::string_view standardInput = "-";
 
 /// How messages call an input: its path as given, or `<stdin>`.
 std::string inputName(std::string_view path);
+
+/// How a message on a place in an input begins: `reply.xml:4:5: note: `.
+std::string messagePrefix(std::string_view path, Place place, std::string_view severity);
 
 /// A file that is open for reading, or standard input.
 class InputFile {

@@ -59,8 +59,9 @@ ExitStatus endOfParse(CLI::App const& app, CLI::Error const& error) {
   }
   complain("kovra: error: " + std::string(error.what()));
   std::string command = "kovra";
-  for (CLI::App const* const subcommand : app.get_subcommands()) {
-    command += ' ' + subcommand->get_name();
+  for (CLI::App const* inner = &app; !inner->get_subcommands().empty();) {
+    inner = inner->get_subcommands().front();
+    command += ' ' + inner->get_name();
   }
   complain("Try '" + command + " --help'.");
   return ExitStatus::usage;

@@ -1,106 +1,275 @@
 #include "record.hpp"
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 namespace Kovra::tool {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
 
-/// No record is nested as deeply; converting more would only eat the stack.
-constexpr int deepest = 32;
+/// The notes of a decoded reply are no part of its record, and there may be a thousand of them.
+constexpr std::string_view notesKey = "notes";
 
 Place placeOf(std::string_view text, std::size_t offset) {
   std::string_view const before = text.substr(0, offset);
+  std::size_t const lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
   Place place;
   place.line = 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
-  std::size_t const lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
-  place.column = 1 + static_cast<int>(offset - lineStart);
+  place.column = 1 + static_cast<int>(std::count_if(
+                         before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
+                         [](char byte) { return (byte & '\xC0') != '\x80'; }));
   return place;
 }
 
 /// "[json.exception.parse_error.101] parse error at line 1, column 2: why; last read: 'text'"
 /// without what comes first, and without the text, which may be part of a secret.
-std::string reasonOf(std::string const& message) {
+std::string reasonOf(std::string_view message) {
   std::size_t const column = message.find("column ");
   std::size_t const colon = message.find(": ", column == message.npos ? 0 : column);
-  std::size_t const begin = colon == message.npos ? 0 : colon + 2;
-  return message.substr(begin, message.find("; last read: ", begin) - begin);
+  message.remove_prefix(colon == message.npos ? 0 : colon + 2);
+  return std::string(message.substr(0, message.find("; last read: ")));
 }
 
-Json parsed(std::string_view text) try {
-  return Json::parse(text);
-} catch (Json::parse_error const& error) {
-  std::size_t const offset = error.byte > 0 ? error.byte - 1 : 0;
-  throw RecordFailure(placeOf(text, std::min(offset, text.size())),
-                      "malformed JSON: " + reasonOf(error.what()));
-}
+/// A way through the text that leaves a mark how far it was gone: of the keys that it reads the
+/// JSON library tells no place.
+class Steps {
+ public:
+  using iterator_category = std::input_iterator_tag;
+  using value_type = char;
+  using difference_type = std::ptrdiff_t;
+  using pointer = char const*;
+  using reference = char const&;
 
-Value valueOf(Json const& json, int depth);
+  Steps(char const* at, char const** mark) : at_(at), mark_(mark) {}
 
-void addMembers(Value& record, Json const& object, int depth) {
-  for (auto const& [name, inner] : object.items()) {
-    Member& member = record.members.emplace_back();
-    member.name = name;
-    member.value = valueOf(inner, depth);
+  char const& operator*() const { return *at_; }
+  Steps& operator++() {
+    *mark_ = ++at_;
+    return *this;
   }
-}
-
-Value valueOf(Json const& json, int depth) {
-  if (depth > deepest) throw RecordFailure({}, "nested too deeply for a record");
-  Value value;
-  switch (json.type()) {
-    case Json::value_t::boolean:
-      value.kind = Value::Kind::flag;
-      value.flag = json.get<bool>();
-      break;
-    case Json::value_t::number_integer:
-      value.kind = Value::Kind::integer;
-      value.integer = json.get<long>();
-      break;
-    case Json::value_t::number_unsigned:
-      value.kind = Value::Kind::natural;
-      value.natural = json.get<unsigned long>();
-      break;
-    case Json::value_t::number_float:
-      value.kind = Value::Kind::real;
-      value.real = json.get<double>();
-      break;
-    case Json::value_t::string:
-      value.kind = Value::Kind::text;
-      value.text = json.get<std::string>();
-      break;
-    case Json::value_t::array:
-      value.kind = Value::Kind::list;
-      for (Json const& item : json) value.items.push_back(valueOf(item, depth + 1));
-      break;
-    case Json::value_t::object:
-      value.kind = Value::Kind::record;
-      addMembers(value, json, depth + 1);
-      break;
-    case Json::value_t::null:
-    case Json::value_t::binary:
-    case Json::value_t::discarded:
-      break;
+  Steps operator++(int) {
+    Steps const before = *this;
+    ++*this;
+    return before;
   }
-  return value;
+  bool operator==(Steps const& other) const { return at_ == other.at_; }
+  bool operator!=(Steps const& other) const { return at_ != other.at_; }
+
+ private:
+  char const* at_;
+  char const** mark_;
+};
+
+/// Makes a value of what the JSON library reads, piece by piece, and throws at the first piece that
+/// is too much.
+class Builder final : public nlohmann::json_sax<Json> {
+ public:
+  explicit Builder(std::string_view text) : text_(text), reached_(text.data()) {}
+
+  Steps begin() { return {text_.data(), &reached_}; }
+  Steps end() { return {text_.data() + text_.size(), &reached_}; }
+  Value result() { return std::move(root_); }
+
+  bool null() override {
+    add(Value::Kind::nothing);
+    return true;
+  }
+  bool boolean(bool flag) override {
+    if (Value* const value = add(Value::Kind::flag)) value->flag = flag;
+    return true;
+  }
+  bool number_integer(number_integer_t number) override {
+    if (Value* const value = add(Value::Kind::integer)) value->integer = number;
+    return true;
+  }
+  bool number_unsigned(number_unsigned_t number) override {
+    if (Value* const value = add(Value::Kind::natural)) value->natural = number;
+    return true;
+  }
+  bool number_float(number_float_t number, string_t const&) override {
+    if (Value* const value = add(Value::Kind::real)) value->real = number;
+    return true;
+  }
+  bool string(string_t& text) override {
+    if (Value* const value = add(Value::Kind::text)) value->text = text;
+    return true;
+  }
+  /// JSON has none; only other formats of the library do.
+  bool binary(binary_t&) override { return false; }
+
+  bool start_object(std::size_t) override { return open(Value::Kind::record); }
+  bool start_array(std::size_t) override { return open(Value::Kind::list); }
+  bool end_object() override { return close(); }
+  bool end_array() override { return close(); }
+
+  bool key(string_t& name) override {
+    if (skipped_ > 0) return true;
+    Value& record = *open_.back();
+    countEntry(record.members.size());
+    if (name.size() > maxName) {
+      fail(open_.size() - 1, keyOffset(), "a name of " + std::to_string(name.size()) + " bytes",
+           "at most " + std::to_string(maxName));
+    }
+    record.members.emplace_back().name = name;
+    if (record.find(name) != &record.members.back().value) {
+      fail(open_.size(), keyOffset(), "a key for the second time", "each key once");
+    }
+    return true;
+  }
+
+  bool parse_error(std::size_t position, std::string const& token,
+                   Json::exception const& error) override {
+    constexpr int numberOverflow = 406;
+    if (error.id == numberOverflow) {
+      add(Value::Kind::real);
+      fail(open_.size(), position - token.size(), "a number beyond all bounds",
+           "one that a double can hold");
+    }
+    throw RecordFailure(placeOf(text_, std::max<std::size_t>(position, 1) - 1),
+                        "malformed JSON: " + reasonOf(error.what()));
+  }
+
+ private:
+  /// The value that comes next, in its place; null among those that nobody needs.
+  Value* add(Value::Kind kind) {
+    if (skipped_ > 0) return nullptr;
+    if (++values_ > maxValues) tooMany(0, maxValues, " values in all");
+    Value* const value = next();
+    value->kind = kind;
+    value->secret = true;
+    return value;
+  }
+
+  Value* next() {
+    if (open_.empty()) return &root_;
+    Value& container = *open_.back();
+    if (container.kind == Value::Kind::record) return &container.members.back().value;
+    countEntry(container.items.size());
+    return &container.items.emplace_back();
+  }
+
+  bool open(Value::Kind kind) {
+    if (open_.size() + skipped_ == maxLevels) {
+      tooMany(open_.size(), maxLevels, " levels of lists and objects");
+    }
+    if (skipped_ > 0 || atNotes()) {
+      ++skipped_;
+    } else {
+      open_.push_back(add(kind));
+    }
+    return true;
+  }
+
+  /// What vectors took in advance is given back, since most containers stay small.
+  bool close() {
+    if (skipped_ > 0) {
+      --skipped_;
+      return true;
+    }
+    open_.back()->items.shrink_to_fit();
+    open_.back()->members.shrink_to_fit();
+    open_.pop_back();
+    return true;
+  }
+
+  bool atNotes() const {
+    return open_.size() == 1 && open_.back()->kind == Value::Kind::record &&
+           open_.back()->members.back().name == notesKey;
+  }
+
+  void countEntry(std::size_t before) const {
+    if (before == maxEntries) tooMany(open_.size() - 1, maxEntries, " entries");
+  }
+
+  [[noreturn]] void tooMany(std::size_t levels, std::size_t bound, std::string const& what) const {
+    fail(levels, offset(), "more than " + std::to_string(bound) + what,
+         "at most " + std::to_string(bound));
+  }
+
+  [[noreturn]] void fail(std::size_t levels, std::size_t offset, std::string found,
+                         std::string expected) const {
+    Problem problem;
+    problem.path = path(levels);
+    problem.found = std::move(found);
+    problem.expected = std::move(expected);
+    throw RecordFailure(placeOf(text_, offset), problem.description());
+  }
+
+  /// That of the value or key added last to the innermost of so many containers that are open.
+  std::string path(std::size_t levels) const {
+    std::string path;
+    for (std::size_t i = 0; i < levels; ++i) {
+      Value const* const container = open_[i];
+      if (container->kind == Value::Kind::record && !container->members.empty()) {
+        path += (path.empty() ? "" : ".") + container->members.back().name;
+      } else if (!container->items.empty()) {
+        path += '[' + std::to_string(container->items.size() - 1) + ']';
+      }
+    }
+    return path;
+  }
+
+  /// Of the byte read last.
+  std::size_t offset() const {
+    auto const read = static_cast<std::size_t>(reached_ - text_.data());
+    return std::max<std::size_t>(read, 1) - 1;
+  }
+
+  /// Of the opening quote of the key that was just read: the last one before the closing quote that
+  /// no odd number of backslashes escapes.
+  std::size_t keyOffset() const {
+    std::size_t quote = text_.rfind('"', offset() - 1);
+    while ((quote - text_.find_last_not_of('\\', quote - 1)) % 2 == 0) {
+      quote = text_.rfind('"', quote - 1);
+    }
+    return quote;
+  }
+
+  std::string_view text_;
+  char const* reached_;
+  Value root_;
+  std::vector<Value*> open_;  // none of them moves while the ones in it are open
+  std::size_t skipped_ = 0;   // how many levels of what is not kept are open
+  std::size_t values_ = 0;
+};
+
+Value valueOf(std::string_view text) try {
+  Builder builder(text);
+  Json::sax_parse(builder.begin(), builder.end(), &builder);
+  return builder.result();
+} catch (Json::exception const&) {
+  throw RecordFailure({}, "cannot be read as JSON");
 }
 
-/// The index of the document's reading in what `decode` printed.
-std::size_t readingOf(Json const& envelope, std::string_view document) {
+Value* memberOf(Value& record, std::string_view name) {
+  auto const found = std::find_if(record.members.begin(), record.members.end(),
+                                  [&](Member const& member) { return member.name == name; });
+  return found != record.members.end() ? &found->value : nullptr;
+}
+
+/// A document's name is told only when it is one: any other text is the input's.
+std::string knownName(std::string const& name) {
+  std::vector<Document> const known = documents();
+  bool const isKnown = std::any_of(known.begin(), known.end(),
+                                   [&](Document const& document) { return document.name == name; });
+  return isKnown ? name : "an unknown document";
+}
+
+/// Takes the record of the document's reading out of what `decode` printed.
+Record recordIn(Value& readings, std::string_view document) {
   std::string found;
-  Json const& readings = envelope.at("readings");
-  for (std::size_t i = 0; readings.is_array() && i < readings.size(); ++i) {
-    Json const& reading = readings[i];
-    if (!reading.is_object() || !reading.contains("record")) continue;
-    std::string const name = reading.value("document", Json()).is_string()
-                                 ? reading["document"].get<std::string>()
-                                 : std::string();
-    if (name == document) return i;
-    found += (found.empty() ? "" : ", ") + name;
+  for (std::size_t i = 0; i < readings.items.size(); ++i) {
+    Value* const record = memberOf(readings.items[i], "record");
+    Value const* const name = memberOf(readings.items[i], "document");
+    if (record == nullptr || name == nullptr) continue;
+    if (name->text == document) {
+      return {std::move(*record), "readings[" + std::to_string(i) + "].record"};
+    }
+    found += (found.empty() ? "" : ", ") + knownName(name->text);
   }
   throw RecordFailure({}, "readings: found " + (found.empty() ? "none" : found) + "; expected " +
                               std::string(document));
@@ -109,11 +278,10 @@ std::size_t readingOf(Json const& envelope, std::string_view document) {
 }  // namespace
 
 Record recordFrom(std::string_view text, std::string_view document) {
-  Json const json = parsed(text);
-  if (!json.is_object() || !json.contains("readings")) return {valueOf(json, 0), ""};
-  std::size_t const index = readingOf(json, document);
-  return {valueOf(json["readings"][index]["record"], 0),
-          "readings[" + std::to_string(index) + "].record"};
+  Value whole = valueOf(text);
+  Value* const readings = memberOf(whole, "readings");
+  if (readings != nullptr) return recordIn(*readings, document);
+  return {std::move(whole), ""};
 }
 
 }  // namespace Kovra::tool

@@ -58,6 +58,7 @@ struct CamState {
     if (member != "state") return Assigned::notMine;
     return assignText(command.cam, value, problem);
   }
+  static void keys(Keys& keys) { keys.push_back("state"); }
 };
 
 constexpr Field<Command> motorMembers[] = {

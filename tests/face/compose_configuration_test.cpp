@@ -155,32 +155,5 @@ TEST(ComposeConfiguration, NamesThePathOfAProblem) {
   EXPECT_EQ(refused([](Value& r) { r = text("x"); }), "found \"x\"; expected an object");
 }
 
-TEST(ComposePrinterId, MakesTheClassicDocument) {
-  std::string const reply = test::contentsOf(KOVRA_SAMPLES_DIR "/identity/full.xml");
-  Value const record = decode(reply.data(), reply.size()).readings.at(0).record;
-  Composition const composition = composePrinterId(record, printerIdFields());
-  EXPECT_TRUE(composition.composed) << composition.problem.description();
-  EXPECT_EQ(composition.text,
-            "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<printer_id>\n"
-            "    <printer_model>HX-500 Retransfer</printer_model>\n"
-            "    <printhead_serial>PH-0098-1145</printhead_serial>\n</printer_id>\n");
-  EXPECT_EQ(composePrinterId(record, {}).text,
-            "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<printer_id />\n");
-}
-
-TEST(ComposePrinterId, RefusesUnknownFieldsAndKeys) {
-  Composition const field = composePrinterId(object(), {"serial"});
-  EXPECT_FALSE(field.composed);
-  EXPECT_EQ(field.problem.description(),
-            "fields: found \"serial\"; expected one of: model, printhead");
-  Value record = object();
-  member(record, "spare") = text("x");
-  EXPECT_EQ(composePrinterId(record, {"model"}).problem.description(),
-            "spare: found an unknown key; expected one of: vendor, printer_model, printer_serial, "
-            "laminator_serial, physical_address, printhead_serial, oem_country, firmware_version, "
-            "laminator_fw_version, lam_mab_fw_version, hcb_fw_version, mab_fw_version, "
-            "kovra_version, ethernet_deviceid, wireless_physical_address");
-}
-
 }  // namespace
 }  // namespace Kovra

@@ -243,6 +243,11 @@ TEST(ComposeCapabilities, WritesOnePartAlone) {
                 "    </internal_encoder>\n</capabilities>\n");
 }
 
+TEST(ComposeCapabilities, WritesAllForAPartThatIsNone) {
+  Value const value = record({{"magEncoderType", text("aamva")}});
+  EXPECT_EQ(composed(value, only(static_cast<CapabilitiesChoice::Part>(99))), composed(value));
+}
+
 TEST(ComposeCapabilities, TakesThePrintSystemFromTheChoice) {
   Value const value = record({{"printSystem", text("direct")}});
   CapabilitiesChoice choice;

@@ -22,7 +22,7 @@ bool bitsOf(long& bits, std::vector<std::string> const& chosen, frame::Vocabular
             std::string const& what, Problem& problem) {
   bits = 0;
   for (std::string const& name : chosen) {
-    frame::Word const* const word = words.find(name.c_str());
+    frame::Word const* const word = words.find(name);
     if (word == nullptr) {
       problem.path = what;
       frame::fail(problem, '"' + name + '"', "one of: " + frame::listed(words));

@@ -119,8 +119,7 @@ Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Proble
       return assignInteger(code, value, problem);
     case Value::Kind::text: {
       // A vocabulary would not see what stands behind a NUL.
-      bool const whole = value.text.find('\0') == std::string::npos;
-      Word const* const word = whole ? words.find(value.text.c_str()) : nullptr;
+      Word const* const word = words.find(value.text);
       if (word == nullptr) return fail(problem, described(value), "one of: " + listed(words));
       code = word->code;
       return Assigned::done;

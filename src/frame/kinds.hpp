@@ -191,7 +191,8 @@ struct AddressKind {
   }
 
   static Assigned assign(Address& out, Value const& value, Problem& problem) {
-    if (value.kind != Value::Kind::text || !isWhole(value.text.c_str())) {
+    if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
+        !isWhole(value.text.c_str())) {
       return fail(problem, described(value), form);
     }
     convertAddress(value.text.c_str(), out);

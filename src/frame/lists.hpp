@@ -164,7 +164,7 @@ struct BitReading {
 
   template <class Set>
   static Assigned assignBit(Set& set, Kovra::Member const& member, Problem& problem) {
-    Word const* const word = Bits.find(member.name.c_str());
+    Word const* const word = Bits.find(member.name);
     if (word == nullptr) return fail(problem, "an unknown key", "one of: " + listed(Bits));
     bool flag = false;
     Assigned const result = assignFlag(flag, member.value, problem);

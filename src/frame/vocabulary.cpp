@@ -32,6 +32,10 @@ Word const* Vocabulary::find(char const* text) const {
   return nullptr;
 }
 
+Word const* Vocabulary::find(std::string const& text) const {
+  return text.find('\0') == text.npos ? find(text.c_str()) : nullptr;
+}
+
 int Vocabulary::codeOf(char const* text) const {
   Word const* const word = find(text);
   return word != nullptr ? word->code : unknown;

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace Kovra::frame {
@@ -32,6 +33,8 @@ struct Vocabulary {
 
   /// The word that `text` is, or null.
   Word const* find(char const* text) const;
+  /// The same for a text with a length; one with a zero byte in it is no word.
+  Word const* find(std::string const& text) const;
   /// The code of `text`; a null text is unknown.
   int codeOf(char const* text) const;
   /// The word written for `code`; empty when none has it.

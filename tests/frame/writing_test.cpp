@@ -264,6 +264,10 @@ TEST(Assigning, NamesTheKnownKeys) {
             "bound.whole.value: found an unknown key; expected one of: min, max, val");
   EXPECT_EQ(refusal("bits", object({{"second", shown(true)}})),
             "bits.second: found an unknown key; expected one of: first, third");
+  std::string const longer("first\0", 6);
+  EXPECT_EQ(refusal("bits", object({{longer, shown(true)}})),
+            "bits." + longer + ": found an unknown key; expected one of: first, third")
+      << "a word with more behind its end";
   EXPECT_EQ(refusal("group", object({})).substr(0, 27), "group: found an unknown key")
       << "an element without a member";
 }
@@ -319,6 +323,7 @@ TEST(Assigning, RefusesHardwareAddressesThatAreNotWhole) {
               "hardware: found \"" + std::string(wrong) +
                   "\"; expected six hexadecimal bytes with colons between them");
   }
+  EXPECT_NE(refusal("hardware", text(std::string("01:02:03:04:05:06\0x", 19))), "done");
 }
 
 TEST(Assigning, TellsNoSecrets) {

@@ -1,0 +1,92 @@
+// The loops in blocks give what the plain ones give, wherever a byte stands.
+
+#include "frame/bytes.hpp"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cwchar>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace Kovra::frame {
+namespace {
+
+/// A text that ends with a zero byte, in a block of exactly its size and one that may be read.
+class Padded {
+ public:
+  explicit Padded(std::string const& text) : bytes_(text.begin(), text.end()) {
+    bytes_.resize(text.size() + blockSize);
+  }
+  char* data() { return bytes_.data(); }
+
+ private:
+  std::vector<char> bytes_;
+};
+
+TEST(Bytes, EndANameWhereItEnds) {
+  for (int byte = 0; byte < 256; ++byte) {
+    for (std::size_t at = 0; at < 40; ++at) {
+      std::string text(at, 'n');
+      text += static_cast<char>(byte);
+      text += std::string(7, 'a') + ">";
+      Padded padded(text);
+      EXPECT_EQ(endOfName(padded.data()), plain::endOfName(padded.data())) << byte << " at " << at;
+    }
+  }
+}
+
+TEST(Bytes, StopWhereTheyAreToldTo) {
+  for (char const stop : {'<', '"', '\''}) {
+    for (signed char const least : {1, ' ' + 1}) {
+      for (int byte = 0; byte < 256; ++byte) {
+        for (std::size_t at = 0; at < 40; ++at) {
+          std::string text(at, 'x');
+          text += static_cast<char>(byte);
+          text += std::string(7, 'y') + stop;
+          Padded padded(text);
+          EXPECT_EQ(findStop(padded.data(), stop, least),
+                    plain::findStop(padded.data(), stop, least))
+              << byte << " at " << at;
+        }
+      }
+    }
+  }
+}
+
+TEST(Bytes, AreTheSameOnlyWhereAllAre) {
+  for (std::size_t length = 0; length < 50; ++length) {
+    Padded a(std::string(length, 'a') + "x"), b(std::string(length, 'a') + "y");
+    EXPECT_TRUE(sameBytes(a.data(), b.data(), length)) << length;
+    EXPECT_FALSE(sameBytes(a.data(), b.data(), length + 1)) << length;
+    for (std::size_t at = 0; at < length; ++at) {
+      b.data()[at] = 'b';
+      EXPECT_FALSE(sameBytes(a.data(), b.data(), length)) << length << " at " << at;
+      b.data()[at] = 'a';
+    }
+  }
+}
+
+TEST(Bytes, NarrowUpToTheFirstCharacterBeyondAscii) {
+  for (wchar_t const odd : {L'a', wchar_t{0x7F}, wchar_t{0x80}, wchar_t{0x100}, wchar_t{0x10080},
+                            wchar_t{0x7FFFFFFF}, wchar_t{INT_MIN}, wchar_t{-1}}) {
+    for (std::size_t length = 0; length < 70; ++length) {
+      for (std::size_t at = 0; at < length; ++at) {
+        std::vector<wchar_t> text(length, L'x');
+        text[at] = odd;
+        // Exactly as long as it may be written.
+        std::vector<char> fast(length, '?'), slow(length, '?');
+        std::size_t const done = narrowAscii(text.data(), length, fast.data());
+        EXPECT_EQ(done, plain::narrowAscii(text.data(), length, slow.data()))
+            << length << " " << at;
+        slow.resize(done);
+        fast.resize(done);
+        EXPECT_EQ(fast, slow) << length << " " << at;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace Kovra::frame

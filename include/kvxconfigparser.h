@@ -9,8 +9,9 @@
 
 namespace Kovra {
 
-/// Reads a printer's configuration into a record. The object is itself the document that it parses:
-/// any number of threads may read, each with an object of its own.
+/// Reads a printer's configuration into a record. The object is itself a document, which is empty
+/// after a reading; its Error() and the like tell what was wrong with a malformed text. Any number
+/// of threads may read, each with an object of its own.
 ///
 /// The element readers (get...) take an element of the host's own tree. They visit its children in
 /// order, read those that they know, by exact name, and skip the others; a repeated element is read

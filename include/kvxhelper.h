@@ -4,12 +4,11 @@
 ///
 /// Conventions that hold for the whole library:
 ///  1. An operation returns true when it read or wrote something; it never prints and never throws
-///     by itself. Where memory ends std::bad_alloc passes through, nothing is lost (but what
-///     TinyXML itself loses while it parses) and no lock stays held. A record then holds what was
-///     stored before, which is nothing while a text was still being parsed; an AddTag operation
-///     leaves its tree as it was; a writer keeps what it had added (a host begins with a fresh one)
-///     and leaves an output in memory untouched, while a file that the host named may be
-///     incomplete.
+///     by itself. Where memory ends std::bad_alloc passes through, nothing is lost and no lock
+///     stays held. A record then holds what was stored before, which is nothing while a text was
+///     still being parsed; an AddTag operation leaves its tree as it was; a writer keeps what it
+///     had added (a host begins with a fresh one) and leaves an output in memory untouched, while a
+///     file that the host named may be incomplete.
 ///  2. A value that could not be read leaves its target as the caller had it, unless the operation
 ///     says otherwise.
 ///  3. "The text of an element" is the value of its first child node: the text of a text or CDATA

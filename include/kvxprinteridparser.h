@@ -9,8 +9,9 @@
 
 namespace Kovra {
 
-/// Reads a printer's identity into a record. The object is itself the document that it parses: any
-/// number of threads may read, each with an object of its own.
+/// Reads a printer's identity into a record. The object is itself a document, which is empty after
+/// a reading; its Error() and the like tell what was wrong with a malformed text. Any number of
+/// threads may read, each with an object of its own.
 class KOVRA_EXPORT KVXPrinterIDParser : public TiXmlDocument {
  public:
   KVXPrinterIDParser();

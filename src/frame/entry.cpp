@@ -77,11 +77,24 @@ Element Reply::root(Roots roots) const {
   return {};
 }
 
-void showOutcome(TiXmlDocument& document, Scan const& scan) {
-  char const* const harmless = scan.byteOrderMark ? "\xEF\xBB\xBF<>" : "<>";
-  document.SetTabSize(0);  // since always: rows and columns were never looked for
-  document.Parse(scan.fault == Fault::none ? harmless : scan.likeness);
+namespace {
+
+void parseAndClear(TiXmlDocument& document, char const* text) {
+  document.Parse(text);
   document.Clear();
+}
+
+}  // namespace
+
+void showOutcome(TiXmlDocument& document, Scan const& scan) {
+  if (isHostile(scan.fault)) return;
+  document.SetTabSize(0);  // since always: rows and columns were never looked for
+  if (scan.byteOrderMark) {
+    parseAndClear(document, "\xEF\xBB\xBF<>");
+  } else if (scan.fault == Fault::none) {
+    parseAndClear(document, "<>");
+  }
+  if (scan.fault != Fault::none) parseAndClear(document, scan.likeness);
 }
 
 // Trees of hosts.

@@ -120,14 +120,16 @@ bool readNarrow(char const* text, Roots roots, Read read) {
   return root && read(root);
 }
 
-/// Leaves a document, which is itself the reader, as if it had parsed the reply and been cleared:
-/// with the error of a text that was refused, and else without any, and always without nodes.
+/// Leaves a document without nodes, which is itself the reader, as if it had parsed the reply and
+/// been cleared: with the error of a text that was refused, and else without any. A hostile reply
+/// is not shown: the document keeps the error that it had.
 void showOutcome(TiXmlDocument& document, Scan const& scan);
 
-/// The narrow entry of a reader that is itself the document.
+/// The narrow entry of a reader that is itself the document, which has no nodes afterwards.
 template <class Read>
 bool readAsDocument(TiXmlDocument& document, char const* text, Roots roots, Read read) {
   if (text == nullptr) return false;
+  document.Clear();
   Reply const reply(text, std::strlen(text));
   showOutcome(document, reply.scan());
   Element const root = reply.root(roots);

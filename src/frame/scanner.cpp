@@ -171,6 +171,7 @@ struct Mistake {
 // Texts at which TinyXML stops like at others. It tells an error and, for most, a place.
 namespace likeness {
 constexpr char nothing[] = "";
+constexpr char noMarkup[] = " ";
 constexpr char elementName[] = "<a";
 constexpr char attribute[] = "<a ";
 constexpr char attributeValue[] = "<a b=";
@@ -269,7 +270,7 @@ Scan Scanner::document() {
   scan_.byteOrderMark = startsWith(at_, "\xEF\xBB\xBF");
   if (scan_.byteOrderMark) encoding_ = Encoding::utf8;
   skipWhiteSpace();
-  if (*at_ != '<') fail(Fault::empty, likeness::nothing);
+  if (*at_ != '<') fail(Fault::empty, *text_ == '\0' ? likeness::nothing : likeness::noMarkup);
   while (*at_ == '<' && markup() && content()) skipWhiteSpace();
   scan_.encoding = encoding_;
   return scan_;

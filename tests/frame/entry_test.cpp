@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -373,6 +376,143 @@ TEST(HostileTexts, OfAMegabyteThatIsHarmlessAreRead) {
   EXPECT_EQ(readByBoth("<data>5</data>" + std::string(1000000, '<')), "data:5");
   std::string const text(1000000, 'x');
   EXPECT_EQ(readByBoth("<data>" + text + "</data>"), "data:" + text);
+}
+
+// ---- Readers that are documents ----------------------------------------------------------------
+
+/// All that a host sees of a document, also the byte order mark that it would save.
+std::string shown(TiXmlDocument const& document) {
+  char* saved = nullptr;
+  std::size_t size = 0;
+  std::FILE* const file = ::open_memstream(&saved, &size);
+  document.SaveFile(file);
+  std::fclose(file);
+  std::string const text(saved, size);
+  std::free(saved);
+  return std::to_string(document.Error()) + ' ' + std::to_string(document.ErrorId()) + " (" +
+         document.ErrorDesc() + ") at " + std::to_string(document.ErrorRow()) + ':' +
+         std::to_string(document.ErrorCol()) + ", itself at " + std::to_string(document.Row()) +
+         ':' + std::to_string(document.Column()) + ", tabs " + std::to_string(document.TabSize()) +
+         ", saved as [" + text + ']';
+}
+
+/// The document that reads the text itself, and the one that TinyXML's parser fills.
+struct TwoDocuments {
+  TiXmlDocument reader;
+  TiXmlDocument byTinyXml;
+
+  void read(std::string const& text) {
+    readAsDocument(reader, text.c_str(), oneRoot, [](Element) { return true; });
+    std::string const padded = text + std::string(padding, '\0');
+    byTinyXml.SetTabSize(0);
+    byTinyXml.Parse(padded.c_str());
+    byTinyXml.Clear();
+  }
+};
+
+testing::AssertionResult looksTheSame(std::string const& text) {
+  TwoDocuments fresh;
+  fresh.read(text);
+  TwoDocuments used;
+  used.read("\xEF\xBB\xBF<a b='");
+  used.read(text);
+  for (TwoDocuments const* const both : {&fresh, &used}) {
+    std::string const actual = shown(both->reader);
+    std::string const expected = shown(both->byTinyXml);
+    if (actual != expected) {
+      return testing::AssertionFailure() << text << "\n  is " << actual << "\n not " << expected;
+    }
+  }
+  return testing::AssertionSuccess();
+}
+
+TEST(DocumentEntry, ShowsTheOutcomeThatTinyXmlShows) {
+  for (char const* const text : {"",
+                                 " ",
+                                 "\n",
+                                 "text",
+                                 "<",
+                                 "<>",
+                                 "<a/>",
+                                 "<data>5</data>",
+                                 "<a",
+                                 "<a ",
+                                 "<a b",
+                                 "<a b ",
+                                 "<a b=",
+                                 "<a b= ",
+                                 "<a b=c",
+                                 "<a b=c ",
+                                 "<a b='",
+                                 "<a b='c'",
+                                 "<a b=c'>",
+                                 "<a/",
+                                 "<a/ >",
+                                 "<a>",
+                                 "<a> ",
+                                 "<a>text",
+                                 "<a><b>",
+                                 "<a></",
+                                 "<a></a",
+                                 "<a></b>",
+                                 "<a></a b>",
+                                 "<a b b>",
+                                 "<a b=1 b=2>",
+                                 "<a>&#;</a>",
+                                 "<a b='&#'>",
+                                 "<a><!--",
+                                 "<a><?xml a",
+                                 "<!--",
+                                 "<?xml",
+                                 "\xEF\xBB\xBF",
+                                 "\xEF\xBB\xBF<a",
+                                 "\xEF\xBB\xBF<a/>",
+                                 "\xEF\xBB\xBF<a b=",
+                                 "\xEF\xBB\xBF<\xEF\xBB\xBF"}) {
+    EXPECT_TRUE(looksTheSame(text));
+  }
+}
+
+TEST(DocumentEntry, ShowsTheOutcomeThatTinyXmlShowsOfBrokenReplies) {
+  std::string const reply =
+      "\xEF\xBB\xBF<?xml version='1.0'?><data a='1' b=\"&lt;\" c=2><!-- n --><d>&#65; e</d>"
+      "<![CDATA[ f ]]><g h=''/>\n</data >";
+  for (std::size_t length = 0; length <= reply.size(); ++length) {
+    ASSERT_TRUE(looksTheSame(reply.substr(0, length)));
+    for (char const c : {'<', '>', '/', '=', '\'', '"', '&', ' ', 'x', '\xEF'}) {
+      std::string changed = reply;
+      changed[std::min(length, reply.size() - 1)] = c;
+      ASSERT_TRUE(looksTheSame(changed));
+    }
+  }
+}
+
+TEST(DocumentEntry, ShowsNothingOfHostileReplies) {
+  for (std::string const& earlier : {std::string("<data/>"), std::string("<data>")}) {
+    for (std::string const& hostile : {nested(129), withAttributes(257)}) {
+      TiXmlDocument document;
+      readAsDocument(document, earlier.c_str(), oneRoot, [](Element) { return true; });
+      std::string const before = shown(document);
+      EXPECT_FALSE(
+          readAsDocument(document, hostile.c_str(), oneRoot, [](Element) { return true; }));
+      EXPECT_EQ(shown(document), before);
+    }
+  }
+}
+
+TEST(DocumentEntry, LeavesNoNodesWhateverHappens) {
+  for (std::string const& text : {std::string("<data/>"), std::string("<data>"), nested(129)}) {
+    TiXmlDocument document;
+    document.LinkEndChild(new TiXmlElement("before"));
+    readAsDocument(document, text.c_str(), oneRoot, [](Element) { return true; });
+    EXPECT_TRUE(document.NoChildren()) << text.substr(0, 20);
+  }
+  TiXmlDocument document;
+  document.LinkEndChild(new TiXmlElement("before"));
+  EXPECT_THROW(
+      readAsDocument(document, "<data/>", oneRoot, [](Element) -> bool { throw std::bad_alloc(); }),
+      std::bad_alloc);
+  EXPECT_TRUE(document.NoChildren());
 }
 
 // ---- Broken copies of a real reply -----------------------------------------------------------

@@ -48,9 +48,9 @@ class PrivateText {
 
   std::size_t room_;
   std::unique_ptr<char[]> block_;
+  std::array<char, shortText + padding> near_;  // not cleared: only what was put there is read
   char* data_;
   std::size_t length_;
-  std::array<char, shortText + padding> near_;  // not cleared: only what was put there is read
 };
 
 /// Memory for the nodes of an ordinary reply, on the stack.

@@ -84,6 +84,25 @@ void parseAndClear(TiXmlDocument& document, char const* text) {
   document.Clear();
 }
 
+void setError(TiXmlDocument& document, int error) {
+  document.ClearError();
+  document.SetError(error, nullptr, nullptr, TIXML_ENCODING_UNKNOWN);
+}
+
+/// Where memory ends in the middle of an element, TinyXML loses the element. So the document has
+/// room for the error's description beforehand: this one is the longest that a likeness has. Also,
+/// an attribute is needed only for the one error that cannot be set without a parse, since it has a
+/// place: where there is no memory for that attribute, its element is lost.
+void showError(TiXmlDocument& document, char const* likeness) {
+  setError(document, TiXmlBase::TIXML_ERROR_READING_ELEMENT_VALUE);
+  if (std::strcmp(likeness, "<a b=") == 0) {
+    parseAndClear(document, "<>");
+    setError(document, TiXmlBase::TIXML_ERROR_READING_ATTRIBUTES);
+  } else {
+    parseAndClear(document, likeness);
+  }
+}
+
 }  // namespace
 
 void showOutcome(TiXmlDocument& document, Scan const& scan) {
@@ -94,7 +113,7 @@ void showOutcome(TiXmlDocument& document, Scan const& scan) {
   } else if (scan.fault == Fault::none) {
     parseAndClear(document, "<>");
   }
-  if (scan.fault != Fault::none) parseAndClear(document, scan.likeness);
+  if (scan.fault != Fault::none) showError(document, scan.likeness);
 }
 
 // Trees of hosts.

@@ -106,7 +106,6 @@ void showError(TiXmlDocument& document, char const* likeness) {
 }  // namespace
 
 void showOutcome(TiXmlDocument& document, Scan const& scan) {
-  if (isHostile(scan.fault)) return;
   document.SetTabSize(0);  // since always: rows and columns were never looked for
   if (scan.byteOrderMark) {
     parseAndClear(document, "\xEF\xBB\xBF<>");

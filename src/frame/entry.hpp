@@ -122,7 +122,7 @@ bool readNarrow(char const* text, Roots roots, Read read) {
 
 /// Leaves a document without nodes, which is itself the reader, as if it had parsed the reply and
 /// been cleared: with the error of a text that was refused, and else without any. A hostile reply
-/// is not shown: the document keeps the error that it had.
+/// shows like a malformed one.
 void showOutcome(TiXmlDocument& document, Scan const& scan);
 
 /// The narrow entry of a reader that is itself the document, which has no nodes afterwards.

@@ -84,7 +84,7 @@ std::vector<std::string> atRandom() {
   std::mt19937 random(20260101);
   for (int i = 0; i < 20000; ++i) {
     std::string text;
-    for (unsigned left = random() % 22; left > 0; --left) {
+    for (auto left = random() % 22; left > 0; --left) {
       text += "0123456789012345678901234567890123456789..--+ex "[random() % 48];
     }
     texts.push_back(text);
@@ -175,7 +175,7 @@ TEST(Converted, HexadecimalsAreThoseOfSscanf) {
       "0x1 ", "",      "0"};
   for (int i = 0; i < 20000; ++i) {
     std::string text = random() % 8 > 0 ? "0x" : "";
-    for (unsigned left = random() % 12; left > 0; --left) {
+    for (auto left = random() % 12; left > 0; --left) {
       text += "0123456789abcdefABCDEFxg -"[random() % 26];
     }
     texts.push_back(text);

@@ -28,6 +28,7 @@
 #include "support/allocations.hpp"
 #include "support/folder.hpp"
 #include "support/records.hpp"
+#include "support/streams.hpp"
 #include "support/wide.hpp"
 
 namespace Kovra {
@@ -670,6 +671,7 @@ std::size_t expectHarmless(Operation const& operation, std::string const& text, 
 using ReadingWithoutMemory = test::HeapTest;
 
 TEST_F(ReadingWithoutMemory, LosesNothingAndLeavesTheRecordUsable) {
+  test::RibbonLines const taken;
   for (Operation const& operation : allOperations()) {
     SCOPED_TRACE(operation.name);
     std::string const text = operation.text();

@@ -192,7 +192,6 @@ void HostTree::add(TiXmlElement const& element) {
     visitAttributes(node, [&, this](TiXmlAttribute const& attribute) {
       tree_.add(Attribute{texts.put(attribute.NameTStr()), texts.put(attribute.ValueStr())},
                 text_.data());
-      ++tree_.at(copy).attributes;
     });
     if (node.FirstChild() != nullptr) builder.open(copy);
   });

@@ -351,8 +351,8 @@ void Scanner::closeTag() {
   terminate(node.value);
   tag_ = TreeBuilder::none;
   if (!std::exchange(bare_, false)) return;
-  for (std::uint32_t i = 0; i < node.attributes; ++i) {
-    terminate(tree_.attribute(node.attribute + i).value);
+  for (std::uint32_t i = node.attribute; i < tree_.attributeCount(); ++i) {
+    terminate(tree_.attribute(i).value);
   }
 }
 
@@ -380,7 +380,7 @@ bool Scanner::addAttribute() {
   Mistake mistake = attribute(read);
   if (mistake) return fail(mistake, tree_.view(read.name));
 
-  if (tree_.node(element).attributes == limits_.attributes) {
+  if (tree_.attributeCount() - tree_.node(element).attribute == limits_.attributes) {
     mistake.fault = Fault::tooManyAttributes;
   } else if (Element(tree_, element).attribute(tree_.view(read.name)) != nullptr) {
     mistake.fault = Fault::repeatedAttribute;
@@ -391,7 +391,6 @@ bool Scanner::addAttribute() {
     return fail(mistake, tree_.view(read.name));
   }
   tree_.add(read, at_);
-  ++tree_.at(element).attributes;
   return true;
 }
 
@@ -491,16 +490,14 @@ std::size_t Scanner::lengthOfDeclarationWord() const {
 
 // Of a word that stands there twice the later value counts, also where that could not be read.
 void Scanner::declare(std::uint32_t node, Attribute const& read) {
-  Node& owner = tree_.at(node);
-  for (std::uint32_t i = 0; i < owner.attributes; ++i) {
-    Attribute& earlier = tree_.attributeAt(owner.attribute + i);
+  for (std::uint32_t i = tree_.node(node).attribute; i < tree_.attributeCount(); ++i) {
+    Attribute& earlier = tree_.attributeAt(i);
     if (earlier.name.length == read.name.length) {
       earlier = read;
       return;
     }
   }
   tree_.add(read, at_);
-  ++tree_.at(node).attributes;
 }
 
 // TinyXML reads a declaration's attributes without a document to tell of an error. So at the top

@@ -28,7 +28,7 @@ inline constexpr std::size_t maxAttributes = 256;
 
 struct Limits {
   std::size_t depth = maxDepth;
-  std::size_t attributes = maxAttributes;  ///< at most 65535, as nodes count them
+  std::size_t attributes = maxAttributes;
 };
 
 /// How many zero bytes have to stand behind a text. One would end it, but in UTF-8 TinyXML steps

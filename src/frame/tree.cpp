@@ -60,9 +60,10 @@ void Tree::move(std::size_t more) {
 
 char const* Element::attribute(std::string_view name) const {
   if (tree_ == nullptr) return nullptr;
-  Node const& own = node();
-  for (std::uint32_t i = 0; i < own.attributes; ++i) {
-    Attribute const& attribute = tree_->attribute(own.attribute + i);
+  std::uint32_t const first = node().attribute;
+  std::uint32_t const end = first + tree_->attributesOf(index_);
+  for (std::uint32_t i = first; i < end; ++i) {
+    Attribute const& attribute = tree_->attribute(i);
     if (tree_->view(attribute.name) == name) return tree_->terminated(attribute.value);
   }
   return nullptr;

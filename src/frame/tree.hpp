@@ -47,8 +47,7 @@ struct Node {
   Piece value;              ///< an element's name, and of others what stands in them
   std::uint32_t next;       ///< the next sibling; 0 when there is none
   std::uint32_t offset;     ///< where the node begins in the text, counted in bytes
-  std::uint32_t attribute;  ///< the first one
-  std::uint16_t attributes;
+  std::uint32_t attribute;  ///< the first one; the last stands in front of the next node's first
   NodeKind kind;
   bool hasChild;  ///< the next node is the first child
 };
@@ -74,6 +73,11 @@ class Tree {
   /// Attributes in the order of the text; each element's stand together.
   Attribute const& attribute(std::uint32_t index) const { return end_[-1 - std::int64_t{index}]; }
   std::uint32_t attributeCount() const { return attributeCount_; }
+  /// How many of them a node has.
+  std::uint32_t attributesOf(std::uint32_t node) const {
+    bool const last = node + 1 == nodeCount_;
+    return (last ? attributeCount_ : nodes_[node + 1].attribute) - nodes_[node].attribute;
+  }
   std::string_view view(Piece piece) const { return {text_ + piece.at, piece.length}; }
   /// The same for those that end at a zero byte.
   char const* terminated(Piece piece) const { return text_ + piece.at; }
@@ -128,7 +132,7 @@ class TreeBuilder {
   /// Adds a node to the open element. What comes behind it will be made of the text from `at` on.
   std::uint32_t add(NodeKind kind, Piece value, std::uint32_t offset, char const* at) {
     std::uint32_t const node =
-        tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, at);
+        tree_.add({value, 0, offset, tree_.attributeCount(), kind, false}, at);
     if (previous_ != none) {
       tree_.at(previous_).next = node;
     } else if (open_ != none) {
@@ -141,7 +145,7 @@ class TreeBuilder {
   /// Adds the only child of the element that was added last, which is not opened.
   void addOnlyChild(std::uint32_t element, NodeKind kind, Piece value, std::uint32_t offset,
                     char const* at) {
-    tree_.add({value, 0, offset, tree_.attributeCount(), 0, kind, false}, at);
+    tree_.add({value, 0, offset, tree_.attributeCount(), kind, false}, at);
     tree_.at(element).hasChild = true;
   }
 

@@ -60,8 +60,8 @@ class Scanned {
   Scan const* operator->() const { return &scan_; }
   Counts counts() const {
     Counts counts;
-    for (Node const& node : tree_.nodes()) {
-      if (node.kind == NodeKind::element) counts.add(node.attributes);
+    for (std::uint32_t i = 0; i < tree_.nodes().size(); ++i) {
+      if (tree_.node(i).kind == NodeKind::element) counts.add(tree_.attributesOf(i));
     }
     return counts;
   }

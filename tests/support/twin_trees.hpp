@@ -171,10 +171,12 @@ inline std::string flawOf(frame::Tree const& tree, std::size_t length) {
     if (!isWithin(node.value)) return flaw("has a value outside of the text");
     if (!isTerminated(node.value)) return flaw("has a value without an end");
     if (node.offset > length) return flaw("begins outside of the text");
-    if (node.attributes == 0) continue;
     if (node.attribute != attributes) return flaw("has the attributes of another");
-    attributes += node.attributes;
-    for (std::uint32_t a = 0; a < node.attributes; ++a) {
+    if (tree.attributesOf(i) > tree.attributeCount() - attributes) {
+      return flaw("has attributes that are none");
+    }
+    attributes += tree.attributesOf(i);
+    for (std::uint32_t a = 0; a < tree.attributesOf(i); ++a) {
       frame::Attribute const& attribute = tree.attribute(node.attribute + a);
       if (!isWithin(attribute.name) || !isWithin(attribute.value)) {
         return flaw("has an attribute outside of the text");
@@ -207,10 +209,9 @@ inline char const* nameOf(frame::NodeKind kind) {
 }
 
 /// The value of a declaration's word, up to a zero byte; empty without one.
-inline std::string_view declared(frame::Tree const& tree, frame::Node const& node,
-                                 std::size_t length) {
-  for (std::uint32_t a = 0; a < node.attributes; ++a) {
-    frame::Attribute const& attribute = tree.attribute(node.attribute + a);
+inline std::string_view declared(frame::Tree const& tree, std::uint32_t node, std::size_t length) {
+  for (std::uint32_t a = 0; a < tree.attributesOf(node); ++a) {
+    frame::Attribute const& attribute = tree.attribute(tree.node(node).attribute + a);
     if (attribute.name.length != length) continue;
     std::string_view const value = tree.view(attribute.value);
     return value.substr(0, value.find('\0'));
@@ -227,11 +228,11 @@ inline std::string dumpOf(frame::Tree const& tree, frame::Places places) {
     Place const place = places.of(node.offset);
     dump.node(ends.size(), nameOf(node.kind), place.line, place.column, tree.view(node.value));
     if (node.kind == frame::NodeKind::declaration) {
-      dump.attribute("version", declared(tree, node, std::strlen("version")));
-      dump.attribute("encoding", declared(tree, node, std::strlen("encoding")));
-      dump.attribute("standalone", declared(tree, node, std::strlen("standalone")));
+      dump.attribute("version", declared(tree, i, std::strlen("version")));
+      dump.attribute("encoding", declared(tree, i, std::strlen("encoding")));
+      dump.attribute("standalone", declared(tree, i, std::strlen("standalone")));
     } else {
-      for (std::uint32_t a = 0; a < node.attributes; ++a) {
+      for (std::uint32_t a = 0; a < tree.attributesOf(i); ++a) {
         frame::Attribute const& attribute = tree.attribute(node.attribute + a);
         Place const own = places.of(attribute.name.at);
         dump.attribute(tree.view(attribute.name), tree.view(attribute.value), own.line, own.column);

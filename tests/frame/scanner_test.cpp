@@ -4,21 +4,27 @@
 #include <tinyxml.h>
 
 #include <algorithm>
-#include <random>
-#include <sstream>
+#include <clocale>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "frame/nodes.hpp"
+#include "support/folder.hpp"
 #include "support/locale.hpp"
+#include "support/nasty_texts.hpp"
 #include "support/twin_trees.hpp"
+#include "support/white_space.hpp"
 
 namespace Kovra::frame {
 
 namespace {
 
 using namespace std::string_literals;
+
+using test::encodings;
+using test::NastyTexts;
 
 // ---- The scanner and TinyXML side by side ------------------------------------------------------
 
@@ -47,29 +53,17 @@ Counts countsOf(TiXmlDocument const& document) {
   return counts;
 }
 
-// A text in a block of exactly its size and the padding, so that a sanitizer sees one byte more,
-// and what the scanner makes of it.
-class Scanned {
+class Scanned : public test::Scanned {
  public:
-  explicit Scanned(std::string_view text)
-      : bytes_(text.size() + padding),
-        tree_((std::copy(text.begin(), text.end(), bytes_.begin()), bytes_.data()), text.size(),
-              {}),
-        scan_(scan(bytes_.data(), text.size(), tree_)) {}
+  explicit Scanned(std::string_view text) : test::Scanned(text) {}
 
-  Scan const* operator->() const { return &scan_; }
   Counts counts() const {
     Counts counts;
-    for (std::uint32_t i = 0; i < tree_.nodes().size(); ++i) {
-      if (tree_.node(i).kind == NodeKind::element) counts.add(tree_.attributesOf(i));
+    for (std::uint32_t i = 0; i < tree().nodes().size(); ++i) {
+      if (tree().node(i).kind == NodeKind::element) counts.add(tree().attributesOf(i));
     }
     return counts;
   }
-
- private:
-  std::vector<char> bytes_;
-  Tree tree_;
-  Scan scan_;
 };
 
 bool isEnd(Fault fault) {
@@ -119,10 +113,6 @@ std::string withAttributes(std::size_t count) {
 
 constexpr std::size_t megabyte = 1U << 20U;
 constexpr char const* utf8Mark = "\xEF\xBB\xBF";
-
-// What makes TinyXML read on in each of its encodings: undecided, UTF-8 (twice) and legacy.
-std::vector<std::string> const encodings = {"", utf8Mark, "<?xml version='1.0'?>",
-                                            "<?xml version='1.0' encoding='latin1'?>"};
 
 // ---- Limits ------------------------------------------------------------------------------------
 
@@ -631,74 +621,10 @@ TEST_P(ScannerIn, AgreesOnEverySpellingOfADeclaration) {
 
 // ---- At random ---------------------------------------------------------------------------------
 
-std::vector<std::string> piecesOf(std::string const& all) {
-  std::vector<std::string> pieces;
-  std::istringstream stream(all);
-  for (std::string piece; std::getline(stream, piece, '|');) pieces.push_back(piece);
-  return pieces;
-}
-
-// Texts that are nearly right: tags are mostly closed in order, and any piece may be a nasty one.
-class NastyTexts {
- public:
-  explicit NastyTexts(unsigned seed) : random_(seed) {}
-
-  std::string next() {
-    std::string text = oneOf(encodings);
-    std::vector<std::string> open;
-    for (std::size_t left = 1 + below(16); left > 0; --left) append(text, open);
-    for (; !open.empty() && below(30) > 0; open.pop_back()) text += "</" + open.back() + ">";
-    if (below(8) == 0) text.resize(below(text.size() + 1));
-    return text;
-  }
-
- private:
-  void append(std::string& text, std::vector<std::string>& open) {
-    switch (below(open.empty() ? 4 : 8)) {
-      case 0:
-      case 1:
-      case 2:
-        open.push_back(oneOf(names));
-        text += "<" + open.back();
-        while (below(3) == 0) {
-          text += " " + oneOf(names);
-          text += "=" + oneOf(values);
-        }
-        text += oneOf({">", ">", ">", " >", "\n>"});
-        break;
-      case 4:
-      case 5:
-        text += "</" + open.back() + oneOf({">", ">", " >"});
-        open.pop_back();
-        break;
-      case 6:
-        text += oneOf(harmless);
-        break;
-      default:
-        text += below(6) == 0 ? oneOf(nasty) : oneOf(harmless);
-    }
-  }
-
-  std::size_t below(std::size_t end) { return random_() % end; }
-  std::string oneOf(std::vector<std::string> const& pieces) { return pieces[below(pieces.size())]; }
-
-  std::vector<std::string> const names = piecesOf("a|b|ab|_|x.y-z:1|\xC3\xA9|version");
-  std::vector<std::string> const values =
-      piecesOf("'c'|\"d\"|e|'>'|\"</a>\"|'&#65;'|'\xC3'|'\xC3''|'&'|''|<|&#|\"'\"|'&lt;'");
-  std::vector<std::string> const harmless = piecesOf(
-      " |\n|text|&amp;|&#65;|&|<!-- </a> -->|<![CDATA[</a>]]>|<e/>|<e f='1'/>|<?xml?>|<?p?>|"
-      "<!-->-->|<!x>|\xC3\xA9|\xEF\xBB\xBF");
-  std::vector<std::string> const nasty = piecesOf(
-      "<|>|'|\"|=|&#|&#x|;|</|</a>|/>|<!--|-->|<!-->|<![CDATA[|]]>|<?xml|?>|<!|<?|<1|</x|&#z;|#1;|"
-      "x1;|<a b|<a b=|<a b='|<a a='' a=''/>|version|<?xml version=|<?xml encoding='x|"
-      " encoding='UTF-8' |<?XML VERSION='|\xC3|\xE2|\xF4|\xEF\xBB|\xEF\xBF\xBF|<\xEF\xBB\xBF|\x7F|"
-      "\x85|\xA0");
-
-  std::mt19937 random_;
-};
-
 TEST_P(ScannerIn, AgreesOnNastyTexts) {
-  NastyTexts texts(20240229);
+  constexpr unsigned seed = 20240229;
+  SCOPED_TRACE(seed);
+  NastyTexts texts(seed);
   int constexpr count = 30000;
   int good = 0;
   int broken = 0;
@@ -710,12 +636,89 @@ TEST_P(ScannerIn, AgreesOnNastyTexts) {
   EXPECT_GT(broken, count / 5);
 }
 
-// TinyXML can be told to keep white space, process-wide. That changes texts, not their bounds.
-TEST(Scanner, AgreesAlsoWhenTinyXmlKeepsWhiteSpace) {
-  TiXmlBase::SetCondenseWhiteSpace(false);
-  NastyTexts texts(19991231);
-  for (int i = 0; i < 10000 && !HasFailure(); ++i) judge(texts.next());
-  TiXmlBase::SetCondenseWhiteSpace(true);
+// ---- Samples -----------------------------------------------------------------------------------
+
+// Replies, and what stands beside them.
+std::vector<std::string> const& samples() {
+  static std::vector<std::string> const all = [] {
+    std::vector<std::filesystem::path> files;
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(KOVRA_SAMPLES_DIR)) {
+      if (entry.is_regular_file()) files.push_back(entry.path());
+    }
+    std::sort(files.begin(), files.end());
+    std::vector<std::string> texts;
+    for (auto const& file : files) {
+      std::string const text = test::contentsOf(file.string());
+      texts.push_back(text.substr(0, text.find('\0')));  // where a text ends
+    }
+    return texts;
+  }();
+  return all;
+}
+
+TEST_P(ScannerIn, AgreesOnEverySample) {
+  EXPECT_GT(samples().size(), 100U);
+  int good = 0;
+  for (std::string const& sample : samples()) good += judge(sample) == Fault::none ? 1 : 0;
+  EXPECT_GT(good, 50);
+}
+
+TEST_P(ScannerIn, AgreesOnSamplesCutAnywhere) {
+  int cut = 0;
+  for (std::string const& sample : samples()) {
+    if (sample.size() > 400 || !sample.starts_with('<')) continue;
+    for (std::size_t size = 0; size < sample.size(); ++size) judge(sample.substr(0, size));
+    ++cut;
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(cut, 5);
+}
+
+TEST_P(ScannerIn, AgreesOnChangedSamples) {
+  constexpr unsigned seed = 20240501;
+  SCOPED_TRACE(seed);
+  NastyTexts texts(seed);
+  int good = 0;
+  int broken = 0;
+  for (std::string const& sample : samples()) {
+    if (!sample.starts_with('<')) continue;
+    for (int i = 0; i < 16 && !HasFailure(); ++i) {
+      (judge(texts.changed(sample)) == Fault::none ? good : broken) += 1;
+    }
+  }
+  EXPECT_GT(good, 200);
+  EXPECT_GT(broken, 400);
+}
+
+// TinyXML can be told to keep white space, process-wide.
+class WhiteSpaceKeptIn : public ScannerIn {
+ protected:
+  test::KeptWhiteSpace const kept_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Locale, WhiteSpaceKeptIn,
+                         testing::Values("C", "C.UTF-8", "de_DE.ISO-8859-1", "tr_TR.ISO-8859-9"));
+
+TEST_P(WhiteSpaceKeptIn, ScannerAgreesOnNastyTexts) {
+  constexpr unsigned seed = 19991231;
+  SCOPED_TRACE(seed);
+  NastyTexts texts(seed);
+  int good = 0;
+  for (int i = 0; i < 10000 && !HasFailure(); ++i) {
+    good += judge(texts.next()) == Fault::none ? 1 : 0;
+  }
+  EXPECT_GT(good, 2000);
+}
+
+TEST_P(WhiteSpaceKeptIn, ScannerAgreesOnSamplesAlsoOnChangedOnes) {
+  constexpr unsigned seed = 20000101;
+  SCOPED_TRACE(seed);
+  NastyTexts texts(seed);
+  for (std::string const& sample : samples()) {
+    judge(sample);
+    for (int i = 0; i < 4 && sample.starts_with('<') && !HasFailure(); ++i)
+      judge(texts.changed(sample));
+  }
 }
 
 }  // namespace

@@ -107,12 +107,13 @@ void showError(TiXmlDocument& document, char const* likeness) {
 
 void showOutcome(TiXmlDocument& document, Scan const& scan) {
   document.SetTabSize(0);  // since always: rows and columns were never looked for
-  if (scan.byteOrderMark) {
-    parseAndClear(document, "\xEF\xBB\xBF<>");
-  } else if (scan.fault == Fault::none) {
+  // It keeps a byte order mark in mind, for what it writes, also that of a text that was refused.
+  if (scan.byteOrderMark) document.Parse("\xEF\xBB\xBF");
+  if (scan.fault == Fault::none) {
     parseAndClear(document, "<>");
+  } else {
+    showError(document, scan.likeness);
   }
-  if (scan.fault != Fault::none) showError(document, scan.likeness);
 }
 
 // Trees of hosts.

@@ -357,7 +357,7 @@ TEST(Element, IsNoneWhereADocumentHasNone) {
 TEST(Element, MayHaveMoreAttributesThanSixteenBitsCount) {
   std::string const names = "first\0last"s;
   std::uint32_t const count = 65536 + 3;
-  Tree tree(names.c_str(), {});
+  Tree tree(names.c_str(), names.size(), {});
   TreeBuilder builder(tree);
   tree.reserve(sizeof(Node) + count * sizeof(Attribute));
   std::uint32_t const element = builder.add(NodeKind::element, {5, 0}, 0);
@@ -472,7 +472,7 @@ TEST(TreeMemory, OfAnySizeAndWithAnyEndMakesTheSameTree) {
 }
 
 TEST(TreeMemory, RefusesATextThatIsDeclaredTooLongBeforeItIsTouched) {
-  Tree tree(nullptr, {});
+  Tree tree(nullptr, 0, {});
   Scan const refused = scan(nullptr, Tree::longestText + 1, tree);
   EXPECT_EQ(refused.fault, Fault::tooLong);
   EXPECT_TRUE(isHostile(refused.fault));
@@ -485,7 +485,7 @@ TEST(TreeMemory, TakesTheLongestText) {
   void* const pages = ::mmap(nullptr, size, PROT_READ | PROT_WRITE,
                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
   if (pages == MAP_FAILED) GTEST_SKIP() << "no such address space here";
-  Tree tree(static_cast<char const*>(pages), {});
+  Tree tree(static_cast<char const*>(pages), 0, {});
   EXPECT_EQ(scan(static_cast<char*>(pages), Tree::longestText, tree).fault, Fault::empty);
   ::munmap(pages, size);
 }

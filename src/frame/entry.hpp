@@ -88,6 +88,7 @@ class HostTree {
   HostTree(HostTree const&) = delete;
   HostTree& operator=(HostTree const&) = delete;
 
+  Tree const& tree() const { return tree_; }
   Element root() const { return tree_.nodes().empty() ? Element() : Element(tree_, 0); }
 
  private:

@@ -14,10 +14,13 @@
 #include <string>
 #include <vector>
 
+#include "kvxprinteridparser.h"
 #include "kvxstatusparser.h"
 #include "support/general_status.hpp"
 #include "support/locale.hpp"
+#include "support/nasty_texts.hpp"
 #include "support/records.hpp"
+#include "support/white_space.hpp"
 #include "support/wide.hpp"
 
 namespace Kovra::frame {
@@ -614,6 +617,54 @@ TEST(BrokenReplies, SentTwiceInOneTextAreReadOnce) {
   Read const once = readByTheWideEntry(wide(reply));
   EXPECT_TRUE(once.result);
   EXPECT_TRUE(agree(readByTheWideEntry(wide(reply + reply)), once));
+}
+
+// ---- Where a host lets TinyXML keep white space ------------------------------------------------
+
+TEST(KeptWhiteSpace, IsReadByTheEntriesAsByTheElementReaders) {
+  constexpr unsigned seed = 20240311;
+  SCOPED_TRACE(seed);
+  test::NastyTexts texts(seed);
+  test::KeptWhiteSpace const kept;
+  int good = 0;
+  for (int i = 0; i < 300; ++i) {
+    std::string const text =
+        i == 0 ? test::generalStatusReply : texts.changed(test::generalStatusReply);
+    std::string const padded = text + std::string(padding, '\0');
+    Read const expected = judgedByTinyXml(padded.c_str());
+    EXPECT_TRUE(agree(readByTheNarrowEntry(text), expected)) << text;
+    EXPECT_TRUE(agree(readByTheWideEntry(wide(text)), judgedByTinyXml(wide(text)))) << text;
+    good += expected.result ? 1 : 0;
+  }
+  EXPECT_GT(good, 30);
+}
+
+TEST(KeptWhiteSpace, StaysInWhatIsRead) {
+  std::string const text =
+      "<printer_id>\n <vendor>  a \n b\t</vendor> <printer_model> &#32; </printer_model>\n"
+      " <oem_country><![CDATA[  ]]></oem_country> <hcb_fw_version>&#32;c </hcb_fw_version>\n"
+      "</printer_id>";
+  auto const read = [&] {
+    KVPrinterInfo info = test::filled<KVPrinterInfo>();
+    EXPECT_TRUE(KVXPrinterIDParser().ParsePrinterInfo(text.c_str(), 0, info));
+    TiXmlDocument document;
+    document.Parse(text.c_str());
+    KVPrinterInfo byTinyXml = test::filled<KVPrinterInfo>();
+    EXPECT_TRUE(KVXPrinterIDParser().parsePrinterInfo(document.RootElement(), byTinyXml));
+    EXPECT_TRUE(same(info, byTinyXml));
+    return info;
+  };
+  KVPrinterInfo const condensed = read();
+  EXPECT_STREQ(condensed.vendor, "a b");
+  EXPECT_STREQ(condensed.oem_country, "  ");
+  EXPECT_STREQ(condensed.hcb_fw_version, " c");
+
+  test::KeptWhiteSpace const kept;
+  KVPrinterInfo const whole = read();
+  EXPECT_STREQ(whole.vendor, "  a \n b\t");
+  EXPECT_STREQ(whole.oem_country, "  ");
+  EXPECT_STREQ(whole.hcb_fw_version, " c ");
+  EXPECT_TRUE(same(whole.printer_model, condensed.printer_model)) << "blank, so there is no text";
 }
 
 }  // namespace

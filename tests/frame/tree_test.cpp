@@ -360,9 +360,9 @@ TEST(Element, MayHaveMoreAttributesThanSixteenBitsCount) {
   Tree tree(names.c_str(), names.size(), {});
   TreeBuilder builder(tree);
   tree.reserve(sizeof(Node) + count * sizeof(Attribute));
-  std::uint32_t const element = builder.add(NodeKind::element, {5, 0}, 0);
+  std::uint32_t const element = builder.add(NodeKind::element, {5, 0}, 0, names.c_str());
   for (std::uint32_t i = 0; i < count; ++i) {
-    tree.add(Attribute{i + 1 < count ? Piece{0, 5} : Piece{6, 4}, {5, 0}}, "");
+    tree.add(Attribute{i + 1 < count ? Piece{0, 5} : Piece{6, 4}, {5, 0}}, names.c_str());
   }
   EXPECT_STREQ(Element(tree, element).attribute("first"), "");
   EXPECT_STREQ(Element(tree, element).attribute("last"), "");

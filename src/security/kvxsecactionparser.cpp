@@ -1,7 +1,7 @@
 #include "kvxsecactionparser.h"
 
 #include <array>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "security/security_replies.hpp"
@@ -75,9 +75,11 @@ struct ExchangedKind {
  private:
   static bool isHexadecimal(char const* text) { return std::strncmp(text, "0x", 2) == 0; }
 
+  // Not by sscanf(), which leaves a copy of the digits on the stack.
   static bool scan(char const* text, long& out) {
-    unsigned long value = 0;
-    if (std::sscanf(text, isHexadecimal(text) ? "%lx" : "%lu", &value) != 1) return false;
+    char* end = nullptr;
+    unsigned long const value = std::strtoul(text, &end, isHexadecimal(text) ? 16 : 10);
+    if (end == text) return false;
     out = static_cast<long>(value);
     return true;
   }
@@ -253,12 +255,14 @@ bool KVXSecAction::GetNonceValue(wchar_t const& text, int length, char* out) {
 bool KVXSecAction::ParseHostDHKeyValues(wchar_t const& text, unsigned long length,
                                         _tagHostDHKeys& out) {
   long discarded = 0;
+  WipedAtEnd const wiped(discarded);
   return readDiffieHellman(text, length, out, discarded);
 }
 
 bool KVXSecAction::ParsePrinterDHKeyValues(wchar_t const& text, unsigned long length,
                                            long& printerInterimKey) {
   _tagHostDHKeys discarded{};
+  WipedAtEnd const wiped(discarded);
   return readDiffieHellman(text, length, discarded, printerInterimKey);
 }
 

@@ -620,15 +620,11 @@ char* Scanner::decodeReference(char* from, char*& to) const {
   return from + 1;
 }
 
-// In UTF-8 as many bytes as the first one announces: those from a zero byte on become zeros.
+// In UTF-8 as many bytes as the first one announces, also of the zeros behind the text.
 char* Scanner::copyCharacter(char* from, char*& to) const {
   std::size_t const length = encoding_ == Encoding::utf8 ? utf8Length(*from) : 1;
-  bool ended = false;
-  for (std::size_t i = 0; i < length; ++i) {
-    ended = ended || from[i] == '\0';
-    *to++ = ended ? '\0' : from[i];
-  }
-  return from + length;
+  for (char const* const end = from + length; from != end; ++from) *to++ = *from;
+  return from;
 }
 
 bool Scanner::isAllBlank(char const* from, char const* to) {

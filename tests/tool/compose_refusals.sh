@@ -91,6 +91,9 @@ refused 1:14: 'a"b\: '"$twice" '{"a\\"b\\\\":1, "a\\"b\\\\":2}' media
 refused 1:8: "$twice" '{"":1, "":2}' media
 refused 1:15: "readings: $twice" '{"readings":0,"readings":0}' media
 
+# What stands behind a NUL is part of the text.
+refused 1:24: "malformed JSON: a NUL byte" '{"current_passkey":"a"}\0{' passkey
+
 # A name is told to its end, and drives no terminal.
 refused '' 'a\x00b\x1b\n: found a value; expected none: this document has no such element' \
   '{"a\\u0000b\\u001b\\n": 1}' passkey

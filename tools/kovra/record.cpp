@@ -238,6 +238,10 @@ class Builder final : public nlohmann::json_sax<Json> {
 };
 
 Value valueOf(std::string_view text) try {
+  // The JSON library takes it for the end, whatever stands behind.
+  if (std::size_t const nul = text.find('\0'); nul != text.npos) {
+    throw RecordFailure(placeOf(text, nul), "malformed JSON: a NUL byte");
+  }
   Builder builder(text);
   Json::sax_parse(builder.begin(), builder.end(), &builder);
   return builder.result();

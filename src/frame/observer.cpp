@@ -9,7 +9,7 @@ namespace Kovra::frame {
 
 namespace {
 
-std::string textIn(Element element) {
+std::string_view textIn(Element element) {
   char const* const text = element.text();
   return text != nullptr ? text : "";
 }

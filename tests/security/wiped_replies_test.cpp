@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "kovra.hpp"
 #include "kvxconfigparser.h"
 #include "kvxgetein.h"
 #include "kvxsecactionparser.h"
@@ -235,7 +236,17 @@ void expectNoTrace(Reader const& reader, Reply& reply, std::size_t failing, OwnS
   }
 }
 
-using WipedReplies = test::HeapTest;
+class WipedReplies : public test::HeapTest {
+ protected:
+  // TinyXML, which sets attributes in a host's tree, binds its calls when they are made for the
+  // first time, and the linker saves all registers on the stack then.
+  WipedReplies() {
+    TiXmlDocument tree;
+    tree.Parse("<r><action name=''><printer/></action><printer model='' serial='' nonce=''/></r>");
+    _tagSecReqXML record{"longer than what a text keeps", "", "short", "also much longer"};
+    KVXSecAction().ParseReqValues(tree.RootElement(), record);
+  }
+};
 
 /// Leaves a piece of the key on the stack.
 void leave(std::size_t first, std::size_t length) {
@@ -271,6 +282,71 @@ TEST_F(WipedReplies, LeaveNoTraceInMemory) {
       }
     }
     EXPECT_GE(calls, 30U);
+  }
+}
+
+// ---- The face --------------------------------------------------------------------------------
+
+/// Decodes on a stack that is searched, with one allocation failing, and hands the values out.
+Decoding expectNoTraceOfValues(std::string const& text, std::string const& secret,
+                               std::size_t failing, OwnStack& stack) {
+  Decoding decoding;
+  std::size_t released = 0;
+  std::string const piece = middleOf(secret);
+  stack.run([&] {
+    Allocations const allocations(failing);
+    Released const blocks(piece);
+    try {
+      decoding = decode(text.data(), text.size());
+    } catch (std::bad_alloc const&) {
+    }
+    released = blocks.found();
+  });
+  EXPECT_EQ(released, 0U) << "blocks";
+  if (KOVRA_TESTS_LOOK_AT_STACK) {
+    EXPECT_EQ(stack.found(secret), 0U) << "pieces on the stack";
+  }
+  return decoding;
+}
+
+std::vector<std::string> secretReplies(std::string const& secret) {
+  std::string const lock = in("printer_lock_key", secret);
+  return {
+      in("keys", in("data_encryption_key", secret) + lock + in("host_authentication_key", secret)),
+      in("keys", lock + lock),
+      in("keys", in("set", in("current_passkey", secret) + in("new_passkey", secret))),
+      in("passkey", secret),
+      in("configuration", in("wireless", in("ssid", "x") + in("key", secret) + in("key", secret))),
+      in("data", in("mag", in("track1", secret) + in("track2", secret))),
+  };
+}
+
+// The first is kept by a string without the heap, the last is cut.
+TEST_F(WipedReplies, LeaveNoTraceBesideTheValuesOfTheFace) {
+  OwnStack stack;
+  for (std::string const& secret : {key.substr(0, 12), key, repeated(key, 20)}) {
+    for (std::string const& text : secretReplies(secret)) {
+      SCOPED_TRACE(text.substr(0, 100));
+      Decoding const whole = expectNoTraceOfValues(text, secret.substr(0, 24), 0, stack);
+      EXPECT_EQ(whole.status, Decoding::Status::decoded);
+      EXPECT_FALSE(whole.readings.empty());
+      for (std::size_t failing = 1; failing < 40; ++failing) {
+        SCOPED_TRACE(failing);
+        expectNoTraceOfValues(text, secret.substr(0, 24), failing, stack);
+      }
+    }
+  }
+}
+
+TEST_F(WipedReplies, LeaveNothingInValuesThatTheHostDestroys) {
+  for (std::string const& secret : {key.substr(0, 12), key}) {
+    for (std::string const& text : secretReplies(secret)) {
+      auto decoding = std::make_unique<Decoding>(decode(text.data(), text.size()));
+      std::string const piece = middleOf(secret);
+      Released const blocks(piece);
+      decoding.reset();
+      EXPECT_EQ(blocks.found(), 0U) << text;
+    }
   }
 }
 

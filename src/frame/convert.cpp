@@ -71,7 +71,8 @@ bool scanPlainReal(char const* text, double& number) {
   }
   std::size_t const fraction = digits.count - whole;
   if (*end != '\0' || digits.count >= std::size(exactPowers)) return false;
-  auto const value = static_cast<double>(digits.value);
+  // Signed: of an unsigned zero, rounding downward makes a negative one on some compilers.
+  auto const value = static_cast<double>(static_cast<long>(digits.value));
   number = (negative ? -value : value) / exactPowers[fraction];
   return true;
 }

@@ -55,6 +55,17 @@ Remains failingAt(std::size_t failing, std::function<void()> const& call) {
   return {false, allocations.alive()};
 }
 
+/// The same for a call that loses blocks, which are given back here.
+Remains losingAt(std::size_t failing, std::function<void()> const& call) {
+  Allocations allocations(failing);
+  try {
+    call();
+  } catch (std::bad_alloc const&) {
+    return {true, allocations.reclaim()};
+  }
+  return {false, allocations.reclaim()};
+}
+
 using AllocationWatch = test::HeapTest;
 using HeapUse = test::HeapTest;
 using NoMemory = test::HeapTest;
@@ -72,10 +83,10 @@ TEST_F(AllocationWatch, CountsFailsAndGivesBack) {
     delete second;
   };
   EXPECT_EQ(allocationsOf(two), 2U);
-  EXPECT_FALSE(failingAt(3, two).threw);
-  EXPECT_EQ(failingAt(3, two).blocks, 0U);
-  EXPECT_TRUE(failingAt(2, two).threw);
-  EXPECT_EQ(failingAt(2, two).blocks, 1U);  // `first`, which this call loses
+  EXPECT_FALSE(losingAt(3, two).threw);
+  EXPECT_EQ(losingAt(3, two).blocks, 0U);
+  EXPECT_TRUE(losingAt(2, two).threw);
+  EXPECT_EQ(losingAt(2, two).blocks, 1U);  // `first`, which this call loses
 }
 
 // ---- How much ---------------------------------------------------------------------------------

@@ -51,7 +51,8 @@ struct KOVRA_EXPORT Value {
   bool flag = false;
   bool known = false;
   bool hexadecimal = false;  ///< a natural that people read as bits
-  bool secret = false;       ///< a key, pass phrase or track: not to be shown unasked
+  bool secret = false;       ///< a key, pass phrase or track: not to be shown unasked; its text is
+                             ///< wiped when the value is destroyed or takes another
   long integer = 0;
   unsigned long natural = 0;
   double real = 0;

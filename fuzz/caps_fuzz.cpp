@@ -13,6 +13,7 @@
 #include "kovra.hpp"
 #include "kvxcapsparser.h"
 #include "kvxsetcaps.h"
+#include "support/composed.hpp"
 #include "support/guarded.hpp"
 
 using namespace Kovra;
@@ -67,23 +68,9 @@ void driveWithRoom(WideText const& text) {
   require(writer.SetCapabilities({}, out, 64, 0, caps.atm));
 }
 
-// A text that was cut within a letter takes the markup behind it for the letter's rest.
-bool isAscii(std::string const& text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-bool isDecoded(std::string const& text) {
-  return decode(text.data(), text.size(), "capabilities").status == Decoding::Status::decoded;
-}
-
 void compose(std::uint8_t const* data, std::size_t size) try {
-  Decoding const decoding = decode(reinterpret_cast<char const*>(data), size, "capabilities");
-  for (Reading const& reading : decoding.readings) {
-    Composition const whole = composeCapabilities(reading.record);
-    require(whole.composed);
-    require(!isAscii(whole.text) || isDecoded(whole.text));
-  }
+  composeAgain(data, size, "capabilities",
+               [](Value const& record) { return composeCapabilities(record); });
 } catch (std::bad_alloc const&) {  // more entries than any printer has
 }
 

@@ -1,0 +1,62 @@
+/// @file
+/// What the face shows of a reply can be composed again, apart from texts that no document carries:
+/// those that a printer's bytes, or the end of a member, cut within a letter.
+
+#ifndef KOVRA_FUZZ_SUPPORT_COMPOSED_HPP
+#define KOVRA_FUZZ_SUPPORT_COMPOSED_HPP
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "guarded.hpp"
+#include "kovra.hpp"
+
+namespace kovra_fuzz {
+
+/// Can a document in UTF-8 hold the text? The C library says what is UTF-8.
+inline bool isForXml(std::string text) {
+  static iconv_t const toCharacters = iconv_open("UCS-4LE", "UTF-8");
+  std::vector<std::uint32_t> characters(text.size());
+  char* from = text.data();
+  char* to = reinterpret_cast<char*>(characters.data());
+  std::size_t left = text.size(), room = characters.size() * sizeof characters[0];
+  iconv(toCharacters, nullptr, nullptr, nullptr, nullptr);
+  if (iconv(toCharacters, &from, &left, &to, &room) != 0) return false;
+  characters.resize(characters.size() - room / sizeof characters[0]);
+  return std::all_of(characters.begin(), characters.end(), [](std::uint32_t character) {
+    bool const control =
+        character < 0x20 && character != '\t' && character != '\n' && character != '\r';
+    return !control && character != 0xFFFE && character != 0xFFFF;
+  });
+}
+
+/// The same of all texts in a record.
+inline bool isForXml(Kovra::Value const& value) {
+  if (value.kind == Kovra::Value::Kind::text) return isForXml(value.text);
+  return std::all_of(value.items.begin(), value.items.end(),
+                     [](Kovra::Value const& item) { return isForXml(item); }) &&
+         std::all_of(value.members.begin(), value.members.end(),
+                     [](Kovra::Member const& member) { return isForXml(member.value); });
+}
+
+/// Composes what the face reads from the input as `name`, and reads that again.
+template <class Compose>
+void composeAgain(std::uint8_t const* data, std::size_t size, char const* name, Compose compose) {
+  using Kovra::decode, Kovra::Decoding;
+  for (Kovra::Reading const& reading :
+       decode(reinterpret_cast<char const*>(data), size, name).readings) {
+    Kovra::Composition const whole = compose(reading.record);
+    require(whole.composed == isForXml(reading.record));
+    if (!whole.composed) continue;
+    require(decode(whole.text.data(), whole.text.size(), name).status == Decoding::Status::decoded);
+  }
+}
+
+}  // namespace kovra_fuzz
+
+#endif

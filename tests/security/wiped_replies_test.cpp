@@ -341,9 +341,9 @@ TEST_F(WipedReplies, LeaveNoTraceBesideTheValuesOfTheFace) {
 TEST_F(WipedReplies, LeaveNothingInValuesThatTheHostDestroys) {
   for (std::string const& secret : {key.substr(0, 12), key}) {
     for (std::string const& text : secretReplies(secret)) {
-      auto decoding = std::make_unique<Decoding>(decode(text.data(), text.size()));
       std::string const piece = middleOf(secret);
-      Released const blocks(piece);
+      Released const blocks(piece);  // from here on, blocks come without what earlier owners left
+      auto decoding = std::make_unique<Decoding>(decode(text.data(), text.size()));
       decoding.reset();
       EXPECT_EQ(blocks.found(), 0U) << text;
     }

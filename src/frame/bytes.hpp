@@ -5,10 +5,14 @@
 #ifndef KOVRA_FRAME_BYTES_HPP
 #define KOVRA_FRAME_BYTES_HPP
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -18,6 +22,15 @@ namespace Kovra::frame {
 
 /// How many bytes behind a text have to be readable for those who read blocks.
 inline constexpr std::size_t blockSize = 16;
+
+/// How often a text has the marks that nodes and attributes are made with.
+struct Marks {
+  std::size_t opening = 0;  ///< `<`
+  std::size_t closing = 0;  ///< `>`
+  std::size_t equals = 0;   ///< `=`
+
+  bool operator==(Marks const&) const = default;
+};
 
 namespace plain {
 
@@ -46,6 +59,25 @@ inline char* findStop(char* p, char stop, signed char least) {
 
 inline bool sameBytes(char const* a, char const* b, std::size_t length) {
   return std::memcmp(a, b, length) == 0;
+}
+
+inline bool isBlank(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+inline char* endOfBlanks(char* p) {
+  while (isBlank(*p)) ++p;
+  return p;
+}
+
+inline Marks countMarks(std::string_view text) {
+  Marks marks;
+  for (char const byte : text) {
+    marks.opening += byte == '<';
+    marks.closing += byte == '>';
+    marks.equals += byte == '=';
+  }
+  return marks;
 }
 
 inline std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
@@ -105,12 +137,60 @@ inline char* findStop(char* p, char stop, signed char least) {
   }
 }
 
+inline char* endOfBlanks(char* p) {
+  for (;; p += blockSize) {
+    __m128i const bytes = load(p);
+    __m128i const blank = _mm_or_si128(_mm_cmpeq_epi8(bytes, all(' ')), between(bytes, '\t', '\r'));
+    auto const in = static_cast<unsigned>(_mm_movemask_epi8(blank));
+    if (in != 0xFFFF) return firstOf(~in, p);
+  }
+}
+
 inline bool sameBytes(char const* a, char const* b, std::size_t length) {
   for (; length > blockSize; a += blockSize, b += blockSize, length -= blockSize) {
     if (_mm_movemask_epi8(_mm_cmpeq_epi8(load(a), load(b))) != 0xFFFF) return false;
   }
   auto const same = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(load(a), load(b))));
   return (~same & ((1U << length) - 1)) == 0;
+}
+
+/// Counts in 16 places at once. A place holds 255 at the most, so the sums are taken before.
+class Counter {
+ public:
+  explicit Counter(char wanted) : wanted_(all(wanted)) {}
+
+  void look(__m128i bytes) { places_ = _mm_sub_epi8(places_, _mm_cmpeq_epi8(bytes, wanted_)); }
+  std::size_t take() {
+    __m128i const halves = _mm_sad_epu8(std::exchange(places_, _mm_setzero_si128()), all(0));
+    __m128i const sum = _mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves));
+    return static_cast<std::size_t>(_mm_cvtsi128_si32(sum));
+  }
+
+ private:
+  __m128i wanted_;
+  __m128i places_ = _mm_setzero_si128();
+};
+
+inline Marks countMarks(std::string_view text) {
+  constexpr std::size_t most = 255;
+  Counter opening('<'), closing('>'), equals('=');
+  std::size_t const rest = text.size() % blockSize;
+  Marks marks = plain::countMarks(text.substr(text.size() - rest));
+  char const* p = text.data();
+  for (std::size_t blocks = text.size() / blockSize; blocks > 0;) {
+    std::size_t const now = std::min(blocks, most);
+    blocks -= now;
+    for (char const* const end = p + now * blockSize; p != end; p += blockSize) {
+      __m128i const bytes = load(p);
+      opening.look(bytes);
+      closing.look(bytes);
+      equals.look(bytes);
+    }
+    marks.opening += opening.take();
+    marks.closing += closing.take();
+    marks.equals += equals.take();
+  }
+  return marks;
 }
 
 /// Narrows 16 characters, or tells that not all of them are ASCII.
@@ -154,9 +234,49 @@ inline char* findStop(char* p, char stop, signed char least) {
   return fastest::findStop(p, stop, least);
 }
 
+/// The first byte from `p` on that is no white space, as far as ASCII goes.
+inline char* endOfBlanks(char* p) {
+  return fastest::endOfBlanks(p);
+}
+
 /// Are the bytes the same? Behind both have to be those of a whole block.
 inline bool sameBytes(char const* a, char const* b, std::size_t length) {
   return fastest::sameBytes(a, b, length);
+}
+
+inline Marks countMarks(std::string_view text) {
+  return fastest::countMarks(text);
+}
+
+namespace detail {
+
+template <class Word>
+bool sameWord(char const* a, char const* b) {
+  Word left = 0, right = 0;
+  std::memcpy(&left, a, sizeof left);
+  std::memcpy(&right, b, sizeof right);
+  return left == right;
+}
+
+/// Of as many bytes as a word has, or up to twice as many: the second word overlaps the first.
+template <class Word>
+bool sameEnds(char const* a, char const* b, std::size_t length) {
+  std::size_t const last = length - sizeof(Word);
+  return sameWord<Word>(a, b) && sameWord<Word>(a + last, b + last);
+}
+
+}  // namespace detail
+
+/// Are they the same, whatever may be read behind them? Names are short, so a call would cost more
+/// than the comparison.
+inline bool sameText(std::string_view a, std::string_view b) {
+  std::size_t const length = a.size();
+  if (length != b.size()) return false;
+  if (length > 16) return std::memcmp(a.data(), b.data(), length) == 0;
+  if (length >= 8) return detail::sameEnds<std::uint64_t>(a.data(), b.data(), length);
+  if (length >= 4) return detail::sameEnds<std::uint32_t>(a.data(), b.data(), length);
+  if (length >= 2) return detail::sameEnds<std::uint16_t>(a.data(), b.data(), length);
+  return length == 0 || a[0] == b[0];
 }
 
 /// Narrows the characters that are the same in every locale, up to the first other, and tells how

@@ -4,26 +4,14 @@
 #include <cstring>
 #include <utility>
 
+#include "frame/bytes.hpp"
+
 namespace Kovra::frame {
 
-namespace {
-
-std::size_t count(char wanted, std::string_view text) {
-  std::size_t found = 0;
-  while (!text.empty()) {
-    void const* const next = std::memchr(text.data(), wanted, text.size());
-    if (next == nullptr) break;
-    ++found;
-    text.remove_prefix(static_cast<std::size_t>(static_cast<char const*>(next) - text.data()) + 1);
-  }
-  return found;
-}
-
-}  // namespace
-
 std::size_t Tree::bound(std::string_view rest) {
-  std::size_t const marks = std::min(count('<', rest), count('>', rest) + 1) + 1;
-  return 2 * marks * sizeof(Node) + (count('=', rest) + 2) * sizeof(Attribute);
+  Marks const marks = countMarks(rest);
+  std::size_t const both = std::min(marks.opening, marks.closing + 1) + 1;
+  return 2 * both * sizeof(Node) + (marks.equals + 2) * sizeof(Attribute);
 }
 
 Tree::Tree(char const* text, std::size_t length, std::span<std::byte> first) noexcept
@@ -64,7 +52,7 @@ char const* Element::attribute(std::string_view name) const {
   std::uint32_t const end = first + tree_->attributesOf(index_);
   for (std::uint32_t i = first; i < end; ++i) {
     Attribute const& attribute = tree_->attribute(i);
-    if (tree_->view(attribute.name) == name) return tree_->terminated(attribute.value);
+    if (sameText(tree_->view(attribute.name), name)) return tree_->terminated(attribute.value);
   }
   return nullptr;
 }

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "frame/assign.hpp"
+#include "frame/bytes.hpp"
 #include "frame/entry.hpp"
 #include "frame/observer.hpp"
 #include "kvxhelper.h"
@@ -125,7 +126,7 @@ class RowFinder {
     for (std::size_t tried = 0; tried < table_.size(); ++tried) {
       Field<Record> const& candidate = table_[next_];
       next_ = next_ + 1 < table_.size() ? next_ + 1 : 0;
-      if (candidate.element == name && candidate.read != nullptr) return &candidate;
+      if (sameText(candidate.element, name) && candidate.read != nullptr) return &candidate;
     }
     return nullptr;
   }

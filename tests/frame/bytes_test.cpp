@@ -53,7 +53,41 @@ TEST(Bytes, StopWhereTheyAreToldTo) {
   }
 }
 
-TEST(Bytes, AreTheSameOnlyWhereAllAre) {
+TEST(Bytes, AreBlankUpToTheFirstThatIsNot) {
+  for (int byte = 0; byte < 256; ++byte) {
+    for (std::size_t at = 0; at < 40; ++at) {
+      std::string text = std::string(at, ' ') + static_cast<char>(byte) + "\n\t x";
+      Padded padded(text);
+      EXPECT_EQ(endOfBlanks(padded.data()), plain::endOfBlanks(padded.data()))
+          << byte << " at " << at;
+    }
+  }
+  Padded padded(" \t\n\v\f\r.");
+  EXPECT_EQ(endOfBlanks(padded.data()), padded.data() + 6);
+}
+
+TEST(Bytes, AreCountedInTextsOfAnyLength) {
+  for (std::size_t length = 0; length < 100; ++length) {
+    for (std::size_t period = 1; period < 6; ++period) {
+      std::vector<char> text(length);
+      for (std::size_t i = 0; i < length; ++i) text[i] = "<>=a\xFF"[i / period % 5];
+      std::string_view const view(text.data(), length);
+      EXPECT_EQ(countMarks(view), plain::countMarks(view)) << length << " " << period;
+    }
+  }
+  EXPECT_EQ(countMarks("<a b='c'></a>"), (Marks{2, 2, 1}));
+}
+
+// A counter in a block of bytes has room for 255.
+TEST(Bytes, AreCountedWhereNearlyAllAreMarks) {
+  for (std::size_t const length : {4079U, 4080U, 4081U, 4096U, 8160U, 8177U, 100'000U}) {
+    EXPECT_EQ(countMarks(std::string(length, '<')), (Marks{length, 0, 0}));
+    EXPECT_EQ(countMarks(std::string(length, '>')), (Marks{0, length, 0}));
+    EXPECT_EQ(countMarks(std::string(length, '=')), (Marks{0, 0, length}));
+  }
+}
+
+TEST(Bytes, AreTheSameInBlocksOnlyWhereAllAre) {
   for (std::size_t length = 0; length < 50; ++length) {
     Padded a(std::string(length, 'a') + "x"), b(std::string(length, 'a') + "y");
     EXPECT_TRUE(sameBytes(a.data(), b.data(), length)) << length;
@@ -62,6 +96,24 @@ TEST(Bytes, AreTheSameOnlyWhereAllAre) {
       b.data()[at] = 'b';
       EXPECT_FALSE(sameBytes(a.data(), b.data(), length)) << length << " at " << at;
       b.data()[at] = 'a';
+    }
+  }
+}
+
+// In blocks of exactly their size, so that nothing beyond them can be looked at.
+TEST(Bytes, AreTheSameOnlyWhereAllAre) {
+  for (std::size_t length = 0; length < 50; ++length) {
+    std::vector<char> a(length, 'a'), b(length, 'a');
+    std::string_view const left(a.data(), length), right(b.data(), length);
+    EXPECT_TRUE(sameText(left, right)) << length;
+    for (std::size_t at = 0; at < length; ++at) {
+      b[at] = 'b';
+      EXPECT_FALSE(sameText(left, right)) << length << " at " << at;
+      b[at] = 'a';
+    }
+    if (length > 0) {
+      EXPECT_FALSE(sameText(left.substr(1), right)) << length;
+      EXPECT_FALSE(sameText(left, right.substr(1))) << length;
     }
   }
 }

@@ -210,7 +210,11 @@ class Scanner {
   bool emptyTag();
   bool endStartTag();
   void closeTag();
-  bool leaf(std::uint32_t element);
+  struct Leaf;
+  void leaves();
+  bool startTagOfLeaf(char* p, Leaf& leaf) const;
+  bool restOfLeaf(Leaf& leaf) const;
+  static char* endOfPlainName(char* p);
   bool endTag();
   bool refuseEndTag(char* read);
   bool text(char* before);
@@ -245,6 +249,7 @@ class Scanner {
     return {offset(from), static_cast<std::uint32_t>(to - from)};
   }
   std::uint32_t add(NodeKind kind, char const* at, Piece value);
+  void terminate(Piece piece) { text_[piece.at + piece.length] = '\0'; }
 
   bool fail(Mistake mistake, std::string_view found = {});
   bool fail(Fault fault, char const* likeness, std::string_view found = {}) {
@@ -264,6 +269,31 @@ class Scanner {
   Scan scan_;
 };
 
+// An element with a text in it, as far as it was read.
+struct Scanner::Leaf {
+  static constexpr std::size_t mostAttributes = 4;
+
+  // False where there are too many, or where the name was there before.
+  bool add(Attribute const& attribute, char const* bytes) {
+    if (attributeCount == mostAttributes) return false;
+    for (std::size_t i = 0; i < attributeCount; ++i) {
+      Piece const earlier = attributes[i].name;
+      if (earlier.length == attribute.name.length &&
+          sameBytes(bytes + earlier.at, bytes + attribute.name.at, earlier.length)) {
+        return false;
+      }
+    }
+    attributes[attributeCount++] = attribute;
+    return true;
+  }
+
+  Piece name;
+  Piece text;
+  std::array<Attribute, mostAttributes> attributes;
+  std::size_t attributeCount = 0;
+  char* end;  // what comes behind it
+};
+
 // Text at the top level ends the document without an error, unless it stands first.
 Scan Scanner::document() {
   scan_.fault = Fault::none;
@@ -279,6 +309,7 @@ Scan Scanner::document() {
 // What stands below an element at the top level, up to its end.
 bool Scanner::content() {
   while (builder_.depth() > 0) {
+    leaves();
     char* const before = at_;
     skipWhiteSpace();
     if (*at_ == '\0') {
@@ -340,14 +371,13 @@ bool Scanner::endStartTag() {
   ++at_;
   std::uint32_t const element = tag_;
   closeTag();
-  if (!leaf(element)) builder_.open(element);
+  builder_.open(element);
   return true;
 }
 
 // What stands behind the name and behind values without quotes is not needed any more.
 void Scanner::closeTag() {
   Node const& node = tree_.node(tag_);
-  auto const terminate = [this](Piece piece) { text_[piece.at + piece.length] = '\0'; };
   terminate(node.value);
   tag_ = TreeBuilder::none;
   if (!std::exchange(bare_, false)) return;
@@ -356,20 +386,63 @@ void Scanner::closeTag() {
   }
 }
 
-// Most elements hold a word or a number and nothing else: those are read in one go, where nothing
-// in them needs a closer look. False, with nothing done, for any other.
-bool Scanner::leaf(std::uint32_t element) {
-  char* const end = findStop(at_, '<', leastInText);
-  if (end == at_ || *end != '<' || end[1] != '/') return false;
-  std::string_view const name = tree_.view(tree_.node(element).value);
-  char* const behind = end + 2 + name.size();
-  if (behind >= end_ || *behind != '>' || !sameBytes(end + 2, name.data(), name.size())) {
-    return false;
+// Most elements are what printers make of a value: a tag with a few attributes, a text in ASCII
+// that stays as it is, and the end tag. A row of those is read in one go. Stops in front of
+// anything that needs a closer look; nothing of that is changed.
+void Scanner::leaves() {
+  if (builder_.depth() == limits_.depth) return;
+  for (;;) {
+    char* const tag = endOfBlanks(at_);
+    Leaf leaf;
+    if (*tag != '<' || !startTagOfLeaf(tag + 1, leaf) || !restOfLeaf(leaf)) return;
+    std::uint32_t const element = add(NodeKind::element, tag, leaf.name);
+    for (std::size_t i = 0; i < leaf.attributeCount; ++i) tree_.add(leaf.attributes[i], tag);
+    builder_.addOnlyChild(element, NodeKind::text, leaf.text, leaf.text.at, tag);
+    at_ = leaf.end;
+    terminate(leaf.name);
+    terminate(leaf.text);
+    for (std::size_t i = 0; i < leaf.attributeCount; ++i) terminate(leaf.attributes[i].value);
   }
-  builder_.addOnlyChild(element, NodeKind::text, piece(at_, end), offset(at_), at_);
-  *end = '\0';
-  at_ = behind + 1;
-  return true;
+}
+
+bool Scanner::startTagOfLeaf(char* p, Leaf& leaf) const {
+  char* end = endOfPlainName(p);
+  if (end == nullptr) return false;
+  leaf.name = piece(p, end);
+  while (*end == ' ') {
+    char* const name = end + 1;
+    char* const equals = endOfPlainName(name);
+    if (equals == nullptr || equals[0] != '=' || equals[1] != '"') return false;
+    char* const value = equals + 2;
+    end = findStop(value, '"', 1);
+    if (*end != '"' || !leaf.add({piece(name, equals), piece(value, end)}, text_)) return false;
+    ++end;
+  }
+  leaf.end = end + 1;
+  return *end == '>';
+}
+
+bool Scanner::restOfLeaf(Leaf& leaf) const {
+  char* const text = leaf.end;
+  char* end = findStop(text, '<', leastInText);
+  if (end == text) return false;
+  // Single blanks between words stay, too.
+  while (*end == ' ' && end[1] >= leastInText && end[1] != '<') {
+    end = findStop(end + 1, '<', leastInText);
+  }
+  if (end[0] != '<' || end[1] != '/') return false;
+  char* const name = end + 2;
+  char* const behind = name + leaf.name.length;
+  if (behind >= end_ || *behind != '>') return false;
+  leaf.text = piece(text, end);
+  leaf.end = behind + 1;
+  return sameBytes(name, text_ + leaf.name.at, leaf.name.length);
+}
+
+// Null where a closer look is needed: a letter beyond ASCII may be white space.
+char* Scanner::endOfPlainName(char* p) {
+  return (kindsOfBytes[byteAt(p)] & (nameStart | beyondAscii)) == nameStart ? endOfName(p + 1)
+                                                                            : nullptr;
 }
 
 // TinyXML compares with all earlier names, too; here their number is bounded.
@@ -551,7 +624,13 @@ Mistake Scanner::attribute(Attribute& read) {
 Mistake Scanner::quotedValue(Piece& value) {
   char const quote = *at_++;
   char* const start = at_;
-  char* to = nullptr;
+  char* to = findStop(start, quote, 1);
+  if (*to == quote) {  // nothing in it needs a closer look
+    value = piece(start, to);
+    *to = '\0';
+    at_ = to + 1;
+    return {};
+  }
   bool const good = decode(quote, false, to);
   value = piece(start, to);
   if (!good) return {Fault::badReference, likeness::element};
@@ -639,7 +718,8 @@ Piece Scanner::name() {
 }
 
 void Scanner::skipWhiteSpace() {
-  while (is(at_, blank)) ++at_;
+  if (static_cast<signed char>(*at_) > ' ') return;
+  if (is(at_, blank)) at_ = endOfBlanks(at_ + 1);
   if (is(at_, beyondAscii)) skipRareWhiteSpace();
 }
 

@@ -14,12 +14,63 @@ namespace Kovra::frame {
 
 // Texts.
 
-PrivateText::PrivateText(std::size_t length)
-    : room_(length),
-      block_(length > shortText ? new char[length + padding] : nullptr),
-      data_(block_ != nullptr ? block_.get() : near_.data()),
-      length_(length) {
-  std::memset(data_ + length, 0, padding);
+namespace {
+
+/// Room that a host may claim by a length before anybody has looked how long the text is: memory
+/// that is not touched costs nothing.
+constexpr std::size_t mostClaimed = std::size_t{64} << 20U;
+
+/// How many bytes a text can become. One that may be short is measured, so that it finds its place
+/// on the stack whatever length the host states.
+std::size_t roomFor(wchar_t const* text, std::size_t length) {
+  std::size_t const beginning = std::min(length, PrivateText::shortText + 1);
+  std::size_t characters = ::wcsnlen(text, beginning);
+  if (characters == beginning && length > beginning) {
+    if (length <= mostClaimed) return length;
+    characters = ::wcsnlen(text, length);
+  }
+  return std::min(length, characters * MB_CUR_MAX);
+}
+
+/// Narrows what is the same in every locale, up to the first other character or the end of the
+/// text, and tells how many characters those were. Each piece is measured first: one that was just
+/// looked at is near.
+std::size_t narrowAsciiText(wchar_t const* text, std::size_t length, char* out) {
+  constexpr std::size_t piece = 4096;
+  std::size_t done = 0;
+  while (done < length) {
+    std::size_t const wanted = std::min(piece, length - done);
+    std::size_t const there = ::wcsnlen(text + done, wanted);
+    std::size_t const narrowed = narrowAscii(text + done, there, out + done);
+    done += narrowed;
+    if (narrowed < wanted) break;
+  }
+  return done;
+}
+
+/// Narrows in the process's locale, and tells how many bytes that made. A character that the locale
+/// lacks ends the text; what stands before it stays.
+std::size_t narrow(wchar_t const* text, std::size_t length, char* out, std::size_t room) {
+  constexpr auto failed = static_cast<std::size_t>(-1);
+  std::mbstate_t state{};
+  wchar_t const* rest = text;
+  std::size_t const bytes = ::wcsnrtombs(out, &rest, length, room, &state);
+  if (bytes != failed) return bytes;
+  auto const before = static_cast<std::size_t>(rest - text);
+  rest = text;
+  state = {};
+  return ::wcsnrtombs(out, &rest, before, room, &state);
+}
+
+}  // namespace
+
+PrivateText::PrivateText(std::size_t room, Room)
+    : block_(room > shortText ? new char[room + padding] : nullptr),
+      data_(block_ != nullptr ? block_.get() : near_.data()) {
+}
+
+PrivateText::PrivateText(std::size_t length) : PrivateText(length, Room()) {
+  endAt(length);
 }
 
 PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(length) {
@@ -27,24 +78,22 @@ PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(len
 }
 
 PrivateText::PrivateText(wchar_t const* text, std::size_t length)
-    : PrivateText(text, length, ::wcsnlen(text, length)) {}
+    : PrivateText(text, length, roomFor(text, length)) {}
 
-PrivateText::PrivateText(wchar_t const* text, std::size_t length, std::size_t characters)
-    : PrivateText(std::min(length, characters * MB_CUR_MAX)) {
-  length_ = narrowAscii(text, characters, data_);
-  std::memset(data_ + length_, 0, room_ - length_);
-  if (length_ == characters) return;
-  std::mbstate_t state{};
-  wchar_t const* rest = text + length_;
-  // A character that the locale lacks stops the conversion; what stands before it stays, and the
-  // zeros behind it end the text.
-  static_cast<void>(
-      ::wcsnrtombs(data_ + length_, &rest, characters - length_, room_ - length_, &state));
-  length_ += std::strlen(data_ + length_);
+PrivateText::PrivateText(wchar_t const* text, std::size_t length, std::size_t room)
+    : PrivateText(room, Room()) {
+  std::size_t const ascii = narrowAsciiText(text, room, data_);
+  bool const ends = ascii == length || ascii == room || text[ascii] == L'\0';
+  endAt(ends ? ascii : ascii + narrow(text + ascii, length - ascii, data_ + ascii, room - ascii));
+}
+
+void PrivateText::endAt(std::size_t length) {
+  length_ = length;
+  std::memset(data_ + length, 0, padding);
 }
 
 PrivateText::~PrivateText() {
-  wipe(data_, room_);
+  wipe(data_, length_);
 }
 
 // Replies.

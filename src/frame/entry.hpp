@@ -44,13 +44,17 @@ class PrivateText {
   std::size_t length() const { return length_; }
 
  private:
-  PrivateText(wchar_t const* text, std::size_t length, std::size_t characters);
+  struct Room {};
+  /// Room for so many bytes and the zeros, of which nothing was touched yet.
+  PrivateText(std::size_t room, Room);
+  PrivateText(wchar_t const* text, std::size_t length, std::size_t room);
+  /// Puts the zeros behind the text.
+  void endAt(std::size_t length);
 
-  std::size_t room_;
   std::unique_ptr<char[]> block_;
   std::array<char, shortText + padding> near_;  // not cleared: only what was put there is read
   char* data_;
-  std::size_t length_;
+  std::size_t length_ = 0;
 };
 
 /// Memory for the nodes of an ordinary reply, on the stack.

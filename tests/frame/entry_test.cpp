@@ -292,6 +292,38 @@ TEST(WideEntry, ConvertsAsTheCLibraryDoes) {
   }
 }
 
+// Long texts are measured piece by piece, and not at all before a host's length has to be doubted.
+TEST(WideEntry, ConvertsLongTextsAsTheCLibraryDoes) {
+  for (char const* const locale : test::locales) {
+    LocaleGuard const guard(locale);
+    for (std::size_t const place : {4095U, 4096U, 4097U, 8191U, 8192U, 8193U, 12287U, 12288U}) {
+      for (unsigned const number : {0U, 0x7FU, 0xE9U, 0x20ACU, 0xD800U}) {
+        std::wstring text(13000, L'x');
+        text[place] = static_cast<wchar_t>(number);
+        auto const exact = unterminated(text + L'\0');
+        for (std::size_t const length : {place, place + 1, text.size(), text.size() + 1}) {
+          std::vector<char> expected(length + 1);
+          static_cast<void>(std::wcstombs(expected.data(), exact.get(), length));
+          PrivateText narrow(exact.get(), length);
+          EXPECT_STREQ(narrow.data(), expected.data()) << locale << number << " at " << place;
+          EXPECT_EQ(narrow.length(), std::strlen(expected.data()));
+        }
+      }
+    }
+  }
+}
+
+TEST(WideEntry, EndsALongTextAtItsTerminatorWhateverItsLength) {
+  std::wstring const text = L"<data>5</data>" + std::wstring(20'000, L' ');
+  auto const exact = unterminated(text + L'\0');
+  std::size_t const mebibyte = std::size_t{1} << 20U;
+  for (std::size_t const length : {text.size(), text.size() + 1, mebibyte, 64 * mebibyte,
+                                   64 * mebibyte + 1, ~std::size_t{0}}) {
+    EXPECT_EQ(readWideText(exact.get(), length), "data:5") << length;
+    EXPECT_EQ(PrivateText(exact.get(), length).length(), text.size()) << length;
+  }
+}
+
 TEST(WideEntry, TakesAByteOrderMarkWhenTheLocaleHasIt) {
   std::wstring const text = L"\uFEFF<data>5</data>";
   {

@@ -8,6 +8,7 @@
 
 #include "frame/bytes.hpp"
 #include "frame/nodes.hpp"
+#include "frame/pages.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra::frame {
@@ -67,6 +68,7 @@ std::size_t narrow(wchar_t const* text, std::size_t length, char* out, std::size
 PrivateText::PrivateText(std::size_t room, Room)
     : block_(room > shortText ? new char[room + padding] : nullptr),
       data_(block_ != nullptr ? block_.get() : near_.data()) {
+  if (block_ != nullptr) useLargePages(block_.get(), room);
 }
 
 PrivateText::PrivateText(std::size_t length) : PrivateText(length, Room()) {

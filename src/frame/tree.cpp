@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "frame/bytes.hpp"
+#include "frame/pages.hpp"
 
 namespace Kovra::frame {
 
@@ -38,6 +39,7 @@ void Tree::move(std::size_t more) {
   std::size_t const attributes = attributeCount_ * sizeof(Attribute);
   std::size_t const size = nodes + attributes + more;
   std::unique_ptr<std::byte[]> block(new std::byte[size]);
+  useLargePages(block.get(), size);
   if (nodes > 0) std::memcpy(block.get(), nodes_, nodes);
   if (attributes > 0) {
     std::memcpy(block.get() + size - attributes, end_ - attributeCount_, attributes);

@@ -1,0 +1,83 @@
+// Large blocks are marked for large pages, and nothing else is.
+
+#include "frame/pages.hpp"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <string>
+
+namespace Kovra::frame {
+namespace {
+
+/// The flags that the system keeps of the mapping that holds an address.
+std::string flagsOf(void const* address) {
+  auto const wanted = reinterpret_cast<std::uintptr_t>(address);
+  std::ifstream maps("/proc/self/smaps");
+  bool here = false;
+  for (std::string line; std::getline(maps, line);) {
+    unsigned long first = 0, end = 0;
+    if (std::sscanf(line.c_str(), "%lx-%lx ", &first, &end) == 2) {
+      here = wanted >= first && wanted < end;
+    } else if (here && line.starts_with("VmFlags:")) {
+      return line + ' ';
+    }
+  }
+  return {};
+}
+
+bool asksForLargePages(void const* address) {
+  return flagsOf(address).find(" hg ") != std::string::npos;
+}
+
+class LargePages : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!std::ifstream("/sys/kernel/mm/transparent_hugepage/enabled")) {
+      GTEST_SKIP() << "this system has none";
+    }
+  }
+};
+
+TEST_F(LargePages, AreAskedForWhereABlockIsLarge) {
+  std::size_t const size = leastOfLargeBlocks;
+  std::unique_ptr<char[]> const block(new char[size]);
+  EXPECT_FALSE(asksForLargePages(&block[size / 2]));
+  useLargePages(block.get(), size);
+  EXPECT_TRUE(asksForLargePages(&block[size / 2]));
+}
+
+TEST_F(LargePages, AreNotAskedForWhereABlockIsSmall) {
+  std::size_t const size = leastOfLargeBlocks - 1;
+  std::unique_ptr<char[]> const block(new char[size]);
+  useLargePages(block.get(), size);
+  EXPECT_FALSE(asksForLargePages(&block[size / 2]));
+}
+
+TEST_F(LargePages, AreNotAskedForBeyondTheBlock) {
+  std::size_t const size = 3 * leastOfLargeBlocks;
+  std::unique_ptr<char[]> const block(new char[size]);
+  useLargePages(&block[leastOfLargeBlocks], leastOfLargeBlocks);
+  EXPECT_FALSE(asksForLargePages(&block[leastOfLargeBlocks - 1]));
+  EXPECT_TRUE(asksForLargePages(&block[leastOfLargeBlocks + leastOfLargeBlocks / 2]));
+  EXPECT_FALSE(asksForLargePages(&block[2 * leastOfLargeBlocks]));
+}
+
+// A host may look at errno after a call.
+TEST_F(LargePages, LeaveTheErrorNumberAlone) {
+  void* const gone =
+      ::mmap(nullptr, leastOfLargeBlocks, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  ASSERT_NE(gone, MAP_FAILED);
+  ASSERT_EQ(::munmap(gone, leastOfLargeBlocks), 0);
+  errno = 17;
+  useLargePages(gone, leastOfLargeBlocks);  // which fails
+  EXPECT_EQ(errno, 17);
+}
+
+}  // namespace
+}  // namespace Kovra::frame

@@ -178,7 +178,7 @@ struct HostTree::Size {
       text += node.ValueStr().size() + 1;
       visitAttributes(node, [this](TiXmlAttribute const& attribute) {
         ++attributes;
-        text += attribute.NameTStr().size() + attribute.ValueStr().size() + 2;
+        text += std::strlen(attribute.Name()) + attribute.ValueStr().size() + 2;
       });
     });
     if (text > Tree::longestText) throw std::bad_alloc();
@@ -219,11 +219,11 @@ class TextWriter {
  public:
   explicit TextWriter(char* begin) : begin_(begin), next_(begin) {}
 
-  Piece put(std::string const& text) {
+  Piece put(std::string_view text) {
     Piece const piece{static_cast<std::uint32_t>(next_ - begin_),
                       static_cast<std::uint32_t>(text.size())};
-    std::memcpy(next_, text.c_str(), text.size() + 1);
-    next_ += text.size() + 1;
+    next_ = std::copy(text.begin(), text.end(), next_);
+    *next_++ = '\0';
     return piece;
   }
 
@@ -242,7 +242,8 @@ void HostTree::add(TiXmlElement const& element) {
     std::uint32_t const copy =
         builder.add(kindOf(node), texts.put(node.ValueStr()), 0, text_.data());
     visitAttributes(node, [&, this](TiXmlAttribute const& attribute) {
-      tree_.add(Attribute{texts.put(attribute.NameTStr()), texts.put(attribute.ValueStr())},
+      // TinyXML finds it by what stands before a zero byte.
+      tree_.add(Attribute{texts.put(attribute.Name()), texts.put(attribute.ValueStr())},
                 text_.data());
     });
     if (node.FirstChild() != nullptr) builder.open(copy);

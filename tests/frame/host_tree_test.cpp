@@ -107,6 +107,18 @@ TEST(HostTree, HoldsWhatNoTextCouldMake) {
   expectCopied(root);
 }
 
+// TinyXML compares names of attributes, though not those of elements, as far as a zero byte.
+TEST(HostTree, FindsAttributesAsTinyXmlDoes) {
+  TiXmlElement root("r");
+  root.SetAttribute("a\0b"s, "1"s);
+  root.SetAttribute("c"s, "2\0d"s);
+  HostTree const copy(&root);
+  for (char const* const name : {"a", "c", "b", "", "a\0b"}) {
+    EXPECT_STREQ(copy.root().attribute(name), root.Attribute(name)) << name;
+  }
+  EXPECT_STREQ(copy.root().attribute("a"), "1");
+}
+
 // TinyXML lets a host put nodes below any node. Readings look at elements' children only.
 TEST(HostTree, HoldsWhatStandsBelowATextWithoutReadingIt) {
   TiXmlElement root("a");

@@ -90,7 +90,7 @@ inline void dumpNode(Dump& dump, TiXmlNode const& node, std::size_t depth, bool 
   if (TiXmlElement const* const element = node.ToElement()) {
     line("element", node.ValueStr());
     for (auto const* a = element->FirstAttribute(); a != nullptr; a = a->Next()) {
-      dump.attribute(a->NameTStr(), a->ValueStr(), a->Row(), a->Column());
+      dump.attribute(a->Name(), a->ValueStr(), a->Row(), a->Column());
     }
   } else if (TiXmlDeclaration const* const declaration = node.ToDeclaration()) {
     line("declaration", node.ValueStr());

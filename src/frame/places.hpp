@@ -17,8 +17,8 @@ namespace Kovra::frame {
 /// was before: decoding moves what is counted.
 class Places {
  public:
-  /// A tab goes to the next multiple of `tabSize` columns. `text` has `padding` bytes behind it
-  /// that may be read.
+  /// A tab goes to the next multiple of `tabSize` columns, which is at least 1. `text` has
+  /// `padding` bytes behind it that may be read.
   Places(std::string_view text, Scan const& scan, std::size_t tabSize = 1);
 
   /// The place `offset` bytes into the text. Offsets may only grow from call to call.

@@ -587,7 +587,15 @@ class ScannerIn : public testing::TestWithParam<char const*> {
 };
 
 INSTANTIATE_TEST_SUITE_P(Locale, ScannerIn,
-                         testing::Values("C", "C.UTF-8", test::latin1Locale, test::turkishLocale));
+                         testing::Values("C", "C.UTF-8", test::latin1Locale, test::turkishLocale,
+                                         test::spacesLocale));
+
+TEST(ScannerInALocaleWithSpacesOfItsOwn, FindsThem) {
+  std::string const text = "<a b=\xC3'c'/>";
+  EXPECT_EQ(judge(text), Fault::strayQuote);
+  test::LocaleGuard const guard(test::spacesLocale);
+  EXPECT_EQ(judge(text), Fault::none);
+}
 
 TEST_P(ScannerIn, AgreesOnEveryByteInEveryPlace) {
   for (std::string const& encoding : encodings) {

@@ -34,6 +34,8 @@ inline constexpr char const* locales[] = {"C", "C.UTF-8"};
 /// Locales with one byte for each letter.
 inline constexpr char const* latin1Locale = "de_DE.ISO-8859-1";
 inline constexpr char const* turkishLocale = "tr_TR.ISO-8859-9";
+/// One that counts the bytes 0x85, 0xA0, 0xBB, 0xC3, 0xEF and 0xF4 among white space.
+inline constexpr char const* spacesLocale = "de_DE.SPACES";
 
 /// A locale whose decimal point is a comma; its thousands are parted by points.
 inline constexpr char const* commaLocale = "de_DE.UTF-8";

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <cwchar>
 #include <new>
+#include <utility>
 
 #include "frame/bytes.hpp"
 #include "frame/nodes.hpp"
@@ -21,16 +22,10 @@ namespace {
 /// that is not touched costs nothing.
 constexpr std::size_t mostClaimed = std::size_t{64} << 20U;
 
-/// How many bytes a text can become. One that may be short is measured, so that it finds its place
-/// on the stack whatever length the host states.
+/// How many bytes a text can become that is not short.
 std::size_t roomFor(wchar_t const* text, std::size_t length) {
-  std::size_t const beginning = std::min(length, PrivateText::shortText + 1);
-  std::size_t characters = ::wcsnlen(text, beginning);
-  if (characters == beginning && length > beginning) {
-    if (length <= mostClaimed) return length;
-    characters = ::wcsnlen(text, length);
-  }
-  return std::min(length, characters * MB_CUR_MAX);
+  if (length <= mostClaimed) return length;
+  return std::min(length, ::wcsnlen(text, length) * MB_CUR_MAX);
 }
 
 /// Narrows what is the same in every locale, up to the first other character or the end of the
@@ -50,12 +45,13 @@ std::size_t narrowAsciiText(wchar_t const* text, std::size_t length, char* out) 
 }
 
 /// Narrows in the process's locale, and tells how many bytes that made. A character that the locale
-/// lacks ends the text; what stands before it stays.
+/// lacks ends the text; what stands before it stays. The C library is told how long the text is:
+/// sanitizers take what it is told for what it reads.
 std::size_t narrow(wchar_t const* text, std::size_t length, char* out, std::size_t room) {
   constexpr auto failed = static_cast<std::size_t>(-1);
   std::mbstate_t state{};
   wchar_t const* rest = text;
-  std::size_t const bytes = ::wcsnrtombs(out, &rest, length, room, &state);
+  std::size_t const bytes = ::wcsnrtombs(out, &rest, ::wcsnlen(text, length), room, &state);
   if (bytes != failed) return bytes;
   auto const before = static_cast<std::size_t>(rest - text);
   rest = text;
@@ -65,13 +61,12 @@ std::size_t narrow(wchar_t const* text, std::size_t length, char* out, std::size
 
 }  // namespace
 
-PrivateText::PrivateText(std::size_t room, Room)
-    : block_(room > shortText ? new char[room + padding] : nullptr),
-      data_(block_ != nullptr ? block_.get() : near_.data()) {
-  if (block_ != nullptr) useLargePages(block_.get(), room);
+PrivateText::PrivateText() {
+  data_ = near_.data();
 }
 
-PrivateText::PrivateText(std::size_t length) : PrivateText(length, Room()) {
+PrivateText::PrivateText(std::size_t length) : PrivateText() {
+  makeRoom(length);
   endAt(length);
 }
 
@@ -79,14 +74,29 @@ PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(len
   std::memcpy(data_, text, length);
 }
 
-PrivateText::PrivateText(wchar_t const* text, std::size_t length)
-    : PrivateText(text, length, roomFor(text, length)) {}
-
-PrivateText::PrivateText(wchar_t const* text, std::size_t length, std::size_t room)
-    : PrivateText(room, Room()) {
+// A short text of ASCII stays on the stack whatever length the host states: one for the widest
+// characters is six times as long.
+PrivateText::PrivateText(wchar_t const* text, std::size_t length) : PrivateText() {
+  std::size_t const beginning = ::wcsnlen(text, std::min(length, shortText + 1));
+  bool const isShort = beginning <= shortText;
+  if (isShort) {
+    endAt(narrowAscii(text, beginning, data_));
+    if (length_ == beginning) return;
+  }
+  std::size_t const room =
+      isShort ? std::min(length, beginning * MB_CUR_MAX) : roomFor(text, length);
+  makeRoom(room);
   std::size_t const ascii = narrowAsciiText(text, room, data_);
   bool const ends = ascii == length || ascii == room || text[ascii] == L'\0';
   endAt(ends ? ascii : ascii + narrow(text + ascii, length - ascii, data_ + ascii, room - ascii));
+}
+
+void PrivateText::makeRoom(std::size_t room) {
+  if (room <= shortText) return;
+  block_.reset(new char[room + padding]);
+  useLargePages(block_.get(), room);
+  wipe(data_, std::exchange(length_, 0));
+  data_ = block_.get();
 }
 
 void PrivateText::endAt(std::size_t length) {

@@ -44,10 +44,9 @@ class PrivateText {
   std::size_t length() const { return length_; }
 
  private:
-  struct Room {};
-  /// Room for so many bytes and the zeros, of which nothing was touched yet.
-  PrivateText(std::size_t room, Room);
-  PrivateText(wchar_t const* text, std::size_t length, std::size_t room);
+  PrivateText();
+  /// Takes a block where so many bytes and the zeros need one; what stood on the stack is wiped.
+  void makeRoom(std::size_t room);
   /// Puts the zeros behind the text.
   void endAt(std::size_t length);
 

@@ -313,6 +313,20 @@ TEST(WideEntry, ConvertsLongTextsAsTheCLibraryDoes) {
   }
 }
 
+// In a block of exactly its size, so that nothing behind the terminator can be looked at.
+TEST(WideEntry, ConvertsLettersOfATextThatIsShorterThanItsLength) {
+  LocaleGuard const guard("C.UTF-8");
+  for (std::size_t const size : {0U, 10U, 3000U, 20'000U}) {
+    std::wstring const text =
+        L"<data>caf\u00E9</data>" + std::wstring(size, L' ') + L"<!--\u20AC-->";
+    auto const exact = unterminated(text + L'\0');
+    for (std::size_t const length :
+         {text.size() * MB_CUR_MAX, std::size_t{INT_MAX}, ~std::size_t{0}}) {
+      EXPECT_EQ(readWideText(exact.get(), length), "data:caf\xC3\xA9") << size << ' ' << length;
+    }
+  }
+}
+
 TEST(WideEntry, EndsALongTextAtItsTerminatorWhateverItsLength) {
   std::wstring const text = L"<data>5</data>" + std::wstring(20'000, L' ');
   auto const exact = unterminated(text + L'\0');

@@ -31,7 +31,8 @@ inline bool isForXml(std::string text) {
   return std::all_of(characters.begin(), characters.end(), [](std::uint32_t character) {
     bool const control =
         character < 0x20 && character != '\t' && character != '\n' && character != '\r';
-    return !control && character != 0xFFFE && character != 0xFFFF;
+    // The C library takes what was UTF-8 before Unicode ended at U+10FFFF.
+    return !control && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
   });
 }
 

@@ -269,7 +269,7 @@ class Scanner {
   Scan scan_;
 };
 
-// An element with a text in it, as far as it was read.
+// An element without others in it, as far as it was read.
 struct Scanner::Leaf {
   static constexpr std::size_t mostAttributes = 4;
 
@@ -289,6 +289,7 @@ struct Scanner::Leaf {
 
   Piece name;
   Piece text;
+  bool hasText;
   std::array<Attribute, mostAttributes> attributes;
   std::size_t attributeCount = 0;
   char* end;  // what comes behind it
@@ -386,21 +387,24 @@ void Scanner::closeTag() {
   }
 }
 
-// Most elements are what printers make of a value: a tag with a few attributes, a text in ASCII
-// that stays as it is, and the end tag. A row of those is read in one go. Stops in front of
-// anything that needs a closer look; nothing of that is changed.
+// What printers make of a value is a tag with a few attributes, and either no end tag or one behind
+// a text in ASCII that stays as it is. A row of those is read in one go. Stops in front of anything
+// that needs a closer look; nothing of that is changed.
 void Scanner::leaves() {
-  if (builder_.depth() == limits_.depth) return;
+  if (builder_.depth() == limits_.depth || limits_.attributes < Leaf::mostAttributes) return;
   for (;;) {
     char* const tag = endOfBlanks(at_);
     Leaf leaf;
-    if (*tag != '<' || !startTagOfLeaf(tag + 1, leaf) || !restOfLeaf(leaf)) return;
+    if (*tag != '<' || !startTagOfLeaf(tag + 1, leaf)) return;
+    if (leaf.hasText && !restOfLeaf(leaf)) return;
     std::uint32_t const element = add(NodeKind::element, tag, leaf.name);
     for (std::size_t i = 0; i < leaf.attributeCount; ++i) tree_.add(leaf.attributes[i], tag);
-    builder_.addOnlyChild(element, NodeKind::text, leaf.text, leaf.text.at, tag);
+    if (leaf.hasText) {
+      builder_.addOnlyChild(element, NodeKind::text, leaf.text, leaf.text.at, tag);
+      terminate(leaf.text);
+    }
     at_ = leaf.end;
     terminate(leaf.name);
-    terminate(leaf.text);
     for (std::size_t i = 0; i < leaf.attributeCount; ++i) terminate(leaf.attributes[i].value);
   }
 }
@@ -418,6 +422,8 @@ bool Scanner::startTagOfLeaf(char* p, Leaf& leaf) const {
     if (*end != '"' || !leaf.add({piece(name, equals), piece(value, end)}, text_)) return false;
     ++end;
   }
+  leaf.hasText = *end != '/';
+  if (!leaf.hasText) ++end;
   leaf.end = end + 1;
   return *end == '>';
 }

@@ -597,19 +597,81 @@ TEST(ScannerInALocaleWithSpacesOfItsOwn, FindsThem) {
   EXPECT_EQ(judge(text), Fault::none);
 }
 
+void agreeOnEveryByteInEveryPlace(std::string const& text) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    for (int byte = 1; byte < 256; ++byte) {
+      std::string changed = text;
+      changed[at] = static_cast<char>(byte);
+      judge(changed);
+      changed.insert(at + 1, 1, text[at]);
+      judge(changed);
+    }
+  }
+}
+
 TEST_P(ScannerIn, AgreesOnEveryByteInEveryPlace) {
   for (std::string const& encoding : encodings) {
-    std::string const text = encoding + "<ab c='d' e=f>&#x41; <g/></ab>";
-    for (std::size_t at = 0; at < text.size(); ++at) {
-      for (int byte = 1; byte < 256; ++byte) {
-        std::string changed = text;
-        changed[at] = static_cast<char>(byte);
-        judge(changed);
-        changed.insert(at + 1, 1, text[at]);
-        judge(changed);
-      }
-    }
+    agreeOnEveryByteInEveryPlace(encoding + "<ab c='d' e=f>&#x41; <g/></ab>");
     if (HasFailure()) return;
+  }
+}
+
+TEST_P(ScannerIn, AgreesOnEveryByteInElementsWithoutOthers) {
+  for (std::string const& encoding : encodings) {
+    agreeOnEveryByteInEveryPlace(encoding +
+                                 "<r><ab c=\"d\" e=\"f\">g h</ab>\n<i>5</i><j k=\"\"/></r>");
+    if (HasFailure()) return;
+  }
+}
+
+// What is nearly of the form that most elements have.
+TEST_P(ScannerIn, AgreesOnElementsThatNeedACloserLook) {
+  for (std::string const& encoding : encodings) {
+    for (char const* const inner : {
+             "<a b=\"1\" c=\"2\" d=\"3\" e=\"4\">x</a>",
+             "<a b=\"1\" c=\"2\" d=\"3\" e=\"4\" f=\"5\">x</a>",
+             "<a b=\"1\" c=\"2\" d=\"3\" e=\"4\" f=\"5\"/>",
+             "<a b=\"1\" c=\"2\" b=\"3\">x</a>",
+             "<a b=\"1\" b=\"2\"/>",
+             "<a b=\"x&>t</a>",
+             "<a b=\"x&amp;\">t</a>",
+             "<a b=\"\xC3\">x</a>",
+             "<a b=\"\xC3\"/>",
+             "<a>x  y</a>",
+             "<a>x y z</a>",
+             "<a>x </a>",
+             "<a> x</a>",
+             "<a>x &</a>",
+             "<a>x\xC3</a>",
+             "<a>x<!--y--></a>",
+             "<a>x</a >",
+             "<a>x</a\xEF\xBB\xBF>",
+             "<a>x</ab>",
+             "<ab>x</a>",
+             "<a/ >",
+             "<a b=\"1\" />",
+             "<a b=\"1\"/ >",
+             "<a b=\"1\"c=\"2\">x</a>",
+             "<a  b=\"1\">x</a>",
+             "<a b =\"1\">x</a>",
+             "<a b= \"1\">x</a>",
+             "<\xEF\xBB\xBF"
+             "a>x</a>",
+             "<a_name_of_more_than_sixteen_letters>x</a_name_of_more_than_sixteen_letters>",
+             "<a_name_of_more_than_sixteen_letters>x</a_name_of_more_than_sixteen_lettres>",
+         }) {
+      judge(encoding + "<r>" + inner + "</r>");
+      judge(encoding + "<r>\n  " + inner + "\n  " + inner + "\n</r>");
+      std::string const cut = encoding + "<r>" + inner;
+      for (std::size_t length = 0; length <= cut.size(); ++length) judge(cut.substr(0, length));
+    }
+  }
+}
+
+TEST(Scanner, CountsTheDepthOfElementsWithoutOthers) {
+  for (std::string const inner : {"<b>x</b>", "<b c=\"d\"/>", "<b/>"}) {
+    EXPECT_EQ(judge(repeat("<a>", 127) + inner + repeat("</a>", 127)), Fault::none) << inner;
+    EXPECT_EQ(judge(repeat("<a>", 128) + inner + repeat("</a>", 128)), Fault::tooDeep) << inner;
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -15,6 +16,7 @@
 
 #include "frame/entry.hpp"
 #include "support/allocations.hpp"
+#include "support/locale.hpp"
 #include "support/nasty_texts.hpp"
 #include "support/twin_trees.hpp"
 #include "support/white_space.hpp"
@@ -533,6 +535,39 @@ TEST_F(ReplyHeap, IsAskedForTheNodesWhereTheyAreMoreThanTheStackHolds) {
   expectCalls(start + "<b c='' d='' e=''/></a>", 0);
   expectCalls(start + "<b c='' d='' e='' f=''/></a>", 1);
   expectCalls(start + "<b c='' d='' e=''/>x</a>", 1);
+}
+
+// Wherever the stack ends within an element, what was read of it is there behind the move.
+TEST_F(ReplyHeap, IsAskedForInTheMiddleOfAnElement) {
+  constexpr std::size_t most = std::tuple_size_v<NearNodes>;
+  for (std::string const element :
+       {"<b c=\"d\">e</b>", "<b c=\"d\" f=\"g\"/>", "<b c='d'>e</b>", "<b c='d' f='g'/>"}) {
+    for (std::size_t before = most - 8; before < most; ++before) {
+      std::string const text = "<a>" + repeat("<x/>", before) + repeat(element, 8) + "</a>";
+      expectCalls(text, 1);
+      EXPECT_EQ(test::difference(text), "") << before << element;
+      Reply const reply(text.data(), text.size());
+      EXPECT_EQ(flawOf(reply.tree(), text), "") << before << element;
+      std::size_t found = 0;
+      for (Element b = firstElement(reply.tree()).firstChild(); b; b = b.nextSibling()) {
+        found += b.attribute("c") != nullptr && std::string_view(b.attribute("c")) == "d";
+      }
+      EXPECT_EQ(found, 8U) << before << element;
+    }
+  }
+}
+
+// Hosts state a length of as many bytes as the widest characters may take.
+TEST_F(ReplyHeap, IsNotAskedForAShortTextOfAsciiWhateverItsLength) {
+  test::LocaleGuard const guard("C.UTF-8");
+  for (std::size_t const size : {std::size_t{100}, std::size_t{2000}, PrivateText::shortText}) {
+    std::wstring const text = L"<a>" + std::wstring(size - 7, L'x') + L"</a>";
+    for (std::size_t const length : {size, size + 1, size * MB_CUR_MAX, std::size_t{INT_MAX}}) {
+      Fault fault{};
+      EXPECT_EQ(allocationsOf([&] { fault = Reply(text.c_str(), length).scan().fault; }), 0U);
+      EXPECT_EQ(fault, Fault::none) << size << ' ' << length;
+    }
+  }
 }
 
 TEST_F(ReplyHeap, IsAskedTwiceAtTheMost) {

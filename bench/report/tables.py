@@ -45,8 +45,8 @@ class Tables:
     def own(self, row, measure):
         return self.cell(row, lambda sides: sides["kovra"][measure], "{:,}")
 
-    def ratio(self, row, to, most=None):
-        return self.cell(row, lambda sides: sides[to]["ratio"], "{:.2f}", most)
+    def ratio(self, row, to, most=None, form="{:.2f}"):
+        return self.cell(row, lambda sides: sides[to]["ratio"], form, most)
 
     def readers(self):
         heads = ["Row", "÷ bare TinyXML parse", "÷ pugixml by hand", "instructions", "heap calls"]
@@ -91,7 +91,7 @@ class Tables:
                       "{:,.0f}") for row in LISTS.values()] for count in ENTRIES])
 
     def longest(self):
-        ratio = self.ratio("access_points_growth", "in_hundred_lists", "1.3")
+        ratio = self.ratio("access_points_growth", "in_hundred_lists", "1.3", "{:.3f}")
         return table(["", "÷ one of 1,000"], [["processor time of one of 100,000", ratio]])
 
     def memory(self):

@@ -618,8 +618,7 @@ TEST_P(ScannerIn, AgreesOnEveryByteInEveryPlace) {
 
 TEST_P(ScannerIn, AgreesOnEveryByteInElementsWithoutOthers) {
   for (std::string const& encoding : encodings) {
-    agreeOnEveryByteInEveryPlace(encoding +
-                                 "<r><ab c=\"d\" e=\"f\">g h</ab>\n<i>5</i><j k=\"\"/></r>");
+    agreeOnEveryByteInEveryPlace(encoding + "<r><a b=\"c\">d e</a>\n<f g=\"\"/></r>");
     if (HasFailure()) return;
   }
 }

@@ -288,7 +288,7 @@ struct Scanner::Leaf {
   }
 
   Piece name;
-  Piece text;
+  Piece text{};
   bool hasText;
   std::array<Attribute, mostAttributes> attributes;
   std::size_t attributeCount = 0;

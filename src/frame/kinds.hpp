@@ -22,6 +22,7 @@
 #include "frame/convert.hpp"
 #include "frame/member.hpp"
 #include "frame/observer.hpp"
+#include "frame/print.hpp"
 #include "frame/text.hpp"
 #include "frame/vocabulary.hpp"
 #include "frame/walk.hpp"
@@ -180,7 +181,7 @@ struct AddressKind {
 
   static void report(Observer& observer, std::string_view name, Element element,
                      Address const& value) {
-    observer.member(name, shown(printed(value)));
+    observer.member(name, shown(std::string_view(printAddress(value).data())));
     if (!isWhole(element.text())) {
       observer.notANumber(element, form);
     }
@@ -200,13 +201,6 @@ struct AddressKind {
   }
 
  private:
-  static std::string printed(Address const& value) {
-    std::array<char, sizeof "00:00:00:00:00:00"> text{};
-    std::snprintf(text.data(), text.size(), "%02x:%02x:%02x:%02x:%02x:%02x", value[0], value[1],
-                  value[2], value[3], value[4], value[5]);
-    return text.data();
-  }
-
   /// Are there six fields, and nothing behind them?
   static bool isWhole(char const* text) {
     std::array<unsigned int, std::extent_v<Address>> bytes{};

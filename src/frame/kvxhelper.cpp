@@ -6,6 +6,7 @@
 
 #include "frame/convert.hpp"
 #include "frame/kvxhelper_words.hpp"
+#include "frame/print.hpp"
 
 namespace Kovra {
 
@@ -29,9 +30,6 @@ char const* attributeOf(TiXmlElement const* element, char const* name) {
   return element != nullptr && name != nullptr ? element->Attribute(name) : nullptr;
 }
 
-/// Room for the longest number that a format below can print: a double with six decimals.
-using NumberText = std::array<char, 352>;
-
 /// Links a new element `name` with one text below `parent`; `decorate` sets its attributes.
 template <class Decorate>
 bool addValued(TiXmlElement* parent, char const* name, char const* text, Decorate decorate) {
@@ -46,18 +44,9 @@ bool addValued(TiXmlElement* parent, char const* name, char const* text) {
   return addValued(parent, name, text, [](TiXmlElement&) {});
 }
 
-template <class Number>
-NumberText printed(char const* format, Number value) {
-  NumberText text;  // all that is read of it is printed first
-  std::snprintf(text.data(), text.size(), format, value);
-  return text;
-}
-
-/// Adds a number printed with `format`; every AddTag form for numbers is one such format.
-template <class Number>
-bool addNumber(TiXmlElement* parent, char const* name, char const* format, Number value) {
+bool addNumber(TiXmlElement* parent, char const* name, NumberText const& text) {
   if (parent == nullptr || name == nullptr) return false;
-  return addValued(parent, name, printed(format, value).data());
+  return addValued(parent, name, text.data());
 }
 
 /// Sets an attribute; where memory ends, the element stays as it was. TinyXML links a new attribute
@@ -77,16 +66,14 @@ void setAttribute(TiXmlElement& element, char const* name, Text value) {
   }
 }
 
-/// Adds a bounded setting whose bounds and value may have formats of their own.
-template <class Setting>
-bool addBounded(TiXmlElement* parent, char const* name, char const* boundFormat,
-                char const* valueFormat, Setting const& setting) {
+/// Adds a setting with its bounds as attributes.
+bool addBounded(TiXmlElement* parent, char const* name, NumberText const& min,
+                NumberText const& max, NumberText const& value) {
   if (parent == nullptr || name == nullptr) return false;
-  return addValued(parent, name, printed(valueFormat, setting.val).data(),
-                   [&](TiXmlElement& element) {
-                     element.SetAttribute("min", printed(boundFormat, setting.min).data());
-                     element.SetAttribute("max", printed(boundFormat, setting.max).data());
-                   });
+  return addValued(parent, name, value.data(), [&](TiXmlElement& element) {
+    element.SetAttribute("min", min.data());
+    element.SetAttribute("max", max.data());
+  });
 }
 
 }  // namespace
@@ -185,23 +172,23 @@ bool KVXHelper::AddTagString(TiXmlElement* parent, char* name, char const* text)
 }
 
 bool KVXHelper::AddTagNumber(TiXmlElement* parent, char* name, int value) {
-  return addNumber(parent, name, "%d", value);
+  return addNumber(parent, name, printWhole(value));
 }
 
 bool KVXHelper::AddTagFloat(TiXmlElement* parent, char* name, float value) {
-  return addNumber(parent, name, "%.4f", static_cast<double>(value));
+  return addNumber(parent, name, printDecimals(value, 4));
 }
 
 bool KVXHelper::AddTagDouble(TiXmlElement* parent, char* name, double value) {
-  return addNumber(parent, name, "%lf", value);
+  return addNumber(parent, name, printDouble(value));
 }
 
 bool KVXHelper::AddTagUnsigned(TiXmlElement* parent, char* name, unsigned int value) {
-  return addNumber(parent, name, "%u", value);
+  return addNumber(parent, name, printWhole(value));
 }
 
 bool KVXHelper::AddTagLong(TiXmlElement* parent, char* name, long value) {
-  return addNumber(parent, name, "%ld", value);
+  return addNumber(parent, name, printWhole(value));
 }
 
 bool KVXHelper::AddTagBool(TiXmlElement* parent, char* name, long flag) {
@@ -211,18 +198,16 @@ bool KVXHelper::AddTagBool(TiXmlElement* parent, char* name, long flag) {
 bool KVXHelper::AddTagPhysicalAddress(TiXmlElement* parent, char* name,
                                       unsigned char const* address) {
   if (parent == nullptr || name == nullptr || address == nullptr) return false;
-  std::array<char, sizeof "00:00:00:00:00:00"> text{};
-  std::snprintf(text.data(), text.size(), "%02x:%02x:%02x:%02x:%02x:%02x", address[0], address[1],
-                address[2], address[3], address[4], address[5]);
-  return addValued(parent, name, text.data());
+  return addNumber(parent, name, printAddress(address));
 }
 
 bool KVXHelper::AddTagMinMaxVal(TiXmlElement* parent, char* name, Kovra::_MinMaxVal const& v) {
-  return addBounded(parent, name, "%d", "%d", v);
+  return addBounded(parent, name, printWhole(v.min), printWhole(v.max), printWhole(v.val));
 }
 
 bool KVXHelper::AddTagMinMaxVal(TiXmlElement* parent, char* name, Kovra::_MinMaxValFloat const& v) {
-  return addBounded(parent, name, "%.2f", "%.4f", v);
+  return addBounded(parent, name, printDecimals(v.min, 2), printDecimals(v.max, 2),
+                    printDecimals(v.val, 4));
 }
 
 // Setting an attribute.

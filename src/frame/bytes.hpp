@@ -88,6 +88,14 @@ inline std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* ou
   return done;
 }
 
+inline std::size_t widenAscii(char const* text, std::size_t length, wchar_t* out) {
+  std::size_t done = 0;
+  for (; done < length && static_cast<signed char>(text[done]) >= 0; ++done) {
+    out[done] = text[done];
+  }
+  return done;
+}
+
 }  // namespace plain
 
 #if defined(__SSE2__)
@@ -213,6 +221,23 @@ inline std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* ou
   return done + plain::narrowAscii(text + done, length - done, out + done);
 }
 
+/// Widens 16 characters, or tells that not all of them are ASCII.
+inline bool widenBlock(char const* from, wchar_t* out) {
+  __m128i const bytes = load(from), zero = _mm_setzero_si128();
+  if (_mm_movemask_epi8(bytes) != 0) return false;
+  __m128i const low = _mm_unpacklo_epi8(bytes, zero), high = _mm_unpackhi_epi8(bytes, zero);
+  __m128i const wide[] = {_mm_unpacklo_epi16(low, zero), _mm_unpackhi_epi16(low, zero),
+                          _mm_unpacklo_epi16(high, zero), _mm_unpackhi_epi16(high, zero)};
+  std::memcpy(out, wide, sizeof wide);
+  return true;
+}
+
+inline std::size_t widenAscii(char const* text, std::size_t length, wchar_t* out) {
+  std::size_t done = 0;
+  while (done + blockSize <= length && widenBlock(text + done, out + done)) done += blockSize;
+  return done + plain::widenAscii(text + done, length - done, out + done);
+}
+
 }  // namespace blocks
 
 namespace fastest = blocks;
@@ -283,6 +308,11 @@ inline bool sameText(std::string_view a, std::string_view b) {
 /// many those were.
 inline std::size_t narrowAscii(wchar_t const* text, std::size_t length, char* out) {
   return fastest::narrowAscii(text, length, out);
+}
+
+/// The same the other way round.
+inline std::size_t widenAscii(char const* text, std::size_t length, wchar_t* out) {
+  return fastest::widenAscii(text, length, out);
 }
 
 }  // namespace Kovra::frame

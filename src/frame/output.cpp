@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -13,7 +14,9 @@
 #include <cwchar>
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "frame/bytes.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra::frame {
@@ -21,23 +24,27 @@ namespace Kovra::frame {
 namespace {
 
 /// Ends `out` behind the characters of `text` that the locale can convert.
-void terminateAtBadCharacter(std::string const& text, wchar_t* out, std::size_t length) {
+void terminateAtBadCharacter(std::string_view text, wchar_t* out, std::size_t length) {
   std::mbstate_t state{};
-  char const* next = text.c_str();
-  char const* const end = next + text.size();
   for (std::size_t converted = 0; converted < length; ++converted) {
-    std::size_t const step =
-        std::mbrtowc(out + converted, next, static_cast<std::size_t>(end - next), &state);
-    if (step == 0 || step > static_cast<std::size_t>(end - next)) {
+    std::size_t const step = std::mbrtowc(out + converted, text.data(), text.size(), &state);
+    if (step == 0 || step > text.size()) {
       out[converted] = L'\0';
       return;
     }
-    next += step;
+    text.remove_prefix(step);
   }
 }
 
-void convertWide(std::string const& text, wchar_t* out, std::size_t length) {
-  std::size_t const converted = std::mbstowcs(out, text.c_str(), length);
+/// Converts `text`, behind which stands a zero byte, as mbstowcs() does. Most of a document is
+/// ASCII.
+void convertWide(std::string_view text, wchar_t* out, std::size_t length) {
+  std::size_t const ascii = widenAscii(text.data(), std::min(text.size(), length), out);
+  text.remove_prefix(ascii);
+  out += ascii;
+  length -= ascii;
+  if (length == 0) return;
+  std::size_t const converted = std::mbstowcs(out, text.data(), length);
   if (converted == static_cast<std::size_t>(-1)) terminateAtBadCharacter(text, out, length);
 }
 
@@ -49,7 +56,7 @@ bool print(TiXmlPrinter& printer, TiXmlDocument const& document) {
 
 bool printWide(TiXmlPrinter& printer, TiXmlDocument const& document, wchar_t* out, int length) {
   if (out == nullptr || !print(printer, document)) return false;
-  if (length > 0) convertWide(printer.Str(), out, static_cast<std::size_t>(length));
+  if (length > 0) convertWide(printer.CStr(), out, static_cast<std::size_t>(length));
   return true;
 }
 

@@ -138,5 +138,21 @@ TEST(Bytes, NarrowUpToTheFirstCharacterBeyondAscii) {
   }
 }
 
+TEST(Bytes, WidenUpToTheFirstByteBeyondAscii) {
+  for (char const odd : {'a', '\x7F', '\x80', '\xC3', '\xFF'}) {
+    for (std::size_t length = 0; length < 70; ++length) {
+      for (std::size_t at = 0; at < length; ++at) {
+        std::vector<char> text(length, 'x');
+        text[at] = odd;
+        // Exactly as long as it may be written.
+        std::vector<wchar_t> fast(length, L'?'), slow(length, L'?');
+        std::size_t const done = widenAscii(text.data(), length, fast.data());
+        EXPECT_EQ(done, plain::widenAscii(text.data(), length, slow.data())) << length << " " << at;
+        EXPECT_EQ(fast, slow) << length << " " << at;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace Kovra::frame

@@ -152,7 +152,7 @@ constexpr auto flag(std::string_view element) {
 /// A text that is always the same; never read.
 template <class Record, Fixed Text>
 constexpr Field<Record> always(std::string_view element) {
-  return {element, nullptr, nullptr, nullptr,
+  return {element, nullptr, nullptr,
           [](TiXmlElement& parent, char const* name, Record const&, Circumstances, bool) {
             return KVXHelper::AddTagString(&parent, name, Text.text);
           }};
@@ -201,8 +201,7 @@ template <Vocabulary const& Words>
 struct CodeEntry {
   using Entry = int;
 
-  template <class Watch>
-  static bool read(Element element, int& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, int& entry, Watch const& watch, std::string_view list,
                    std::size_t index) {
     return watch.item(list, index, [&] {
       bool const read = AnyKeywordKind<Words>::read(element, entry);
@@ -228,8 +227,7 @@ struct TextEntry {
   using Entry = typename frame::Member<M>::Record;
   static constexpr Field<Entry> itself[] = {text<M>("")};
 
-  template <class Watch>
-  static bool read(Element element, Entry& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, Entry& entry, Watch const& watch, std::string_view list,
                    std::size_t index) {
     return watch.entry(list, index,
                        [&] { return readChild(itself, element, entry, watch, false); });
@@ -273,8 +271,7 @@ struct List {
 
   /// All children count, whatever their names. More than the array can hold: their number becomes
   /// the count, and that is a success. Otherwise the count stays as the host set it.
-  template <class Watch>
-  static bool read(Element list, _Capabilities& caps, Watch& watch) {
+  static bool read(Element list, _Capabilities& caps, Watch const& watch) {
     return readInto<EntriesBy<Array, Item, Each>>(list, caps, watch);
   }
 
@@ -309,8 +306,8 @@ struct List {
   static void outline(Outline& outline) { EntriesBy<Array, Item, Each>::outline(outline); }
 
  protected:
-  template <class Entries, class Watch>
-  static bool readInto(Element list, _Capabilities& caps, Watch& watch) {
+  template <class Entries>
+  static bool readInto(Element list, _Capabilities& caps, Watch const& watch) {
     auto const room = static_cast<std::size_t>(capacity(caps));
     std::size_t const needed = countChildren(list);
     if (needed > room) {
@@ -344,8 +341,7 @@ using AllDevicePorts =
 /// are written.
 struct DevicePorts : AllDevicePorts {
   struct IntoTheFirst {
-    template <class Watch>
-    static bool read(Element list, std::span<_PortCaps> room, Watch& watch) {
+    static bool read(Element list, std::span<_PortCaps> room, Watch const& watch) {
       remark(watch, [](Observer& observer) { observer.list(member); });
       Element overwritten;
       return walkEntries(list, "device_port", watch, [&](Element child, bool) {
@@ -358,8 +354,7 @@ struct DevicePorts : AllDevicePorts {
     }
   };
 
-  template <class Watch>
-  static bool read(Element list, _Capabilities& caps, Watch& watch) {
+  static bool read(Element list, _Capabilities& caps, Watch const& watch) {
     return readInto<IntoTheFirst>(list, caps, watch);
   }
 };
@@ -408,8 +403,7 @@ struct SharpeningLevels : BitReading<&_Capabilities::imageSharpeningLevels, shar
   static constexpr char name[] = "image_sharpening_levels";
   static constexpr char item[] = "image_sharpening_level";
 
-  template <class Watch>
-  static bool read(Element levels, _Capabilities& caps, Watch& watch) {
+  static bool read(Element levels, _Capabilities& caps, Watch const& watch) {
     return walkEntries(levels, item, watch, [&](Element child, bool) {
       WordText text;
       bool const read = text.read(child);
@@ -522,7 +516,7 @@ inline constexpr auto magEncoderRow =
 
 /// The record's print system is not looked at: meant.
 inline constexpr Field<_Capabilities> writtenPrintSystem = {
-    "print_system", nullptr, nullptr, nullptr,
+    "print_system", nullptr, nullptr,
     [](TiXmlElement& parent, char const* name, _Capabilities const&, Circumstances circumstances,
        bool) {
       return KVXHelper::AddTagString(&parent, name,

@@ -46,8 +46,7 @@ class RoomOnEntry {
 };
 
 struct CapabilitiesReading {
-  template <class Watch>
-  static bool read(Element root, _Capabilities& caps, Watch& watch) {
+  static bool read(Element root, _Capabilities& caps, Watch const& watch) {
     RoomOnEntry room(caps);
     RowFinder<_Capabilities> rows(capabilities);
     bool const result = walkChildren(root, [&](Element child, bool earlier) {
@@ -64,7 +63,7 @@ struct CapabilitiesReading {
 /// What a host does: it reads to learn what the lists need, makes room, and reads again. The result
 /// is that of the entry, which hosts do not look at.
 bool decodeCapabilities(Element root, Observer& observer) {
-  Unwatched nobody;
+  Watch const nobody;
   Room room;
   do {
     CapabilitiesReading::read(root, room.record(), nobody);

@@ -247,12 +247,11 @@ void announce(RibbonName const& name, char const* description);
 
 /// Only classic readings announce the name: the face reads without traces.
 struct RibbonDescriptionReading {
-  template <class Watch>
-  static bool read(Element element, _RibbonInfo& record, Watch& watch) {
+  static bool read(Element element, _RibbonInfo& record, Watch const& watch) {
     RibbonName name;
     bool const read = name.read(element);
     std::memset(record.description, 0, sizeof record.description);
-    if constexpr (std::is_same_v<Watch, Unwatched>) announce(name, record.description);
+    if (!watch) announce(name, record.description);
     static_assert(sizeof(RibbonName::Text) <= sizeof record.description);
     std::memcpy(record.description, name.get(), sizeof(RibbonName::Text));
     remark(watch, [&](Observer& observer) {
@@ -336,8 +335,7 @@ static_assert(namesAreUnique(laminate));
 /// A part of the lamination whose presence marks a laminate as installed.
 template <auto M, auto const& Table, auto Installed, Circumstances Side = 0>
 struct MarkingReading {
-  template <class Watch>
-  static bool read(Element element, _LaminationIfo& record, Watch& watch) {
+  static bool read(Element element, _LaminationIfo& record, Watch const& watch) {
     record.*Installed = true;
     remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
     return NestedReading<M, Table>::read(element, record, watch);
@@ -467,8 +465,7 @@ static_assert(namesAreUnique(card));
 struct CardsReading {
   static constexpr char entryElement[] = "card";
 
-  template <class Watch>
-  static bool read(Element element, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
     return walkChildren(element, [&](Element child, bool result) {
       bool const isCard = child.name() == entryElement;
@@ -515,23 +512,18 @@ struct CardsReading {
     return textIn(read.description) == "Custom 1" ? 0 : 1;
   }
 
-  static bool readCard(Element element, Cards& cards, Unwatched& nobody) {
-    _CustomCardInfo scratch{};
-    bool const result = walk(element, card, scratch, nobody);
-    cards[placeOf(scratch)] = scratch;
-    return result;
-  }
-
   /// An observer wants to know the place before the members.
-  static bool readCard(Element element, Cards& cards, Observer& observer) {
+  static bool readCard(Element element, Cards& cards, Watch const& watch) {
     _CustomCardInfo scratch{};
-    Unwatched nobody;
-    walk(element, card, scratch, nobody);
+    bool const result = walk(element, card, scratch, Watch());
     std::size_t const place = placeOf(scratch);
-    cards[place] = {};
-    observer.clearEntry(key(), place);
-    return observer.entry(key(), place,
-                          [&] { return walk(element, card, cards[place], observer); });
+    cards[place] = scratch;
+    remark(watch, [&](Observer& observer) {
+      cards[place] = {};
+      observer.clearEntry(key(), place);
+      observer.entry(key(), place, [&] { return walk(element, card, cards[place], watch); });
+    });
+    return result;
   }
 };
 
@@ -563,10 +555,8 @@ static_assert(namesAreUnique(transferSettings));
 /// The first encoder goes into its member, a later one into the member for the second. A first one
 /// that is unknown or without text, and so 0, leaves the place to the next.
 struct ContactlessReading {
-  template <class Watch>
-  static bool read(Element element, _InternalEncoderInfo& record, Watch& watch) {
-    return record.contactless_encoder == 0 ? readInto(first, element, record, watch)
-                                           : readInto(second, element, record, watch);
+  static bool read(Element element, _InternalEncoderInfo& record, Watch const& watch) {
+    return (record.contactless_encoder == 0 ? first : second).read(element, record, watch);
   }
 
   static Assigned assign(_InternalEncoderInfo& record, std::string_view member, Value const& value,
@@ -587,14 +577,6 @@ struct ContactlessReading {
       anyKeyword<&Info::contactless_encoder, contactlessEncoders>("contactless_encoder");
   static constexpr Field<Info> second =
       anyKeyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
-
-  static bool readInto(Field<Info> const& field, Element element, Info& record, Unwatched&) {
-    return field.read(element, record);
-  }
-  static bool readInto(Field<Info> const& field, Element element, Info& record,
-                       Observer& observer) {
-    return field.observe(element, record, observer);
-  }
 };
 
 inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {

@@ -37,8 +37,7 @@ constexpr char const* roots[] = {configurationRoot, "set_configuration"};
 /// The record starts from zeros as soon as there is a root. What became of the children does not
 /// show in the result.
 struct ConfigurationReading : TableReading<configuration> {
-  template <class Watch>
-  static bool read(Element root, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
     static_assert(std::is_trivially_copyable_v<_KVConfiguration>);
     std::memset(static_cast<void*>(&record), 0, sizeof record);
     walk(root, configuration, record, watch);
@@ -48,8 +47,7 @@ struct ConfigurationReading : TableReading<configuration> {
 
 /// The entry answers false, whatever it read.
 struct EntryReading : ConfigurationReading {
-  template <class Watch>
-  static bool read(Element root, _KVConfiguration& record, Watch& watch) {
+  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
     ConfigurationReading::read(root, record, watch);
     return false;
   }
@@ -71,7 +69,7 @@ KVXConfigParser::~KVXConfigParser() = default;
 
 bool KVXConfigParser::GetConfiguration(char const* text, int, _KVConfiguration& out) {
   return readAsDocument(*this, text, roots, [&](Element root) {
-    Unwatched nobody;
+    Watch const nobody;
     return EntryReading::read(root, out, nobody);
   });
 }

@@ -49,8 +49,8 @@ struct Command {
 
 /// The cam's state is a text of the host's.
 struct CamState {
-  template <class Record, class Watch>
-  static bool read(Element, Record&, Watch&) {
+  template <class Record>
+  static bool read(Element, Record&, Watch const&) {
     return false;
   }
   static Assigned assign(Command& command, std::string_view member, Value const& value,

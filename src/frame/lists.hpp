@@ -38,8 +38,8 @@ template <auto M>
 struct BoundedReading {
   using Setting = typename Member<M>::Type;
 
-  template <class Record, class Watch>
-  static bool read(Element element, Record& record, Watch& watch) {
+  template <class Record>
+  static bool read(Element element, Record& record, Watch const& watch) {
     Setting& setting = record.*M;
     auto const before = setting.val;
     bool const min = convertBound(element.attribute("min"), setting.min);
@@ -115,8 +115,8 @@ constexpr auto bounded(std::string_view element) {
 /// element leaves it.
 template <auto M, Vocabulary const& Bits>
 struct BitReading {
-  template <class Record, class Watch>
-  static bool read(Element element, Record& record, Watch& watch) {
+  template <class Record>
+  static bool read(Element element, Record& record, Watch const& watch) {
     char flag = 0;
     bool const read = convertFlag(element.text(), flag);
     if (read) put(record.*M, Bits.codeOf(element.name().data()), flag != 0);
@@ -192,8 +192,8 @@ Record recordOf(Field<Record> const (&)[N]);
 
 /// Visits the children named `element`, the entries of a list, in their order; others are skipped.
 /// The result is that of the last one visited; false when there was none.
-template <class Watch, class Visit>
-bool walkEntries(Element parent, std::string_view element, Watch& watch, Visit visit) {
+template <class Visit>
+bool walkEntries(Element parent, std::string_view element, Watch const& watch, Visit visit) {
   return walkChildren(parent, [&](Element child, bool result) {
     bool const isEntry = child.name() == element;
     remark(watch, [&](Observer& observer) {
@@ -208,8 +208,7 @@ template <auto const& Table>
 struct RecordEntry {
   using Entry = decltype(detail::recordOf(Table));
 
-  template <class Watch>
-  static bool read(Element element, Entry& entry, Watch& watch, std::string_view list,
+  static bool read(Element element, Entry& entry, Watch const& watch, std::string_view list,
                    std::size_t index) {
     return watch.entry(list, index, [&] { return walk(element, Table, entry, watch); });
   }
@@ -232,8 +231,7 @@ struct EntriesBy {
   /// Reads the children in order into `room`, from its first entry on. Children of other names are
   /// skipped, and so are those for which there is no room. The result is that of the last entry
   /// read; false when there was none.
-  template <class Watch>
-  static bool read(Element parent, std::span<Entry> room, Watch& watch) {
+  static bool read(Element parent, std::span<Entry> room, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(memberName<M>); });
     std::size_t next = 0;
     return walkEntries(parent, Item, watch, [&](Element child, bool result) {

@@ -1,9 +1,9 @@
 /// @file
 /// Who watches a reading: nobody (the classic entries) or the recorder behind the face.
 ///
-/// A watch is a template parameter of the walk. `Unwatched` is empty, so that classic readings cost
-/// nothing; `Observer` writes down every member that was read, as it stands in the record
-/// afterwards, and a note on everything that the tables do not know.
+/// `Observer` writes down every member that was read, as it stands in the record afterwards, and a
+/// note on everything that the tables do not know. A reading gets a `Watch`, which leads to one or
+/// to nobody.
 
 #ifndef KOVRA_FRAME_OBSERVER_HPP
 #define KOVRA_FRAME_OBSERVER_HPP
@@ -21,22 +21,6 @@
 #include "kovra.hpp"
 
 namespace Kovra::frame {
-
-/// Nobody: every reading is done as it is, and nobody is told.
-struct Unwatched {
-  template <class Read>
-  bool within(std::string_view, Read read) {
-    return read();
-  }
-  template <class Read>
-  bool entry(std::string_view, std::size_t, Read read) {
-    return read();
-  }
-  template <class Read>
-  bool item(std::string_view, std::size_t, Read read) {
-    return read();
-  }
-};
 
 class Observer {
  public:
@@ -139,12 +123,41 @@ bool Observer::item(std::string_view name, std::size_t index, Read read) {
   return result;
 }
 
-/// Tells the watch of something that only an observer wants to know: `tell` takes the observer.
+/// Who watches a reading: an observer, or nobody. Then every reading is done as it is.
+class Watch {
+ public:
+  Watch() = default;
+  Watch(Observer& observer) : observer_(&observer) {}
+
+  explicit operator bool() const { return observer_ != nullptr; }
+
+  // As those of the observer.
+
+  template <class Read>
+  bool within(std::string_view name, Read read) const {
+    return observer_ != nullptr ? observer_->within(name, read) : read();
+  }
+  template <class Read>
+  bool entry(std::string_view name, std::size_t index, Read read) const {
+    return observer_ != nullptr ? observer_->entry(name, index, read) : read();
+  }
+  template <class Read>
+  bool item(std::string_view name, std::size_t index, Read read) const {
+    return observer_ != nullptr ? observer_->item(name, index, read) : read();
+  }
+
+  /// Null when nobody watches.
+  Observer* observer() const { return observer_; }
+
+ private:
+  Observer* observer_ = nullptr;
+};
+
+/// Tells of something that only an observer wants to know: `tell` takes the observer.
 template <class Tell>
-void remark(Unwatched&, Tell) {}
-template <class Tell>
-void remark(Observer& observer, Tell tell) {
-  tell(observer);
+void remark(Watch const& watch, Tell tell) {
+  if (watch) [[unlikely]]
+    tell(*watch.observer());
 }
 
 // What a record's member shows.

@@ -42,7 +42,7 @@ constexpr ReplyReader reader(std::string_view name, std::string_view title, Root
 template <class Reading, class Length, class Record>
 bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) {
   return readWide(&text, length, roots, [&](Element root) {
-    Unwatched nobody;
+    Watch const nobody;
     return Reading::read(root, record, nobody);
   });
 }
@@ -51,7 +51,7 @@ bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) 
 template <class Reading, class Record>
 bool readNarrowReply(char const* text, Roots roots, Record& record) {
   return readNarrow(text, roots, [&](Element root) {
-    Unwatched nobody;
+    Watch const nobody;
     return Reading::read(root, record, nobody);
   });
 }
@@ -60,7 +60,7 @@ bool readNarrowReply(char const* text, Roots roots, Record& record) {
 template <class Reading, class Record>
 bool readHost(TiXmlElement const* element, Record& record) {
   if (element == nullptr) return false;
-  Unwatched nobody;
+  Watch const nobody;
   HostTree const tree(element);
   return Reading::read(tree.root(), record, nobody);
 }

@@ -101,16 +101,17 @@ constexpr auto row(std::string_view element) {
   using Record = typename Member<M>::Record;
   return Field<Record>{
       element,
-      [](Element child, Record& record) { return Kind::read(child, record.*M); },
-      [](Element child, Record& record, Observer& observer) {
+      [](Element child, Record& record, Watch const& watch) {
         bool const read = Kind::read(child, record.*M);
-        if (read) {
-          Kind::report(observer, Member<M>::name(), child, record.*M);
-        } else if constexpr (detail::TellsOfMissing<Kind, typename Member<M>::Type>) {
-          Kind::missing(observer, Member<M>::name(), child, record.*M);
-        } else {
-          observer.emptyElement(child);
-        }
+        remark(watch, [&](Observer& observer) {
+          if (read) {
+            Kind::report(observer, Member<M>::name(), child, record.*M);
+          } else if constexpr (detail::TellsOfMissing<Kind, typename Member<M>::Type>) {
+            Kind::missing(observer, Member<M>::name(), child, record.*M);
+          } else {
+            observer.emptyElement(child);
+          }
+        });
         return read;
       },
       detail::outlineOfKind<Kind>(),
@@ -249,12 +250,8 @@ constexpr auto assignOfReading()
 template <class Record, class Reading>
 constexpr Field<Record> reading(std::string_view element) {
   return {element,
-          [](Element child, Record& record) {
-            Unwatched nobody;
-            return Reading::read(child, record, nobody);
-          },
-          [](Element child, Record& record, Observer& observer) {
-            return Reading::read(child, record, observer);
+          [](Element child, Record& record, Watch const& watch) {
+            return Reading::read(child, record, watch);
           },
           detail::outlineOfKind<Reading>(),
           detail::writeOfReading<Record, Reading>(),
@@ -273,8 +270,7 @@ bool writeBelow(TiXmlElement& parent, char const* name, Field<Record> const (&ta
 }
 
 /// Tells of an element below which a table finds nothing to read.
-template <class Watch>
-void remarkIfEmpty(Element element, Watch& watch) {
+void remarkIfEmpty(Element element, Watch const& watch) {
   remark(watch, [&](Observer& observer) {
     if (!element.firstChild()) observer.emptyElement(element);
   });
@@ -283,8 +279,8 @@ void remarkIfEmpty(Element element, Watch& watch) {
 /// A nested record with a table of its own.
 template <auto M, auto const& Table>
 struct NestedReading {
-  template <class Record, class Watch>
-  static bool read(Element element, Record& record, Watch& watch) {
+  template <class Record>
+  static bool read(Element element, Record& record, Watch const& watch) {
     remarkIfEmpty(element, watch);
     return watch.within(memberName<M>, [&] { return walk(element, Table, record.*M, watch); });
   }
@@ -311,8 +307,8 @@ constexpr auto nested(std::string_view element) {
 /// How an element is read whose children fill members of the record itself: also a whole reply.
 template <auto const& Table>
 struct TableReading {
-  template <class Record, class Watch>
-  static bool read(Element element, Record& record, Watch& watch) {
+  template <class Record>
+  static bool read(Element element, Record& record, Watch const& watch) {
     remarkIfEmpty(element, watch);
     return walk(element, Table, record, watch);
   }

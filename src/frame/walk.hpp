@@ -38,8 +38,7 @@ using Keys = std::vector<std::string_view>;
 template <class Record>
 struct Field {
   std::string_view element;
-  bool (*read)(Element, Record&);
-  bool (*observe)(Element, Record&, Observer&);
+  bool (*read)(Element, Record&, Watch const&);
   void (*outline)(Outline&);
   /// Adds the element below the parent; the result is the new running result.
   bool (*write)(TiXmlElement& parent, char const* element, Record const&, Circumstances,
@@ -62,7 +61,6 @@ constexpr Field<Record> readOnly(Field<Record> field) {
 template <class Record>
 constexpr Field<Record> writeOnly(Field<Record> field) {
   field.read = nullptr;
-  field.observe = nullptr;
   field.assign = nullptr;
   field.keys = nullptr;
   return field;
@@ -72,7 +70,6 @@ constexpr Field<Record> writeOnly(Field<Record> field) {
 template <class Record>
 constexpr Field<Record> neverRead(Field<Record> field) {
   field.read = nullptr;
-  field.observe = nullptr;
   return field;
 }
 
@@ -138,43 +135,39 @@ class RowFinder {
 
 /// Reads a child with the row that names it; without one it is skipped. The result is the new
 /// running result.
-template <class Record, class Watch>
-bool readChild(Field<Record> const* field, Element child, Record& record, Watch& watch,
+template <class Record>
+bool readChild(Field<Record> const* field, Element child, Record& record, Watch const& watch,
                bool result) {
   if (field == nullptr) {
     remark(watch, [&](Observer& observer) { observer.unknownElement(child); });
     return result;
   }
-  bool read = false;
-  if constexpr (std::is_same_v<Watch, Unwatched>) {
-    read = field->read(child, record);
-  } else {
-    watch.knownElement(child);
-    read = field->observe(child, record, watch);
-  }
+  remark(watch, [&](Observer& observer) { observer.knownElement(child); });
+  bool const read = field->read(child, record, watch);
   return field->counts ? read : result;
 }
 
 /// Reads the children of `element` with `table`: a child that a row names is read by it, others are
 /// skipped, a repeated one is read again. The result is that of the last child that a row read;
 /// false when there was none, or no element at all.
-template <class Record, class Watch>
-bool walk(Element element, std::span<Field<Record> const> table, Record& record, Watch& watch) {
+template <class Record>
+bool walk(Element element, std::span<Field<Record> const> table, Record& record,
+          Watch const& watch) {
   RowFinder<Record> rows(table);
   return walkChildren(element, [&](Element child, bool result) {
     return readChild(rows.find(child.name()), child, record, watch, result);
   });
 }
 
-template <class Record, std::size_t N, class Watch>
-bool walk(Element element, Field<Record> const (&table)[N], Record& record, Watch& watch) {
+template <class Record, std::size_t N>
+bool walk(Element element, Field<Record> const (&table)[N], Record& record, Watch const& watch) {
   return walk(element, std::span<Field<Record> const>(table), record, watch);
 }
 
 /// The walk that nobody watches, over an element of a host's own tree: what a host's call does.
 template <class Record, std::size_t N>
 bool walk(TiXmlElement const* element, Field<Record> const (&table)[N], Record& record) {
-  Unwatched nobody;
+  Watch const nobody;
   HostTree const tree(element);
   return walk(tree.root(), table, record, nobody);
 }

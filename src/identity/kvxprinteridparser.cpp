@@ -29,7 +29,7 @@ KVXPrinterIDParser::~KVXPrinterIDParser() = default;
 
 bool KVXPrinterIDParser::ParsePrinterInfo(char const* text, int, KVPrinterInfo& out) {
   return readAsDocument(*this, text, roots, [&](Element root) {
-    Unwatched nobody;
+    Watch const nobody;
     return walk(root, printerInfo, out, nobody);
   });
 }

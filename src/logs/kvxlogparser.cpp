@@ -27,8 +27,7 @@ static_assert(namesAreUnique(service));
 /// The count is that of all children when it is asked for, and the array's room, left as it is,
 /// when entries are read: meant, so that an array of that many entries always suffices.
 struct ServiceHistoryReading : EntriesOf<&_tagLogServiceXML::entries, "service", service> {
-  template <class Watch>
-  static bool read(Element root, _tagLogServiceXML& record, Watch& watch) {
+  static bool read(Element root, _tagLogServiceXML& record, Watch const& watch) {
     if (record.entries == nullptr) {
       record.count = static_cast<int>(countChildren(root));
       return true;
@@ -40,7 +39,7 @@ struct ServiceHistoryReading : EntriesOf<&_tagLogServiceXML::entries, "service",
 
 /// What a host does: it asks for the count, makes room, and reads again.
 bool decodeServiceHistory(Element root, Observer& observer) {
-  Unwatched nobody;
+  Watch const nobody;
   _tagLogServiceXML record{};
   ServiceHistoryReading::read(root, record, nobody);
   auto const room =
@@ -67,12 +66,10 @@ struct CleaningHistory {
 };
 
 struct CleaningHistoryReading : EntriesOf<&CleaningHistory::entries, "cleaning", cleaning> {
-  template <class Watch>
-  static bool read(Element root, CleaningLog& entries, Watch& watch) {
+  static bool read(Element root, CleaningLog& entries, Watch const& watch) {
     return EntriesOf::read(root, entries, watch);
   }
-  template <class Watch>
-  static bool read(Element root, CleaningHistory& record, Watch& watch) {
+  static bool read(Element root, CleaningHistory& record, Watch const& watch) {
     return read(root, record.entries, watch);
   }
 };

@@ -21,7 +21,7 @@ constexpr auto response = text<&LaminatorResponse::lam_ndc_rsp>(responseRoots[0]
 /// The text is that of the root itself.
 bool decodeResponse(Element root, Observer& observer) {
   LaminatorResponse record{};
-  return response.observe(root, record, observer);
+  return response.read(root, record, observer);
 }
 
 constexpr ReplyReader replies[] = {

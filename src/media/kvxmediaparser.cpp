@@ -27,7 +27,7 @@ constexpr ReplyReader replies[] = {
 template <class List>
 bool readEntry(TiXmlElement* entry, _KVMediaInfo& media) {
   if (entry == nullptr) return false;
-  Unwatched nobody;
+  Watch const nobody;
   HostTree const tree(entry);
   return List::readEntry(tree.root(), media, nobody);
 }

@@ -27,8 +27,8 @@ enum : Circumstances {
 /// A bounded setting of which only the value is read, and all three parts are written: meant.
 template <auto M>
 struct ValueReading : BoundedReading<M> {
-  template <class Record, class Watch>
-  static bool read(Element element, Record& record, Watch& watch) {
+  template <class Record>
+  static bool read(Element element, Record& record, Watch const& watch) {
     auto& value = (record.*M).val;
     bool const read = NumberKind::read(element, value);
     remark(watch, [&](Observer& observer) {
@@ -113,8 +113,7 @@ struct Appending {
   using Entry = decltype(frame::detail::recordOf(Table));
   static constexpr std::string_view member = frame::Member<M>::name();
 
-  template <class Watch>
-  static bool read(Element list, _KVMediaInfo& media, Watch& watch) {
+  static bool read(Element list, _KVMediaInfo& media, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(member); });
     return walkEntries(list, Item, watch,
                        [&](Element child, bool) { return readEntry(child, media, watch); });
@@ -122,8 +121,7 @@ struct Appending {
 
   /// Appends one entry, also an empty one. It is owned here until the vector has a place for it, so
   /// that memory running out takes nothing from the record.
-  template <class Watch>
-  static bool readEntry(Element element, _KVMediaInfo& media, Watch& watch) {
+  static bool readEntry(Element element, _KVMediaInfo& media, Watch const& watch) {
     auto* const entries = media.*M;
     if (entries == nullptr) return false;
     auto entry = std::make_unique<Entry>();

@@ -18,13 +18,9 @@ using namespace frame;
 /// The root is read as a row reads its element.
 template <auto const& Row>
 struct RowReading {
-  template <class Record, class Watch>
-  static bool read(Element root, Record& record, Watch& watch) {
-    if constexpr (std::is_same_v<Watch, Unwatched>) {
-      return Row.read(root, record);
-    } else {
-      return Row.observe(root, record, watch);
-    }
+  template <class Record>
+  static bool read(Element root, Record& record, Watch const& watch) {
+    return Row.read(root, record, watch);
   }
   static void outline(Outline& outline) { outline.emplace(Row.element); }
 };
@@ -109,8 +105,8 @@ constexpr Field<DiffieHellman> diffieHellman[] = {
 static_assert(namesAreUnique(diffieHellman));
 
 /// Unlike elsewhere one value is enough, and an element without text takes nothing back.
-template <class Watch>
-bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimKey, Watch& watch) {
+bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimKey,
+                       Watch const& watch) {
   DiffieHellman values{{&host.modulus, false},
                        {&host.base, false},
                        {&host.host_interim_key, false},
@@ -124,7 +120,7 @@ bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimK
 bool readDiffieHellman(wchar_t const& text, unsigned long length, _tagHostDHKeys& host,
                        long& printerInterimKey) {
   return readWide(&text, length, diffieHellmanRoots, [&](Element root) {
-    Unwatched nobody;
+    Watch const nobody;
     return readDiffieHellman(root, host, printerInterimKey, nobody);
   });
 }
@@ -136,8 +132,7 @@ struct BothSides {
 };
 
 struct BothSidesReading {
-  template <class Watch>
-  static bool read(Element root, BothSides& record, Watch& watch) {
+  static bool read(Element root, BothSides& record, Watch const& watch) {
     return readDiffieHellman(root, record.host, record.printerInterimKey, watch);
   }
   static void outline(Outline& outline) { outlineOf(diffieHellman, outline); }
@@ -173,8 +168,7 @@ struct DirectedActionKind {
 constexpr auto directedAction = row<&_tagSecDirecXML::action, DirectedActionKind>("action");
 
 struct DirectiveReading {
-  template <class Watch>
-  static bool read(Element root, _tagSecDirecXML& record, Watch& watch) {
+  static bool read(Element root, _tagSecDirecXML& record, Watch const& watch) {
     return RowReading<directedAction>::read(root, record, watch) &&
            walk(root, directiveTable<_tagSecDirecXML>, record, watch);
   }
@@ -291,7 +285,7 @@ bool KVXSecAction::ParseGetSecureActionRequest(wchar_t const& text, unsigned lon
 }
 
 bool KVXSecAction::ParseDHKeys(TiXmlElement* root, _tagHostDHKeys& host, long& printerInterimKey) {
-  Unwatched nobody;
+  Watch const nobody;
   HostTree const tree(root);
   return readDiffieHellman(tree.root(), host, printerInterimKey, nobody);
 }

@@ -122,8 +122,8 @@ bool identify(TiXmlElement& printer, Record const& record) {
 /// Deliberately not read, though it counts as read: model, serial and nonce of the record stay the
 /// host's own. Hosts compare them with what they sent.
 struct PrinterKind {
-  template <class Record, class Watch>
-  static bool read(frame::Element, Record&, Watch&) {
+  template <class Record>
+  static bool read(frame::Element, Record&, frame::Watch const&) {
     return true;
   }
   template <class Record>
@@ -153,8 +153,8 @@ void nameAction(TiXmlElement& action, Record const& record) {
 
 /// The action of a request, likewise. Written with the printer inside it, read beside it: meant.
 struct RequestedActionKind {
-  template <class Record, class Watch>
-  static bool read(frame::Element, Record&, Watch&) {
+  template <class Record>
+  static bool read(frame::Element, Record&, frame::Watch const&) {
     return true;
   }
   template <class Record>

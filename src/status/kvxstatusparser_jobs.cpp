@@ -87,8 +87,7 @@ struct JobListReading {
   static constexpr std::string_view element = "job";
   static constexpr std::string_view entries = frame::Member<&KVJobList::jobs>::name();
 
-  template <class Watch>
-  static bool read(Element root, KVJobList& list, Watch& watch) {
+  static bool read(Element root, KVJobList& list, Watch const& watch) {
     int const capacity = std::clamp(list.count, 0, roomOf(list));
     list.count = 0;
     remark(watch, [](Observer& observer) { observer.list(entries); });
@@ -113,8 +112,7 @@ struct JobListReading {
 
 /// The list of a host that has room for as many jobs as the record takes.
 struct WholeJobListReading : JobListReading {
-  template <class Watch>
-  static bool read(Element root, KVJobList& list, Watch& watch) {
+  static bool read(Element root, KVJobList& list, Watch const& watch) {
     list.count = roomOf(list);
     return JobListReading::read(root, list, watch);
   }

@@ -27,8 +27,7 @@ using Description = std::span<char, sizeof(_MediaStatusInfo::description)>;
 /// Deliberately appends to what the description holds already, be it an earlier panel or a text of
 /// the host, who clears the record to have the panels alone.
 struct PanelReading {
-  template <class Watch>
-  static bool read(Element panel, Description& description, Watch& watch) {
+  static bool read(Element panel, Description& description, Watch const& watch) {
     WordText words;
     if (!words.read(panel)) {
       remark(watch, [&](Observer& observer) { observer.emptyElement(panel); });
@@ -49,8 +48,7 @@ constexpr Field<Description> ribbonPanels[] = {reading<Description, PanelReading
 
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading {
-  template <class Watch>
-  static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch& watch) {
+  static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch const& watch) {
     Description description(ribbon.description);
     if (!walk(sequence, ribbonPanels, description, watch)) return false;
     ribbon.code = ribbonDescriptions.codeOf(ribbon.description);
@@ -75,8 +73,7 @@ struct SequenceReading {
 
 /// The description fills two members: its own, and the code of the ribbon that it names.
 struct NameReading {
-  template <class Watch>
-  static bool read(Element element, _MediaStatusInfo& media, Watch& watch) {
+  static bool read(Element element, _MediaStatusInfo& media, Watch const& watch) {
     bool const read = TextKind::read(element, media.description) && Kind::read(element, media.code);
     remark(watch, [&](Observer& observer) {
       if (!read) return observer.emptyElement(element);

@@ -149,8 +149,7 @@ static_assert(namesAreUnique(accessPoint));
 /// what is stored. It is also all that a host with an array promises to have room for.
 struct AccessPointsReading
     : EntriesOf<&_tagAccessPoints::accessPoints, "AccessPoint", accessPoint> {
-  template <class Watch>
-  static bool read(Element root, _tagAccessPoints& record, Watch& watch) {
+  static bool read(Element root, _tagAccessPoints& record, Watch const& watch) {
     record.count = static_cast<unsigned int>(countChildren(root));
     if (record.accessPoints == nullptr) return true;
     return EntriesOf::read(root, {record.accessPoints, record.count}, watch);
@@ -159,7 +158,7 @@ struct AccessPointsReading
 
 /// What a host does: it asks for the count, makes room, and reads again.
 bool decodeAccessPoints(Element root, Observer& observer) {
-  Unwatched nobody;
+  Watch const nobody;
   _tagAccessPoints record{};
   AccessPointsReading::read(root, record, nobody);
   auto const room = std::make_unique<_tagAccessPoint[]>(record.count);

@@ -385,7 +385,7 @@ struct ListRead {
 ListRead listOf(std::string const& children, std::size_t room = 2) {
   test::Tree tree("<list>" + children + "</list>");
   ListRead outcome{false, filled<List>()};
-  Unwatched nobody;
+  Watch const nobody;
   outcome.result =
       Items::read(HostTree(tree.root()).root(), std::span(outcome.list.items, room), nobody);
   return outcome;

@@ -68,11 +68,11 @@ inline constexpr frame::Field<Sample> groupTable[] = {
 
 /// Counts how often it was read instead of reading anything.
 struct CountReadings {
-  template <class Watch>
-  static bool read(frame::Element, Sample& record, Watch& watch) {
+  static bool read(frame::Element, Sample& record, frame::Watch const& watch) {
     ++record.odd;
-    remark(watch,
-           [&](frame::Observer& observer) { observer.member("odd", frame::shown(record.odd)); });
+    frame::remark(watch, [&](frame::Observer& observer) {
+      observer.member("odd", frame::shown(record.odd));
+    });
     return record.odd % 2 == 1;
   }
 };

@@ -150,50 +150,50 @@ constexpr auto flag(std::string_view element) {
 }
 
 /// A text that is always the same; never read.
+template <Fixed Text>
+struct AlwaysReading {
+  template <class Record>
+  static bool write(TiXmlElement& parent, char const* element, Record const&, Circumstances, bool) {
+    return KVXHelper::AddTagString(&parent, element, Text.text);
+  }
+};
+
 template <class Record, Fixed Text>
-constexpr Field<Record> always(std::string_view element) {
-  return {element, nullptr, nullptr,
-          [](TiXmlElement& parent, char const* name, Record const&, Circumstances, bool) {
-            return KVXHelper::AddTagString(&parent, name, Text.text);
-          }};
+constexpr auto always(std::string_view element) {
+  return reading<Record, AlwaysReading<Text>>(element);
 }
 
 // Entries of lists.
 
-inline constexpr Field<_PortCaps> port[] = {
+inline constexpr Table port = {
     number<&_PortCaps::portId>("port_id"),
     row<&_PortCaps::type, TwoWaysKind<portTypes, writtenPortTypes>>("type"),
 };
-static_assert(namesAreUnique(port));
 
-inline constexpr Field<_InterfaceCaps> softwareInterface[] = {
+inline constexpr Table softwareInterface = {
     anyKeyword<&_InterfaceCaps::protocol, protocols>("protocol"),
     anyKeyword<&_InterfaceCaps::transport, transports>("transport"),
     number<&_InterfaceCaps::port>("port"),
 };
-static_assert(namesAreUnique(softwareInterface));
 
-inline constexpr Field<_OCPLanguageCaps> language[] = {
+inline constexpr Table language = {
     number<&_OCPLanguageCaps::type>("type"),
     text<&_OCPLanguageCaps::name>("name"),
 };
-static_assert(namesAreUnique(language));
 
-inline constexpr Field<_FontCaps> font[] = {
+inline constexpr Table font = {
     text<&_FontCaps::name>("name"),
     // Reads "scalable", writes a second "name": meant.
     readOnly(flag<&_FontCaps::scalable>("scalable")),
     writeOnly(flag<&_FontCaps::scalable>("name")),
     row<&_FontCaps::style, AlwaysWrittenKind<AnyKeywordKind<fontStyles>, fontStyles, 0>>("style"),
 };
-static_assert(namesAreUnique(font));
 
 /// Templates are written without their location, graphics with it: meant.
-inline constexpr Field<_TemplateCaps> stored[] = {
+inline constexpr Table stored = {
     text<&_TemplateCaps::name>("name"),
     when(withLocation, text<&_TemplateCaps::location>("location")),
 };
-static_assert(namesAreUnique(stored));
 
 /// An entry that is a code: the text of its element is the keyword. One without text is the code of
 /// an unknown word, and is shown as nothing.
@@ -225,12 +225,13 @@ struct CodeEntry {
 template <auto M>
 struct TextEntry {
   using Entry = typename frame::Member<M>::Record;
-  static constexpr Field<Entry> itself[] = {text<M>("")};
+  static constexpr Table itself = {text<M>("")};
 
   static bool read(Element element, Entry& entry, Watch const& watch, std::string_view list,
                    std::size_t index) {
-    return watch.entry(list, index,
-                       [&] { return readChild(itself, element, entry, watch, false); });
+    return watch.entry(list, index, [&] {
+      return readChild(&Rows(itself).front(), element, &entry, watch, false);
+    });
   }
   static bool write(TiXmlElement& list, char const* element, Entry const& entry, Circumstances) {
     return TextKind::write(list, element, entry.*M);
@@ -443,53 +444,47 @@ struct SharpeningLevels : BitReading<&_Capabilities::imageSharpeningLevels, shar
   }
 };
 
-inline constexpr Field<_SecurityCaps> security[] = {
+inline constexpr Table security = {
     flag<&_SecurityCaps::passkeyProtection>("passkey_protection"),
     row<&_SecurityCaps::encryptionAlgorithm,
         AlwaysWrittenKind<AnyKeywordKind<encryptions>, encryptions, -1>>("encryption_algorithm"),
 };
-static_assert(namesAreUnique(security));
 inline constexpr char securityName[] = "security";
 
-inline constexpr Field<_Capabilities> memory[] = {
+inline constexpr Table memory = {
     number<&_Capabilities::ramSize>("ram"),
     number<&_Capabilities::flashSize>("flash"),
 };
-static_assert(namesAreUnique(memory));
 inline constexpr auto memoryRow = group<_Capabilities, memory>("memory");
 
-inline constexpr Field<_Capabilities> mediaPath[] = {
+inline constexpr Table mediaPath = {
     flag<&_Capabilities::atm>("atm"),
     number<&_Capabilities::magazineCapacity>("magazine_capacity"),
 };
-static_assert(namesAreUnique(mediaPath));
 inline constexpr auto mediaPathRow = group<_Capabilities, mediaPath>("media_path");
 
-inline constexpr Field<_Capabilities> logicalPage[] = {
+inline constexpr Table logicalPage = {
     number<&_Capabilities::logicalPageLength>("length"),
     number<&_Capabilities::logicalPageWidth>("width"),
 };
-static_assert(namesAreUnique(logicalPage));
 
-inline constexpr Field<_Capabilities> physicalPage[] = {
+inline constexpr Table physicalPage = {
     number<&_Capabilities::physicalPageLength>("length"),
     number<&_Capabilities::physicalPageWidth>("width"),
 };
-static_assert(namesAreUnique(physicalPage));
 
-inline constexpr Field<_Capabilities> image[] = {
+inline constexpr Table image = {
     group<_Capabilities, logicalPage>("logical_page"),
     group<_Capabilities, physicalPage>("physical_page"),
     number<&_Capabilities::printResolution>("print_resolution"),
 };
-static_assert(namesAreUnique(image));
 inline constexpr auto imageRow = group<_Capabilities, image>("image");
 
 inline constexpr auto contactlessRow =
     row<&_InternalEncoderInfo::contactless_encoder,
         TwoWaysKind<contactlessEncoders, writtenContactlessEncoders>>("contactless_encoder");
 
-inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
+inline constexpr Table internalEncoder = {
     // Reads the channel, writes a channel made of the contactless encoder's code: meant.
     readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
     writeOnly(
@@ -499,11 +494,10 @@ inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     // Neither read nor written here: a member for whoever composes the encoder alone.
     readOnly(neverRead(flag<&_InternalEncoderInfo::contact_station>("contact_station"))),
 };
-static_assert(namesAreUnique(internalEncoder));
 inline constexpr char internalEncoderName[] = "internal_encoder";
 
 /// The same element in the document that holds the encoder alone. Its channel is always USB: meant.
-inline constexpr Field<_InternalEncoderInfo> internalEncoderAlone[] = {
+inline constexpr Table internalEncoderAlone = {
     always<_InternalEncoderInfo, "usb_2_0">("comms_channel"),
     when(hasContact, flag<&_InternalEncoderInfo::contact_encoding>("contact_encoding")),
     when(hasContactless, contactlessRow),
@@ -515,15 +509,15 @@ inline constexpr auto magEncoderRow =
     row<&_Capabilities::magEncoderType, TwoWaysKind<magHeads, writtenMagHeads>>("mag_encoder");
 
 /// The record's print system is not looked at: meant.
-inline constexpr Field<_Capabilities> writtenPrintSystem = {
-    "print_system", nullptr, nullptr,
-    [](TiXmlElement& parent, char const* name, _Capabilities const&, Circumstances circumstances,
-       bool) {
-      return KVXHelper::AddTagString(&parent, name,
-                                     printSystemWord((circumstances & directToCard) != 0));
-    }};
+struct WrittenPrintSystem {
+  static bool write(TiXmlElement& parent, char const* element, _Capabilities const&,
+                    Circumstances circumstances, bool) {
+    return KVXHelper::AddTagString(&parent, element,
+                                   printSystemWord((circumstances & directToCard) != 0));
+  }
+};
 
-inline constexpr Field<_Capabilities> capabilities[] = {
+inline constexpr Table capabilities = {
     list<HostPorts>(),
     list<DevicePorts>(),
     list<SoftwareInterfaces>(),
@@ -538,7 +532,7 @@ inline constexpr Field<_Capabilities> capabilities[] = {
     // Reads one of two words into the record, writes one of two others by the writer's choice:
     // meant.
     readOnly(anyKeyword<&_Capabilities::printSystem, printSystems>("print_system")),
-    writtenPrintSystem,
+    reading<_Capabilities, WrittenPrintSystem>("print_system"),
     anyKeyword<&_Capabilities::printType, laminationTypes>("print_type"),
     row<&_Capabilities::laminatorPresent, LaminatorKind>("laminator"),
     when(hasLaminator, anyKeyword<&_Capabilities::laminatorType, laminatorTypes>("laminator_type")),
@@ -551,7 +545,6 @@ inline constexpr Field<_Capabilities> capabilities[] = {
     nested<&_Capabilities::internalEncoder, internalEncoder>(internalEncoderName),
     list<BarCodes>(),
 };
-static_assert(namesAreUnique(capabilities));
 
 inline constexpr char const* capabilitiesRoots[] = {"capabilities", "get_capabilities"};
 

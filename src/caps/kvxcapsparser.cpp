@@ -48,10 +48,10 @@ class RoomOnEntry {
 struct CapabilitiesReading {
   static bool read(Element root, _Capabilities& caps, Watch const& watch) {
     RoomOnEntry room(caps);
-    RowFinder<_Capabilities> rows(capabilities);
+    RowFinder rows(capabilities);
     bool const result = walkChildren(root, [&](Element child, bool earlier) {
       room.offer();
-      bool const now = readChild(rows.find(child.name()), child, caps, watch, earlier);
+      bool const now = readChild(rows.find(child.name()), child, &caps, watch, earlier);
       room.collect();
       return now;
     });

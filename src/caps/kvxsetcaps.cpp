@@ -38,7 +38,7 @@ Circumstances circumstancesOf(_InternalEncoderInfo const& encoder) {
 
 template <class Record>
 bool writeRow(TiXmlElement* parent, Field<Record> const& row, Record const& record) {
-  return parent != nullptr && row.write(*parent, row.element.data(), record, 0, false);
+  return parent != nullptr && row.write(*parent, record, 0, false);
 }
 
 template <class List>

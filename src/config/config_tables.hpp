@@ -84,16 +84,15 @@ constexpr auto ipv4(std::string_view element) {
   return row<M, Ipv4Kind>(element);
 }
 
-inline constexpr Field<_NetworkParams> ethernet[] = {
+inline constexpr Table ethernet = {
     ipv4<&_NetworkParams::ip_address>("ip_address"),
     ipv4<&_NetworkParams::gateway>("gateway"),
     ipv4<&_NetworkParams::subnet_mask>("subnet_mask"),
     enabled<&_NetworkParams::dhcp>("dhcp"),
     enabled<&_NetworkParams::snmp>("snmp"),
 };
-static_assert(namesAreUnique(ethernet));
 
-inline constexpr Field<_WirelessParams> wireless[] = {
+inline constexpr Table wireless = {
     ipv4<&_WirelessParams::ip_address>("ip_address"),
     ipv4<&_WirelessParams::gateway>("gateway"),
     ipv4<&_WirelessParams::subnet_mask>("subnet_mask"),
@@ -109,21 +108,18 @@ inline constexpr Field<_WirelessParams> wireless[] = {
     secretText<&_WirelessParams::key>("key"),
     readOnly(text<&_WirelessParams::country>("country")),
 };
-static_assert(namesAreUnique(wireless));
 
-inline constexpr Field<_USBTimeout> usbTimeout[] = {
+inline constexpr Table usbTimeout = {
     bounded<&_USBTimeout::read>("read"),
     bounded<&_USBTimeout::write>("write"),
 };
-static_assert(namesAreUnique(usbTimeout));
 
 // The printer at large.
 
-inline constexpr Field<_OCPLanguageCaps> ocpLanguage[] = {
+inline constexpr Table ocpLanguage = {
     number<&_OCPLanguageCaps::type>("type"),
     text<&_OCPLanguageCaps::name>("name"),
 };
-static_assert(namesAreUnique(ocpLanguage));
 
 using ErrorControlKind =
     AlwaysWrittenKind<AnyKeywordKind<errorControls>, errorControls, errorControlMedium>;
@@ -131,15 +127,14 @@ using UsbSpeedKind = AlwaysWrittenKind<KnownKeywordKind<usbSpeeds>, usbSpeeds, u
 /// An element without text leaves the mode, though an unknown word stores one.
 using FeedModeKind = AlwaysWrittenKind<KeywordKind<feedModes>, feedModes, feedModeHopper>;
 
-inline constexpr Field<_KVConfiguration> usageCounters[] = {
+inline constexpr Table usageCounters = {
     number<&_KVConfiguration::num_cards_printed>("num_cards_printed"),
     number<&_KVConfiguration::num_lines_printed>("num_lines_printed"),
 };
-static_assert(namesAreUnique(usageCounters));
 
 // Printing.
 
-inline constexpr Field<_PowerAdjustments> powerAdjustments[] = {
+inline constexpr Table powerAdjustments = {
     bounded<&_PowerAdjustments::yellow>("yellow"),
     bounded<&_PowerAdjustments::magenta>("magenta"),
     bounded<&_PowerAdjustments::cyan>("cyan"),
@@ -153,39 +148,35 @@ inline constexpr Field<_PowerAdjustments> powerAdjustments[] = {
     bounded<&_PowerAdjustments::x_resin>("x-resin"),
     when(withFilm, bounded<&_PowerAdjustments::inhibit>("inhibit")),
 };
-static_assert(namesAreUnique(powerAdjustments));
 
-inline constexpr Field<_ImagingParams> imagingParameters[] = {
+inline constexpr Table imagingParameters = {
     bounded<&_ImagingParams::printhead_resistance>("printhead_resistance"),
     readOnly(
         nested<&_ImagingParams::mfg_power_adjustments, powerAdjustments>("mfg_power_adjustments")),
     nested<&_ImagingParams::user_power_adjustments, powerAdjustments>("user_power_adjustments"),
 };
-static_assert(namesAreUnique(imagingParameters));
 
-inline constexpr Field<_RGBINT> tricolorSettings[] = {
+inline constexpr Table tricolorSettings = {
     number<&_RGBINT::red>("red"),
     number<&_RGBINT::green>("green"),
     number<&_RGBINT::blue>("blue"),
 };
-static_assert(namesAreUnique(tricolorSettings));
 
-inline constexpr Field<_RibbonMotorParams> takeupMotor[] = {
+inline constexpr Table takeupMotor = {
     bounded<&_RibbonMotorParams::S0>("S0"), bounded<&_RibbonMotorParams::K0>("K0"),
     bounded<&_RibbonMotorParams::Kb>("Kb"), bounded<&_RibbonMotorParams::Ka>("Ka"),
     bounded<&_RibbonMotorParams::M0>("M0"), bounded<&_RibbonMotorParams::Mb>("Mb"),
     bounded<&_RibbonMotorParams::Ma>("Ma"), readOnly(bounded<&_RibbonMotorParams::VtoI>("VtoI")),
 };
-static_assert(namesAreUnique(takeupMotor));
 
-inline constexpr Field<_RibbonMotorParams> ribbonMotorParameters[] = {
+inline constexpr Table ribbonMotorParameters = {
     group<_RibbonMotorParams, takeupMotor>("takeup_motor"),
 };
 
 // Mechanics.
 
 /// Without film neither film nor transfer can be adjusted, but the flipper can.
-inline constexpr Field<_MechanicalAdjustments> mechAdjustments[] = {
+inline constexpr Table mechAdjustments = {
     when(withFilm, bounded<&_MechanicalAdjustments::film_print_x_offset>("film_print_x_offset")),
     when(withFilm, bounded<&_MechanicalAdjustments::film_print_y_offset>("film_print_y_offset")),
     when(withFilm, bounded<&_MechanicalAdjustments::film_transfer_start_offset>(
@@ -210,7 +201,6 @@ inline constexpr Field<_MechanicalAdjustments> mechAdjustments[] = {
     when(withFilm, bounded<&_MechanicalAdjustments::film_extra_transfer_takeup_move>(
                        "film_extra_transfer_takeup_move")),
 };
-static_assert(namesAreUnique(mechAdjustments));
 
 // Ribbon and film.
 
@@ -274,7 +264,7 @@ struct RibbonDescriptionReading {
   static constexpr std::string_view key() { return memberName<&_RibbonInfo::description>; }
 };
 
-inline constexpr Field<_RibbonInfo> ribbonInfo[] = {
+inline constexpr Table ribbonInfo = {
     number<&_RibbonInfo::type>("type"),
     // Reads the text, writes the name of the code.
     reading<_RibbonInfo, RibbonDescriptionReading>("description"),
@@ -283,25 +273,22 @@ inline constexpr Field<_RibbonInfo> ribbonInfo[] = {
     number<&_RibbonInfo::initial_size>("initial_size"),
     number<&_RibbonInfo::panels_remaining>("panels_remaining"),
 };
-static_assert(namesAreUnique(ribbonInfo));
 
-inline constexpr Field<_KVConfiguration> mediaInfo[] = {
+inline constexpr Table mediaInfo = {
     nested<&_KVConfiguration::ribbon, ribbonInfo>("ribbon"),
     when(withFilm, nested<&_KVConfiguration::film, ribbonInfo>("film")),
 };
-static_assert(namesAreUnique(mediaInfo));
 
 // Lamination.
 
-inline constexpr Field<_laminate_common> laminateCommon[] = {
+inline constexpr Table laminateCommon = {
     bounded<&_laminate_common::patch_length_adj>("patch_length_adj"),
     bounded<&_laminate_common::coarse_x_offset>("coarse_x_offset"),
     bounded<&_laminate_common::speed_adjust>("speed_adjust"),
     bounded<&_laminate_common::passthru_speed_adj>("passthru_speed_adj"),
 };
-static_assert(namesAreUnique(laminateCommon));
 
-inline constexpr Field<_LaminateInstalled> laminateInstalled[] = {
+inline constexpr Table laminateInstalled = {
     number<&_LaminateInstalled::type>("type"),
     text<&_LaminateInstalled::description>("description"),
     number<&_LaminateInstalled::thickness>("thickness"),
@@ -315,22 +302,19 @@ inline constexpr Field<_LaminateInstalled> laminateInstalled[] = {
     number<&_LaminateInstalled::initial_size>("initial_size"),
     number<&_LaminateInstalled::panels_remaining>("panels_remaining"),
 };
-static_assert(namesAreUnique(laminateInstalled));
 
 /// Reads the elements of either laminate into both, writes each its own.
-inline constexpr Field<_laminateControl> laminateControl[] = {
+inline constexpr Table laminateControl = {
     when(topLaminate, bounded<&_laminateControl::x_adj_fine_offset>("top_x_adj_fine_offset")),
     when(topLaminate, bounded<&_laminateControl::temp_adjust>("top_temp_adjust")),
     when(bottomLaminate, bounded<&_laminateControl::x_adj_fine_offset>("bot_x_adj_fine_offset")),
     when(bottomLaminate, bounded<&_laminateControl::temp_adjust>("bot_temp_adjust")),
 };
-static_assert(namesAreUnique(laminateControl));
 
-inline constexpr Field<_Laminate> laminate[] = {
+inline constexpr Table laminate = {
     nested<&_Laminate::laminate_installed, laminateInstalled>("laminate_installed"),
     nested<&_Laminate::laminate_control, laminateControl>("laminate_control"),
 };
-static_assert(namesAreUnique(laminate));
 
 /// A part of the lamination whose presence marks a laminate as installed.
 template <auto M, auto const& Table, auto Installed, Circumstances Side = 0>
@@ -359,7 +343,7 @@ struct MarkingReading {
 };
 
 /// "laminate_common" marks the top laminate, for want of a flag of its own.
-inline constexpr Field<_LaminationIfo> lamination[] = {
+inline constexpr Table lamination = {
     reading<_LaminationIfo, MarkingReading<&_LaminationIfo::laminate_common, laminateCommon,
                                            &_LaminationIfo::topLaminateInstalled>>(
         "laminate_common"),
@@ -371,7 +355,6 @@ inline constexpr Field<_LaminationIfo> lamination[] = {
                            &_LaminationIfo::bottomLaminateInstalled, bottomLaminate>>(
         "bottom_laminate"),
 };
-static_assert(namesAreUnique(lamination));
 
 /// Written only when a laminate is marked as installed.
 struct LaminationReading : NestedReading<&_KVConfiguration::lamination, lamination> {
@@ -385,20 +368,18 @@ struct LaminationReading : NestedReading<&_KVConfiguration::lamination, laminati
 
 // Cleaning. Two elements fill one record.
 
-inline constexpr Field<_CleaningParams> cleaning[] = {
+inline constexpr Table cleaning = {
     text<&_CleaningParams::cleaning_deadline_is_soft>("cleaning_deadline_is_soft"),
 };
-inline constexpr Field<_CleaningParams> cleaningThresholds[] = {
+inline constexpr Table cleaningThresholds = {
     bounded<&_CleaningParams::alcohol_card_cleaning>("alcohol_card_cleaning"),
     bounded<&_CleaningParams::pre_warning>("pre_warning"),
 };
-static_assert(namesAreUnique(cleaningThresholds));
 
-inline constexpr Field<_CleaningParams> cleaningSiblings[] = {
+inline constexpr Table cleaningSiblings = {
     group<_CleaningParams, cleaning>("cleaning"),
     group<_CleaningParams, cleaningThresholds>("cleaning_thresholds"),
 };
-static_assert(namesAreUnique(cleaningSiblings));
 
 /// Each element is read and written with a table of its own; a value for the record may name the
 /// members of both.
@@ -416,7 +397,7 @@ struct CleaningReading : NestedReading<&_KVConfiguration::cleaning, Table> {
 /// A code outside the table is written as "none".
 using CoercivityKind = AlwaysWrittenKind<AnyKeywordKind<coercivities>, coercivities, 0>;
 
-inline constexpr Field<_CustomCardInfo> cardInformation[] = {
+inline constexpr Table cardInformation = {
     number<&_CustomCardInfo::type>("type"),
     text<&_CustomCardInfo::halvex_part_number>("halvex_part_number"),
     text<&_CustomCardInfo::description>("description"),
@@ -426,39 +407,34 @@ inline constexpr Field<_CustomCardInfo> cardInformation[] = {
     bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("contact_encode"),
     bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("non_contact_encode"),
 };
-static_assert(namesAreUnique(cardInformation));
 
-inline constexpr Field<_TransferTempInfo> cardTransferTemps[] = {
+inline constexpr Table cardTransferTemps = {
     bounded<&_TransferTempInfo::top_single>("top_single"),
     bounded<&_TransferTempInfo::bot_single>("bot_single"),
     bounded<&_TransferTempInfo::top_double>("top_double"),
     bounded<&_TransferTempInfo::bot_double>("bot_double"),
 };
-static_assert(namesAreUnique(cardTransferTemps));
 
-inline constexpr Field<_TransferSpeedInfo> transferSpeeds[] = {
+inline constexpr Table transferSpeeds = {
     bounded<&_TransferSpeedInfo::input_single>("input_single"),
     bounded<&_TransferSpeedInfo::output_single>("output_single"),
     bounded<&_TransferSpeedInfo::input_double>("input_double"),
     bounded<&_TransferSpeedInfo::output_double>("output_double"),
 };
-static_assert(namesAreUnique(transferSpeeds));
 
-inline constexpr Field<_LaminationAdjustmentsNew> laminatorAdjustments[] = {
+inline constexpr Table laminatorAdjustments = {
     bounded<&_LaminationAdjustmentsNew::top_temp_adjust>("top_temp_adjust"),
     bounded<&_LaminationAdjustmentsNew::bot_temp_adjust>("bot_temp_adjust"),
     bounded<&_LaminationAdjustmentsNew::speed_adjust>("speed_adjust"),
 };
-static_assert(namesAreUnique(laminatorAdjustments));
 
-inline constexpr Field<_CustomCardInfo> card[] = {
+inline constexpr Table card = {
     group<_CustomCardInfo, cardInformation>("information"),
     when(withFilm, nested<&_CustomCardInfo::transfer_temps, cardTransferTemps>("transfer_temps")),
     when(withFilm, nested<&_CustomCardInfo::transfer_speeds, transferSpeeds>("transfer_speeds")),
     number<&_CustomCardInfo::cal_table>("cal_table"),
     nested<&_CustomCardInfo::laminator_adjustments, laminatorAdjustments>("laminator_adjustments"),
 };
-static_assert(namesAreUnique(card));
 
 /// Each card is read from zeros and then takes its place by its description: "Custom 1" the first
 /// one, every other the second, also a third.
@@ -527,7 +503,7 @@ struct CardsReading {
   }
 };
 
-inline constexpr Field<_ImageTransferTempInfo> transferTemps[] = {
+inline constexpr Table transferTemps = {
     bounded<&_ImageTransferTempInfo::top_single>("top_single"),
     bounded<&_ImageTransferTempInfo::bot_single>("bot_single"),
     bounded<&_ImageTransferTempInfo::top_double>("top_double"),
@@ -541,14 +517,12 @@ inline constexpr Field<_ImageTransferTempInfo> transferTemps[] = {
     bounded<&_ImageTransferTempInfo::top_temp_tilt>("top_temp_tilt"),
     bounded<&_ImageTransferTempInfo::bot_temp_tilt>("bot_temp_tilt"),
 };
-static_assert(namesAreUnique(transferTemps));
 
-inline constexpr Field<_ImageTransferInfo> transferSettings[] = {
+inline constexpr Table transferSettings = {
     anyKeyword<&_ImageTransferInfo::transfer_type, transferTypes>("transfer_type"),
     nested<&_ImageTransferInfo::transfer_temps, transferTemps>("transfer_temps"),
     nested<&_ImageTransferInfo::transfer_speeds, transferSpeeds>("transfer_speeds"),
 };
-static_assert(namesAreUnique(transferSettings));
 
 // The encoder.
 
@@ -579,7 +553,7 @@ struct ContactlessReading {
       anyKeyword<&Info::secondContactlessEncoder, contactlessEncoders>("contactless_encoder");
 };
 
-inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
+inline constexpr Table internalEncoder = {
     // Reads the channel, writes the channel that has the code of the contactless encoder.
     readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
@@ -590,11 +564,10 @@ inline constexpr Field<_InternalEncoderInfo> internalEncoder[] = {
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenContactlessEncoders>(
         "contactless_encoder")),
 };
-static_assert(namesAreUnique(internalEncoder));
 
 // The whole.
 
-inline constexpr Field<_KVConfiguration> configuration[] = {
+inline constexpr Table configuration = {
     when(sectionPhysicalAddress, address<&_KVConfiguration::physical_address>("physical_address")),
     when(sectionEthernet, nested<&_KVConfiguration::ethernet, ethernet>("ethernet")),
     // Reads "wireless", writes a second "ethernet".
@@ -630,7 +603,6 @@ inline constexpr Field<_KVConfiguration> configuration[] = {
     when(sectionInternalEncoder,
          nested<&_KVConfiguration::internal_encoder, internalEncoder>("internal_encoder")),
 };
-static_assert(namesAreUnique(configuration));
 
 }  // namespace Kovra::config
 

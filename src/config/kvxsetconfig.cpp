@@ -40,7 +40,7 @@ Circumstances chosen(long sectionBits, int cardSelect) {
 
 /// Adds an element with the table's children, as one of the public add operations.
 template <class Record, std::size_t N>
-bool add(TiXmlElement* target, char const* name, Field<Record> const (&table)[N],
+bool add(TiXmlElement* target, char const* name, Table<Record, N> const& table,
          Record const& record, Circumstances circumstances) {
   return target != nullptr && writeBelow(*target, name, table, record, circumstances);
 }

@@ -61,7 +61,7 @@ struct CamState {
   static void keys(Keys& keys) { keys.push_back("state"); }
 };
 
-constexpr Field<Command> motorMembers[] = {
+constexpr Table motorMembers = {
     keyword<&Command::motor, motors>("motor"),
     keyword<&Command::state, motorModes>("state"),
     keyword<&Command::direction, directions>("direction"),
@@ -69,29 +69,29 @@ constexpr Field<Command> motorMembers[] = {
     number<&Command::rpm>("rpm"),
     number<&Command::period>("period"),
 };
-constexpr Field<Command> camMembers[] = {
+constexpr Table camMembers = {
     reading<Command, CamState>("state"),
     text<&Command::text>("text"),
 };
-constexpr Field<Command> calibrateMembers[] = {
+constexpr Table calibrateMembers = {
     keyword<&Command::type, calibrations>("type"),
     number<&Command::torque>("torque"),
     number<&Command::rpm>("rpm"),
 };
-constexpr Field<Command> switchMembers[] = {
+constexpr Table switchMembers = {
     keyword<&Command::state, switches>("state"),
     text<&Command::text>("text"),
 };
-constexpr Field<Command> advanceMembers[] = {
+constexpr Table advanceMembers = {
     text<&Command::panel>("panel"),
     text<&Command::text>("text"),
 };
-constexpr Field<Command> laminatorMembers[] = {
+constexpr Table laminatorMembers = {
     keyword<&Command::spool, spoolNames>("spool"),
     text<&Command::text>("text"),
 };
-constexpr Field<Command> textMembers[] = {text<&Command::text>("text")};
-constexpr Field<Command> rfidMembers[] = {
+constexpr Table textMembers = {text<&Command::text>("text")};
+constexpr Table rfidMembers = {
     keyword<&Command::mode, rfidModes>("mode"),
     number<&Command::antenna>("antenna"),
 };

@@ -43,8 +43,7 @@ bool areAllNamed(Value const& record, Names names, Problem& problem) {
 
 /// Fills a record by its table, has a document made of it, and wipes both.
 template <class Record, std::size_t N, class Build>
-Composition compose(Value const& value, Field<Record> const (&table)[N], Names needed,
-                    Build build) {
+Composition compose(Value const& value, Table<Record, N> const& table, Names needed, Build build) {
   Composition composition;
   Record record{};
   WipedAtEnd const wiped(record);
@@ -62,11 +61,11 @@ Composition compose(Value const& value, Field<Record> const (&table)[N], Names n
 struct Nonce {
   char nonce[32];
 };
-constexpr Field<Nonce> nonceTable[] = {text<&Nonce::nonce>("nonce")};
+constexpr Table nonceTable = {text<&Nonce::nonce>("nonce")};
 
 /// A reading shows the action, and a directive does not carry it.
-constexpr Field<_tagSecDirecXML> directiveMembers[] = {
-    text<&_tagSecDirecXML::action>("action"),
+constexpr Table directiveMembers = {
+    neverRead(text<&_tagSecDirecXML::action>("action")),
     group<_tagSecDirecXML, directiveTable<_tagSecDirecXML>>("action"),
 };
 

@@ -1,11 +1,10 @@
 /// @file
 /// A message is a table: one row for each element, made from a pointer to the member that it fills.
 ///
-///     constexpr Field<KVGeneralStatus> generalStatus[] = {
+///     constexpr Table generalStatus = {
 ///         keyword<&KVGeneralStatus::printer_state, printerStates>("printer_state"),
 ///         number<&KVGeneralStatus::error>("error"),
 ///     };
-///     static_assert(namesAreUnique(generalStatus));
 ///
 /// walk.hpp reads an element with such a table, kinds.hpp says how text becomes a value, rows.hpp
 /// makes the rows, lists.hpp reads what comes more than once. Families include this.

@@ -23,7 +23,7 @@ namespace Kovra::frame {
 
 /// A setting's parts as members, for those who compose; on the wire they are no elements.
 template <class Setting>
-inline constexpr Field<Setting> settingParts[] = {
+inline constexpr Table settingParts = {
     number<&Setting::min>("min"),
     number<&Setting::max>("max"),
     number<&Setting::val>("val"),
@@ -187,7 +187,7 @@ inline std::size_t countChildren(Element element) {
 
 namespace detail {
 template <class Record, std::size_t N>
-Record recordOf(Field<Record> const (&)[N]);
+Record recordOf(Table<Record, N> const&);
 }  // namespace detail
 
 /// Visits the children named `element`, the entries of a list, in their order; others are skipped.

@@ -40,52 +40,55 @@ concept Assigns = requires(Type& target, Value const& value, Problem& problem) {
   { Kind::assign(target, value, problem) } -> std::same_as<Assigned>;
 };
 
-template <auto M, class Kind>
-constexpr auto writeOfKind() -> bool (*)(TiXmlElement&, char const*,
-                                         typename Member<M>::Record const&, Circumstances, bool) {
-  if constexpr (Writes<Kind, typename Member<M>::Type>) {
-    return [](TiXmlElement& parent, char const* element, typename Member<M>::Record const& record,
-              Circumstances, bool) { return Kind::write(parent, element, record.*M); };
-  } else {
-    return nullptr;
-  }
+// What a kind of one value, a struct with static functions, can do with values of one type.
+
+template <class Kind, class Type>
+bool readValue(Row const& row, Element element, void* place, Watch const& watch) {
+  Type& value = *static_cast<Type*>(place);
+  bool const read = Kind::read(element, value);
+  remark(watch, [&](Observer& observer) {
+    if (read) {
+      Kind::report(observer, row.member, element, value);
+    } else if constexpr (TellsOfMissing<Kind, Type>) {
+      Kind::missing(observer, row.member, element, value);
+    } else {
+      observer.emptyElement(element);
+    }
+  });
+  return read;
 }
 
-template <auto M, class Kind>
-constexpr auto assignOfKind()
-    -> Assigned (*)(typename Member<M>::Record&, std::string_view, Value const&, Problem&) {
-  if constexpr (Assigns<Kind, typename Member<M>::Type>) {
-    return [](typename Member<M>::Record& record, std::string_view member, Value const& value,
-              Problem& problem) {
-      if (member != Member<M>::name()) return Assigned::notMine;
-      return Kind::assign(record.*M, value, problem);
+template <class Kind, class Type>
+constexpr auto writeOfKind() -> decltype(frame::Kind::write) {
+  if constexpr (Writes<Kind, Type>) {
+    return [](TiXmlElement& parent, char const* element, void const* place, Circumstances, bool) {
+      return Kind::write(parent, element, *static_cast<Type const*>(place));
     };
   } else {
     return nullptr;
   }
 }
 
-template <auto M>
-void keyOf(Keys& keys) {
-  keys.push_back(Member<M>::name());
-}
-
-template <auto M, class Kind>
-constexpr auto keysOfKind() -> void (*)(Keys&) {
-  return Assigns<Kind, typename Member<M>::Type> ? &keyOf<M> : nullptr;
-}
-
-template <class Reading>
-constexpr auto keysOfReading() -> void (*)(Keys&) {
-  if constexpr (requires(Keys & keys) { Reading::keys(keys); }) {
-    return [](Keys& keys) { Reading::keys(keys); };
+template <class Kind, class Type>
+constexpr auto assignOfKind() -> decltype(frame::Kind::assign) {
+  if constexpr (Assigns<Kind, Type>) {
+    return [](Row const& row, void* place, std::string_view member, Value const& value,
+              Problem& problem) {
+      if (member != row.member) return Assigned::notMine;
+      return Kind::assign(*static_cast<Type*>(place), value, problem);
+    };
   } else {
     return nullptr;
   }
 }
 
+/// The member's own name is the only one.
+inline void keyOfRow(Row const& row, Keys& keys) {
+  keys.push_back(row.member);
+}
+
 template <class Kind>
-constexpr auto outlineOfKind() -> void (*)(Outline&) {
+constexpr auto outlineOfKind() -> decltype(frame::Kind::outline) {
   if constexpr (HasWords<Kind>) {
     return &Kind::outline;
   } else {
@@ -93,32 +96,36 @@ constexpr auto outlineOfKind() -> void (*)(Outline&) {
   }
 }
 
+template <class Struct, class Type>
+inline constexpr Kind kindOfValue{
+    &readValue<Struct, Type>, writeOfKind<Struct, Type>(), assignOfKind<Struct, Type>(),
+    Assigns<Struct, Type> ? &keyOfRow : nullptr, outlineOfKind<Struct>()};
+
+/// A member's place in its record.
+template <auto M>
+void* memberIn(void* record) {
+  return &(static_cast<typename Member<M>::Record*>(record)->*M);
+}
+
+/// Of rows that work on the record itself.
+inline void* itself(void* record) {
+  return record;
+}
+
+/// Adds the member's name, for readings that are no kind of one value.
+template <auto M>
+void keyOf(Keys& keys) {
+  keys.push_back(Member<M>::name());
+}
+
 }  // namespace detail
 
 /// A row of any one-value kind.
 template <auto M, class Kind>
 constexpr auto row(std::string_view element) {
-  using Record = typename Member<M>::Record;
-  return Field<Record>{
-      element,
-      [](Element child, Record& record, Watch const& watch) {
-        bool const read = Kind::read(child, record.*M);
-        remark(watch, [&](Observer& observer) {
-          if (read) {
-            Kind::report(observer, Member<M>::name(), child, record.*M);
-          } else if constexpr (detail::TellsOfMissing<Kind, typename Member<M>::Type>) {
-            Kind::missing(observer, Member<M>::name(), child, record.*M);
-          } else {
-            observer.emptyElement(child);
-          }
-        });
-        return read;
-      },
-      detail::outlineOfKind<Kind>(),
-      detail::writeOfKind<M, Kind>(),
-      detail::assignOfKind<M, Kind>(),
-      0,
-      detail::keysOfKind<M, Kind>()};
+  return Field<typename Member<M>::Record>(
+      Row{element, Member<M>::name(), &detail::memberIn<M>,
+          &detail::kindOfValue<Kind, typename Member<M>::Type>});
 }
 
 template <auto M>
@@ -210,6 +217,11 @@ constexpr auto attribute(std::string_view element) {
 namespace detail {
 
 template <class Record, class Reading>
+concept ReadsRecord = requires(Element element, Record& record, Watch const& watch) {
+  { Reading::read(element, record, watch) } -> std::same_as<bool>;
+};
+
+template <class Record, class Reading>
 concept WritesRecord = requires(TiXmlElement& parent, Record const& record) {
   { Reading::write(parent, "", record, Circumstances{}, true) } -> std::same_as<bool>;
 };
@@ -220,12 +232,10 @@ concept AssignsRecord = requires(Record& record, Value const& value, Problem& pr
 };
 
 template <class Record, class Reading>
-constexpr auto writeOfReading()
-    -> bool (*)(TiXmlElement&, char const*, Record const&, Circumstances, bool) {
-  if constexpr (WritesRecord<Record, Reading>) {
-    return [](TiXmlElement& parent, char const* element, Record const& record,
-              Circumstances circumstances, bool result) {
-      return Reading::write(parent, element, record, circumstances, result);
+constexpr auto readOfReading() -> decltype(Kind::read) {
+  if constexpr (ReadsRecord<Record, Reading>) {
+    return [](Row const&, Element element, void* place, Watch const& watch) {
+      return Reading::read(element, *static_cast<Record*>(place), watch);
     };
   } else {
     return nullptr;
@@ -233,44 +243,57 @@ constexpr auto writeOfReading()
 }
 
 template <class Record, class Reading>
-constexpr auto assignOfReading()
-    -> Assigned (*)(Record&, std::string_view, Value const&, Problem&) {
-  if constexpr (AssignsRecord<Record, Reading>) {
-    return [](Record& record, std::string_view member, Value const& value, Problem& problem) {
-      return Reading::assign(record, member, value, problem);
+constexpr auto writeOfReading() -> decltype(Kind::write) {
+  if constexpr (WritesRecord<Record, Reading>) {
+    return [](TiXmlElement& parent, char const* element, void const* place,
+              Circumstances circumstances, bool result) {
+      return Reading::write(parent, element, *static_cast<Record const*>(place), circumstances,
+                            result);
     };
   } else {
     return nullptr;
   }
 }
+
+template <class Record, class Reading>
+constexpr auto assignOfReading() -> decltype(Kind::assign) {
+  if constexpr (AssignsRecord<Record, Reading>) {
+    return
+        [](Row const&, void* place, std::string_view member, Value const& value, Problem& problem) {
+          return Reading::assign(*static_cast<Record*>(place), member, value, problem);
+        };
+  } else {
+    return nullptr;
+  }
+}
+
+template <class Reading>
+constexpr auto keysOfReading() -> decltype(Kind::keys) {
+  if constexpr (requires(Keys & keys) { Reading::keys(keys); }) {
+    return [](Row const&, Keys& keys) { Reading::keys(keys); };
+  } else {
+    return nullptr;
+  }
+}
+
+template <class Record, class Reading>
+inline constexpr Kind kindOfReading{
+    readOfReading<Record, Reading>(), writeOfReading<Record, Reading>(),
+    assignOfReading<Record, Reading>(), keysOfReading<Reading>(), outlineOfKind<Reading>()};
 
 }  // namespace detail
 
 /// A row whose reading is a small function of its own, with a comment that says why it is odd.
 template <class Record, class Reading>
-constexpr Field<Record> reading(std::string_view element) {
-  return {element,
-          [](Element child, Record& record, Watch const& watch) {
-            return Reading::read(child, record, watch);
-          },
-          detail::outlineOfKind<Reading>(),
-          detail::writeOfReading<Record, Reading>(),
-          detail::assignOfReading<Record, Reading>(),
-          0,
-          detail::keysOfReading<Reading>()};
-}
-
-/// Adds the element `name` and writes the table below it. The result is that of the last row
-/// written; false when the element could not be made or no row wrote anything.
-template <class Record, std::size_t N>
-bool writeBelow(TiXmlElement& parent, char const* name, Field<Record> const (&table)[N],
-                Record const& record, Circumstances circumstances) {
-  TiXmlElement* const element = KVXHelper::AddTag(&parent, name);
-  return element != nullptr && writeAll(*element, table, record, circumstances, false);
+constexpr auto reading(std::string_view element) {
+  Kind const& kind = detail::kindOfReading<Record, Reading>;
+  Row row{element, {}, &detail::itself, &kind};
+  row.isRead = kind.read != nullptr;
+  return Field<Record>(row);
 }
 
 /// Tells of an element below which a table finds nothing to read.
-void remarkIfEmpty(Element element, Watch const& watch) {
+inline void remarkIfEmpty(Element element, Watch const& watch) {
   remark(watch, [&](Observer& observer) {
     if (!element.firstChild()) observer.emptyElement(element);
   });

@@ -46,7 +46,7 @@ constexpr auto serial(std::string_view element) {
   return row<M, SerialKind>(element);
 }
 
-inline constexpr Field<KVPrinterInfo> printerInfo[] = {
+inline constexpr Table printerInfo = {
     when(everything, text<&KVPrinterInfo::vendor>("vendor")),
     when(fieldPrinterModel, text<&KVPrinterInfo::printer_model>("printer_model")),
     when(everything, serial<&KVPrinterInfo::printer_serial>("printer_serial")),
@@ -65,7 +65,6 @@ inline constexpr Field<KVPrinterInfo> printerInfo[] = {
     when(everything,
          address<&KVPrinterInfo::wireless_physical_address>("wireless_physical_address")),
 };
-static_assert(namesAreUnique(printerInfo));
 
 }  // namespace Kovra::identity
 

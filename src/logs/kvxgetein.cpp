@@ -11,14 +11,13 @@ namespace {
 using namespace frame;
 
 /// Whoever has a track has the card.
-constexpr Field<__GETTRACK> tracks[] = {
+constexpr Table tracks = {
     secretText<&__GETTRACK::track1>("track1"),
     secretText<&__GETTRACK::track2>("track2"),
     secretText<&__GETTRACK::track3>("track3"),
 };
-static_assert(namesAreUnique(tracks));
 
-constexpr Field<__GETTRACK> stripe[] = {
+constexpr Table stripe = {
     group<__GETTRACK, tracks>("mag"),
 };
 

@@ -15,14 +15,13 @@ using namespace frame;
 // Service history.
 
 /// No row for `day`: the reply has none.
-constexpr Field<_tagLogServiceValues> service[] = {
+constexpr Table service = {
     number<&_tagLogServiceValues::number>("number"),
     number<&_tagLogServiceValues::code>("code"),
     number<&_tagLogServiceValues::year>("year"),
     number<&_tagLogServiceValues::month>("month"),
     number<&_tagLogServiceValues::card_count>("card_count"),
 };
-static_assert(namesAreUnique(service));
 
 /// The count is that of all children when it is asked for, and the array's room, left as it is,
 /// when entries are read: meant, so that an array of that many entries always suffices.
@@ -51,12 +50,11 @@ bool decodeServiceHistory(Element root, Observer& observer) {
 
 // Cleaning history.
 
-constexpr Field<_tagCleaningLogEntry> cleaning[] = {
+constexpr Table cleaning = {
     number<&_tagCleaningLogEntry::number>("number"),
     number<&_tagCleaningLogEntry::cards>("cards"),
     number<&_tagCleaningLogEntry::type>("type"),
 };
-static_assert(namesAreUnique(cleaning));
 
 using CleaningLog = _tagCleaningLogEntry[32];
 

@@ -21,12 +21,12 @@ constexpr auto response = text<&LaminatorResponse::lam_ndc_rsp>(responseRoots[0]
 /// The text is that of the root itself.
 bool decodeResponse(Element root, Observer& observer) {
   LaminatorResponse record{};
-  return response.read(root, record, observer);
+  return response.read(root, record, Watch(observer));
 }
 
 constexpr ReplyReader replies[] = {
     {"laminator-response", "answer of the laminator to a command", responseRoots, decodeResponse,
-     [](Outline& outline) { outline.emplace(response.element); }},
+     [](Outline& outline) { outline.emplace(response.element()); }},
 };
 
 }  // namespace

@@ -15,7 +15,7 @@ bool isCommon(_CardInfo const& info) {
 }
 
 template <class Record, std::size_t N>
-bool writeInto(TiXmlElement* element, char const* name, Field<Record> const (&table)[N],
+bool writeInto(TiXmlElement* element, char const* name, Table<Record, N> const& table,
                Record const& record, Circumstances circumstances = 0) {
   return element != nullptr && writeBelow(*element, name, table, record, circumstances);
 }

@@ -49,7 +49,7 @@ constexpr auto setting(std::string_view element) {
 
 // Cards.
 
-inline constexpr Field<_CardInfo> information[] = {
+inline constexpr Table information = {
     number<&_CardInfo::type>("type"),
     text<&_CardInfo::halvex_part_number>("halvex_part_number"),
     text<&_CardInfo::description>("description"),
@@ -60,50 +60,44 @@ inline constexpr Field<_CardInfo> information[] = {
     bitFlag<&_CardInfo::cardFeatures, cardFeatureBits>("contact_encode"),
     bitFlag<&_CardInfo::cardFeatures, cardFeatureBits>("non_contact_encode"),
 };
-static_assert(namesAreUnique(information));
 inline constexpr char informationName[] = "information";
 
-inline constexpr Field<_TransferTempInfo> transferTemps[] = {
+inline constexpr Table transferTemps = {
     setting<&_TransferTempInfo::top_single>("top_single"),
     setting<&_TransferTempInfo::bot_single>("bot_single"),
     setting<&_TransferTempInfo::top_double>("top_double"),
     setting<&_TransferTempInfo::bot_double>("bot_double"),
 };
-static_assert(namesAreUnique(transferTemps));
 inline constexpr char transferTempsName[] = "transfer_temps";
 
-inline constexpr Field<_TransferSpeedInfo> transferSpeeds[] = {
+inline constexpr Table transferSpeeds = {
     setting<&_TransferSpeedInfo::input_single>("input_single"),
     setting<&_TransferSpeedInfo::output_single>("output_single"),
     setting<&_TransferSpeedInfo::input_double>("input_double"),
     setting<&_TransferSpeedInfo::output_double>("output_double"),
 };
-static_assert(namesAreUnique(transferSpeeds));
 inline constexpr char transferSpeedsName[] = "transfer_speeds";
 
-inline constexpr Field<_LaminationAdjustmentsNew> adjustments[] = {
+inline constexpr Table adjustments = {
     setting<&_LaminationAdjustmentsNew::top_temp_adjust>("top_temp_adjust"),
     setting<&_LaminationAdjustmentsNew::bot_temp_adjust>("bot_temp_adjust"),
     setting<&_LaminationAdjustmentsNew::speed_adjust>("speed_adjust"),
 };
-static_assert(namesAreUnique(adjustments));
 inline constexpr char adjustmentsName[] = "laminator_adjustments";
 
-inline constexpr Field<_CardInfo> card[] = {
+inline constexpr Table card = {
     group<_CardInfo, information>(informationName),
     when(withTransfer, nested<&_CardInfo::transfer_temps, transferTemps>(transferTempsName)),
     when(withTransfer, nested<&_CardInfo::transfer_speeds, transferSpeeds>(transferSpeedsName)),
     nested<&_CardInfo::laminator_adjustments, adjustments>(adjustmentsName),
     number<&_CardInfo::cal_table>("cal_table"),
 };
-static_assert(namesAreUnique(card));
 
 /// A film, a ribbon or a laminate.
-inline constexpr Field<_MediaRibbonInfo> ribbon[] = {
+inline constexpr Table ribbon = {
     text<&_MediaRibbonInfo::halvex_part_number>("halvex_part_number"),
     text<&_MediaRibbonInfo::description>("description"),
 };
-static_assert(namesAreUnique(ribbon));
 
 // Lists. Each is a vector that the record owns, as it owns the entries.
 
@@ -168,7 +162,7 @@ using Ribbons = Appending<&_KVMediaInfo::ribbons, "ribbon", ribbon>;
 using Laminates = Appending<&_KVMediaInfo::laminates, "laminate", ribbon>;
 
 /// What is read and assigned. Written are only cards, and not all of them: see the writer.
-inline constexpr Field<_KVMediaInfo> catalogue[] = {
+inline constexpr Table catalogue = {
     reading<_KVMediaInfo, Cards>(cardsName),
     reading<_KVMediaInfo, Films>("films"),
     // Deliberately the ribbons are searched for laminates, and no ribbon is ever read.
@@ -176,7 +170,6 @@ inline constexpr Field<_KVMediaInfo> catalogue[] = {
     reading<_KVMediaInfo, Laminates>("laminates"),
     neverRead(reading<_KVMediaInfo, Ribbons>("ribbons")),
 };
-static_assert(namesAreUnique(catalogue));
 
 inline constexpr char const* mediaRoots[] = {"media"};
 

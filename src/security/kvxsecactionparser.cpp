@@ -22,7 +22,7 @@ struct RowReading {
   static bool read(Element root, Record& record, Watch const& watch) {
     return Row.read(root, record, watch);
   }
-  static void outline(Outline& outline) { outline.emplace(Row.element); }
+  static void outline(Outline& outline) { outline.emplace(Row.element()); }
 };
 
 struct Nonce {
@@ -96,13 +96,12 @@ struct DiffieHellman {
   Exchanged printer_interim_key;
 };
 
-constexpr Field<DiffieHellman> diffieHellman[] = {
+constexpr Table diffieHellman = {
     row<&DiffieHellman::modulus, ExchangedKind>("modulus"),
     row<&DiffieHellman::base, ExchangedKind>("base"),
     row<&DiffieHellman::host_interim_key, ExchangedKind>("host_interim_key"),
     row<&DiffieHellman::printer_interim_key, ExchangedKind>("printer_interim_key"),
 };
-static_assert(namesAreUnique(diffieHellman));
 
 /// Unlike elsewhere one value is enough, and an element without text takes nothing back.
 bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimKey,
@@ -184,7 +183,7 @@ using RequestReading = TableReading<requestTable<_tagSecReqXML>>;
 using KeysReading = TableReading<keysTable>;
 
 /// A reply may have several sets; the later ones overwrite.
-constexpr Field<_tagSecSetKeys> keyChanges[] = {
+constexpr Table keyChanges = {
     group<_tagSecSetKeys, keyChangeTable<_tagSecSetKeys>>("set"),
 };
 using KeyChangesReading = TableReading<keyChanges>;

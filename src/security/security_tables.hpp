@@ -72,14 +72,17 @@ enum KeyChange : frame::Circumstances {
 
 /// A text of the caller's, which may be null: then nothing is written.
 template <auto M>
+struct GivenTextReading {
+  template <class Record>
+  static bool write(TiXmlElement& parent, char const* element, Record const& record,
+                    frame::Circumstances, bool) {
+    return KVXHelper::AddTagString(&parent, element, record.*M);
+  }
+};
+
+template <auto M>
 constexpr auto givenText(std::string_view element) {
-  using Record = typename frame::Member<M>::Record;
-  frame::Field<Record> field{};
-  field.element = element;
-  field.write = [](TiXmlElement& parent, char const* name, Record const& record,
-                   frame::Circumstances,
-                   bool) { return KVXHelper::AddTagString(&parent, name, record.*M); };
-  return field;
+  return frame::reading<typename frame::Member<M>::Record, GivenTextReading<M>>(element);
 }
 
 /// A secret of either kind of record.
@@ -136,7 +139,7 @@ struct PrinterKind {
   requires std::is_array_v<decltype(Record::model)>
   static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
                                 Problem& problem) {
-    constexpr frame::Field<Record> members[] = {
+    constexpr frame::Table members = {
         frame::text<&Record::model>("model"),
         frame::text<&Record::serial>("serial"),
         frame::text<&Record::nonce>("nonce"),
@@ -185,31 +188,28 @@ struct RequestedActionKind {
 // Tables.
 
 template <class Record>
-inline constexpr frame::Field<Record> requestTable[] = {
+inline constexpr frame::Table requestTable = {
     frame::reading<Record, RequestedActionKind>("action"),
     frame::readOnly(frame::reading<Record, PrinterKind>("printer")),
 };
-static_assert(frame::namesAreUnique(requestTable<_tagSecReqXML>));
 
 /// The children of a directive's "action".
 template <class Record>
-inline constexpr frame::Field<Record> directiveTable[] = {
+inline constexpr frame::Table directiveTable = {
     frame::reading<Record, PrinterKind>("printer"),
     secret<&Record::hmac>("hmac"),
 };
-static_assert(frame::namesAreUnique(directiveTable<_tagSecDirecXML>));
 
 /// In the order of the document, which is not that of the record.
-inline constexpr frame::Field<_tagSecKeys> keysTable[] = {
+inline constexpr frame::Table keysTable = {
     secret<&_tagSecKeys::host_authentication_key>("host_authentication_key"),
     secret<&_tagSecKeys::data_encryption_key>("data_encryption_key"),
     secret<&_tagSecKeys::printer_lock_key>("printer_lock_key"),
 };
-static_assert(frame::namesAreUnique(keysTable));
 
 /// The children of "set".
 template <class Record>
-inline constexpr frame::Field<Record> keyChangeTable[] = {
+inline constexpr frame::Table keyChangeTable = {
     secret<&Record::current_passkey>("current_passkey"),
     when(hostKeys,
          secret<&Record::current_host_authentication_key>("current_host_authentication_key")),
@@ -220,7 +220,6 @@ inline constexpr frame::Field<Record> keyChangeTable[] = {
     when(lockKeys, secret<&Record::new_printer_lock_key>("new_printer_lock_key")),
     when(newPasskey, secret<&Record::new_passkey>("new_passkey")),
 };
-static_assert(frame::namesAreUnique(keyChangeTable<_tagSecSetKeys>));
 
 }  // namespace Kovra
 

@@ -11,7 +11,7 @@ using namespace frame;
 
 // Sensor states: words, kept as they are.
 
-constexpr Field<_KVPrinterSensorInfo> sensorState[] = {
+constexpr Table sensorState = {
     text<&_KVPrinterSensorInfo::ribbon_takeup_encoder>("ribbon_takeup_encoder"),
     text<&_KVPrinterSensorInfo::ribbon_payout_encoder>("ribbon_payout_encoder"),
     text<&_KVPrinterSensorInfo::door_open>("door_open"),
@@ -33,9 +33,8 @@ constexpr Field<_KVPrinterSensorInfo> sensorState[] = {
     text<&_KVPrinterSensorInfo::head_cam_blocked>("head_cam_blocked"),
     text<&_KVPrinterSensorInfo::printhead_fan>("printhead_fan"),
 };
-static_assert(namesAreUnique(sensorState));
 
-constexpr Field<_KVPrinterSensorInfo> sensorStates[] = {
+constexpr Table sensorStates = {
     group<_KVPrinterSensorInfo, sensorState>("sensor_states"),
 };
 
@@ -46,71 +45,62 @@ constexpr auto sensor(std::string_view element) {
   return attribute<M, "reading">(element);
 }
 
-constexpr Field<KVSensorInfo> inputOutput[] = {
+constexpr Table inputOutput = {
     sensor<&KVSensorInfo::atm_card_present>("atm_card_present"),
     sensor<&KVSensorInfo::input_feeder>("input_feeder"),
     sensor<&KVSensorInfo::output_hopper>("output_hopper"),
 };
-static_assert(namesAreUnique(inputOutput));
 
-constexpr Field<KVSensorInfo> cardPath[] = {
+constexpr Table cardPath = {
     sensor<&KVSensorInfo::synchro_card>("synchro_card"),
     sensor<&KVSensorInfo::synchro_mag>("synchro_mag"),
     sensor<&KVSensorInfo::synchro_contact>("synchro_contact"),
     sensor<&KVSensorInfo::synchro_contactless>("synchro_contactless"),
     sensor<&KVSensorInfo::flipper_card_present>("flipper_card_present"),
 };
-static_assert(namesAreUnique(cardPath));
 
-constexpr Field<KVSensorInfo> doors[] = {
+constexpr Table doors = {
     sensor<&KVSensorInfo::head_open>("head_open"),
     sensor<&KVSensorInfo::input_media_open>("input_media_open"),
     sensor<&KVSensorInfo::output_media_open>("output_media_open"),
 };
-static_assert(namesAreUnique(doors));
 
-constexpr Field<KVSensorInfo> positioning[] = {
+constexpr Table positioning = {
     sensor<&KVSensorInfo::head_down>("head_down"),
     sensor<&KVSensorInfo::flipper_ready_in>("flipper_ready_in"),
     sensor<&KVSensorInfo::flipper_ready_out>("flipper_ready_out"),
 };
-static_assert(namesAreUnique(positioning));
 
-constexpr Field<KVSensorInfo> ribbonColor[] = {
+constexpr Table ribbonColor = {
     sensor<&KVSensorInfo::led_1>("led_1"),
     sensor<&KVSensorInfo::led_2>("led_2"),
     sensor<&KVSensorInfo::led_3>("led_3"),
 };
-static_assert(namesAreUnique(ribbonColor));
 
-constexpr Field<KVSensorInfo> ribbon[] = {
+constexpr Table ribbon = {
     sensor<&KVSensorInfo::encoder>("encoder"),
     attribute<&KVSensorInfo::ribbon_sync_detection, "adc_value">("ribbon_sync_detection"),
     group<KVSensorInfo, ribbonColor>("color"),
 };
-static_assert(namesAreUnique(ribbon));
 
-constexpr Field<KVSensorInfo> intermediateMedia[] = {
+constexpr Table intermediateMedia = {
     sensor<&KVSensorInfo::film_sensor>("film_sensor"),
     attribute<&KVSensorInfo::supply_motor_pulses, "count">("supply_motor_pulses"),
     attribute<&KVSensorInfo::takeup_encoder_pulses, "count">("takeup_encoder_pulses"),
 };
-static_assert(namesAreUnique(intermediateMedia));
 
-constexpr Field<KVSensorInfo> webMedia[] = {
+constexpr Table webMedia = {
     group<KVSensorInfo, ribbon>("ribbon"),
     group<KVSensorInfo, intermediateMedia>("intm"),
 };
-static_assert(namesAreUnique(webMedia));
 
-constexpr Field<KVSensorInfo> sensorInfo[] = {
+constexpr Table sensorInfo = {
     group<KVSensorInfo, inputOutput>("input_output"),
     group<KVSensorInfo, cardPath>("card_path"),
     group<KVSensorInfo, doors>("doors"),
     group<KVSensorInfo, positioning>("positioning"),
     group<KVSensorInfo, webMedia>("web_media"),
 };
-static_assert(namesAreUnique(sensorInfo));
 
 constexpr char const* sensorRoots[] = {"get_sensor_status"};
 

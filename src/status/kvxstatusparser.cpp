@@ -44,7 +44,7 @@ constexpr Word printerStateWords[] = {
 constexpr Vocabulary printerStates{printerStateWords, Match::exact, 38};
 static_assert(everyWordIsReachable(printerStates));
 
-constexpr Field<KVGeneralStatus> generalStatus[] = {
+constexpr Table generalStatus = {
     keyword<&KVGeneralStatus::printer_state, printerStates>("printer_state"),
     hexadecimal<&KVGeneralStatus::alarms>("alarms"),
     number<&KVGeneralStatus::error>("error"),
@@ -59,7 +59,6 @@ constexpr Field<KVGeneralStatus> generalStatus[] = {
     keyword<&KVGeneralStatus::laminator_state, laminatorStates>("laminator_state"),
     number<&KVGeneralStatus::param_chg_counter>("param_chg_counter"),
 };
-static_assert(namesAreUnique(generalStatus));
 
 constexpr char const* generalStatusRoots[] = {"get_general_status"};
 using GeneralStatusReading = TableReading<generalStatus>;

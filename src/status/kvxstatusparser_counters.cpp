@@ -14,19 +14,17 @@ using namespace frame;
 
 // Card counters and up-times. Their members are `unsigned long`, whose numbers keep 16 bits.
 
-constexpr Field<KVCardCount> cardCount[] = {
+constexpr Table cardCount = {
     number<&KVCardCount::total_cards_done>("total_cards_done"),
     number<&KVCardCount::laminator_cards_laminated>("laminator_cards_laminated"),
     number<&KVCardCount::laminator_cards_processed>("laminator_cards_processed"),
 };
-static_assert(namesAreUnique(cardCount));
 
-constexpr Field<KVUpTimes> upTimes[] = {
+constexpr Table upTimes = {
     number<&KVUpTimes::laminator_total_up_time>("laminator_total_up_time"),
     number<&KVUpTimes::laminator_top_bulb_on_time>("laminator_top_bulb_on_time"),
     number<&KVUpTimes::laminator_bottom_bulb_on_time>("laminator_bottom_bulb_on_time"),
 };
-static_assert(namesAreUnique(upTimes));
 
 // Cleaning.
 
@@ -50,11 +48,10 @@ struct SoughtNumberKind {
   }
 };
 
-constexpr Field<CardsUntilCleaning> cardsUntilCleaning[] = {
+constexpr Table cardsUntilCleaning = {
     row<&CardsUntilCleaning::total_cards_until_next_cleaning, SoughtNumberKind>(
         "total_cards_until_next_cleaning"),
 };
-static_assert(namesAreUnique(cardsUntilCleaning));
 
 constexpr Word cleaningStateWords[] = {
     {"cleaning", 0},
@@ -71,17 +68,15 @@ constexpr Word cleaningStateWords[] = {
 constexpr Vocabulary cleaningStates{cleaningStateWords, Match::exact, 10};
 static_assert(everyWordIsReachable(cleaningStates));
 
-constexpr Field<KVCleaningStatus> cleaningStatus[] = {
+constexpr Table cleaningStatus = {
     keyword<&KVCleaningStatus::cleaning_status, cleaningStates>("cleaning_status"),
 };
-static_assert(namesAreUnique(cleaningStatus));
 
 // Free memory: RAM and flash differ in the root only.
 
-constexpr Field<__MEMORY> freeSpace[] = {
+constexpr Table freeSpace = {
     number<&__MEMORY::bytes_free>("bytes_free"),
 };
-static_assert(namesAreUnique(freeSpace));
 
 /// One root for two replies: a count reply may hold the card counters, the cards until the next
 /// cleaning, or both.

@@ -70,12 +70,11 @@ static_assert(everyWordIsReachable(jobStates));
 
 // Job list.
 
-constexpr Field<_KVJobInfo> jobInfo[] = {
+constexpr Table jobInfo = {
     number<&_KVJobInfo::action_id>("action_id"),
     text<&_KVJobInfo::uuid>("uuid"),
     keyword<&_KVJobInfo::print_state, jobStates>("print_state"),
 };
-static_assert(namesAreUnique(jobInfo));
 
 constexpr int roomOf(KVJobList const& list) {
   return static_cast<int>(std::size(list.jobs));
@@ -122,7 +121,7 @@ constexpr char const* jobListRoots[] = {"get_job_list"};
 
 // Job status.
 
-constexpr Field<KVJobStatus> jobPrinting[] = {
+constexpr Table jobPrinting = {
     number<&KVJobStatus::copies_done>("copies_done"),
     number<&KVJobStatus::copies_total_specified>("copies_total_specified"),
     number<&KVJobStatus::error_code>("error_code"),
@@ -130,18 +129,16 @@ constexpr Field<KVJobStatus> jobPrinting[] = {
     keyword<&KVJobStatus::laminator_state, laminatorStates>("laminator_state"),
     keyword<&KVJobStatus::position_in_transport, jobStates>("position_in_transport"),
 };
-static_assert(namesAreUnique(jobPrinting));
 
 /// Deliberately one table for all encoders: a state is stored by its own name, whichever encoder's
 /// element it stands in.
-constexpr Field<KVJobStatus> encoderStates[] = {
+constexpr Table encoderStates = {
     keyword<&KVJobStatus::mag_state, jobStates>("mag_state"),
     keyword<&KVJobStatus::contact_state, jobStates>("contact_state"),
     keyword<&KVJobStatus::contactless_state, jobStates>("contactless_state"),
 };
-static_assert(namesAreUnique(encoderStates));
 
-constexpr Field<KVJobStatus> jobStatus[] = {
+constexpr Table jobStatus = {
     number<&KVJobStatus::action_id>("action_id"),
     text<&KVJobStatus::uuid>("uuid"),
     flagIf<&KVJobStatus::ready_for_next_job, "yes">("ready_for_next_job"),
@@ -150,7 +147,6 @@ constexpr Field<KVJobStatus> jobStatus[] = {
     group<KVJobStatus, encoderStates>("status_contact"),
     group<KVJobStatus, encoderStates>("status_contactless"),
 };
-static_assert(namesAreUnique(jobStatus));
 
 constexpr char const* jobStatusRoots[] = {"get_job_status"};
 using JobStatusReading = TableReading<jobStatus>;

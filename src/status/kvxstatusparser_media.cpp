@@ -44,7 +44,7 @@ struct PanelReading {
   }
 };
 
-constexpr Field<Description> ribbonPanels[] = {reading<Description, PanelReading>("panel")};
+constexpr Table ribbonPanels = {reading<Description, PanelReading>("panel")};
 
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading {
@@ -91,7 +91,7 @@ struct NameReading {
 
 // The consumables. Where they differ is meant.
 
-constexpr Field<_MediaStatusInfo> ribbon[] = {
+constexpr Table ribbon = {
     number<&_MediaStatusInfo::type>("type"),
     reading<_MediaStatusInfo, SequenceReading>("sequence"),
     reading<_MediaStatusInfo, NameReading>("description"),
@@ -103,10 +103,9 @@ constexpr Field<_MediaStatusInfo> ribbon[] = {
     number<&_MediaStatusInfo::diam_payout>("diam_ribbon_payout"),
     number<&_MediaStatusInfo::diam_takeup>("diam_ribbon_takeup"),
 };
-static_assert(namesAreUnique(ribbon));
 
 /// No "sequence", no "part_number", and what remains has one name only.
-constexpr Field<_MediaStatusInfo> film[] = {
+constexpr Table film = {
     number<&_MediaStatusInfo::type>("type"),
     reading<_MediaStatusInfo, NameReading>("description"),
     text<&_MediaStatusInfo::oem_country>("oem_country"),
@@ -115,26 +114,23 @@ constexpr Field<_MediaStatusInfo> film[] = {
     number<&_MediaStatusInfo::diam_payout>("diam_ribbon_payout"),
     number<&_MediaStatusInfo::diam_takeup>("diam_ribbon_takeup"),
 };
-static_assert(namesAreUnique(film));
 
 /// The type goes into `code`, where hosts look for a laminate's kind; `type` stays theirs. The
 /// description is no ribbon's name and has no code.
-constexpr Field<_MediaStatusInfo> laminate[] = {
+constexpr Table laminate = {
     number<&_MediaStatusInfo::code>("type"),
     text<&_MediaStatusInfo::description>("description"),
     text<&_MediaStatusInfo::oem_country>("oem_country"),
     number<&_MediaStatusInfo::initial_size>("initial_size"),
     number<&_MediaStatusInfo::remaining>("panels_remaining"),
 };
-static_assert(namesAreUnique(laminate));
 
-constexpr Field<MediaStatus> mediaStatus[] = {
+constexpr Table mediaStatus = {
     nested<&MediaStatus::ribbon, ribbon>("ribbon"),
     nested<&MediaStatus::film, film>("film"),
     nested<&MediaStatus::top_laminate, laminate>("top_laminate"),
     nested<&MediaStatus::bottom_laminate, laminate>("bottom_laminate"),
 };
-static_assert(namesAreUnique(mediaStatus));
 
 constexpr char const* mediaStatusRoots[] = {"get_media_status"};
 using MediaStatusReading = TableReading<mediaStatus>;

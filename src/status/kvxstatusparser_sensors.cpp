@@ -12,7 +12,7 @@ using namespace frame;
 
 /// Flags are deliberately negative: any word but the one that clears it, also a misspelling, is an
 /// open door or a blocked sensor.
-constexpr Field<_SENSOR> sensorStates[] = {
+constexpr Table sensorStates = {
     text<&_SENSOR::ribbon_takeup_encoder>("ribbon_takeup_encoder"),
     flagUnless<&_SENSOR::door_open, "no">("door_open"),
     flagUnless<&_SENSOR::flipoptions_door_open, "no">("flipoptions_door_open"),
@@ -28,9 +28,8 @@ constexpr Field<_SENSOR> sensorStates[] = {
     number<&_SENSOR::tricolor_error>("tricolor_error"),
     flagUnless<&_SENSOR::printhead_fan, "off">("printhead_fan"),
 };
-static_assert(namesAreUnique(sensorStates));
 
-constexpr Field<_SENSOR> sensorValues[] = {
+constexpr Table sensorValues = {
     number<&_SENSOR::voltage_24>("voltage_24"),
     number<&_SENSOR::voltage_raw>("voltage_raw"),
     number<&_SENSOR::mag_track_1>("mag_track_1"),
@@ -51,13 +50,11 @@ constexpr Field<_SENSOR> sensorValues[] = {
     number<&_SENSOR::RGSU>("RGSU"),
     number<&_SENSOR::RGSD>("RGSD"),
 };
-static_assert(namesAreUnique(sensorValues));
 
-constexpr Field<_SENSOR> sensorStatus[] = {
+constexpr Table sensorStatus = {
     group<_SENSOR, sensorStates>("sensor_states"),
     group<_SENSOR, sensorValues>("sensor_values"),
 };
-static_assert(namesAreUnique(sensorStatus));
 
 constexpr char const* sensorStatusRoots[] = {"get_sensor_status"};
 using SensorStatusReading = TableReading<sensorStatus>;

@@ -83,14 +83,13 @@ constexpr auto cipher(std::string_view element) {
 
 // The state of the link.
 
-constexpr Field<_tagPackets> packets[] = {
+constexpr Table packets = {
     number<&_tagPackets::octets>("octets"), number<&_tagPackets::upkts>("upkts"),
     number<&_tagPackets::nupkts>("nupkts"), number<&_tagPackets::discards>("discards"),
     number<&_tagPackets::errors>("errors"),
 };
-static_assert(namesAreUnique(packets));
 
-constexpr Field<_tagWirelessStatus> wirelessStatus[] = {
+constexpr Table wirelessStatus = {
     keyword<&_tagWirelessStatus::state, wirelessStates>("state"),
     text<&_tagWirelessStatus::ssid>("ssid"),
     number<&_tagWirelessStatus::channel>("channel"),
@@ -104,11 +103,10 @@ constexpr Field<_tagWirelessStatus> wirelessStatus[] = {
     nested<&_tagWirelessStatus::out, packets>("out"),
     number<&_tagWirelessStatus::link_lost>("link_lost"),
 };
-static_assert(namesAreUnique(wirelessStatus));
 
 // The radio.
 
-constexpr Field<_tagWirelessRadioStatus> radioStatus[] = {
+constexpr Table radioStatus = {
     number<&_tagWirelessRadioStatus::mcasttxframe>("mcasttxframe"),
     number<&_tagWirelessRadioStatus::failed>("failed"),
     number<&_tagWirelessRadioStatus::retry>("retry"),
@@ -127,11 +125,10 @@ constexpr Field<_tagWirelessRadioStatus> radioStatus[] = {
     number<&_tagWirelessRadioStatus::rx_duplicate>("rx_duplicate"),
     number<&_tagWirelessRadioStatus::rts_success>("rts_success"),
 };
-static_assert(namesAreUnique(radioStatus));
 
 // Access points. Their elements are spelled in a style of their own.
 
-constexpr Field<_tagAccessPoint> accessPoint[] = {
+constexpr Table accessPoint = {
     text<&_tagAccessPoint::ssid>("SSID"),
     address<&_tagAccessPoint::bssid>("BSSID"),
     flagIf<&_tagAccessPoint::selected, "true">("Selected"),
@@ -143,7 +140,6 @@ constexpr Field<_tagAccessPoint> accessPoint[] = {
     cipher<&_tagAccessPoint::encryption>("Encryption"),
     number<&_tagAccessPoint::maxDataRate>("MaxDataRate"),
 };
-static_assert(namesAreUnique(accessPoint));
 
 /// The count is stored before anything else, and it is that of all children, so it may be more than
 /// what is stored. It is also all that a host with an array promises to have room for.

@@ -112,8 +112,8 @@ TEST(Walk, FindsEveryRowInAnyOrderOfTheElements) {
 }
 
 TEST(Walk, KeepsItsResultOverAnUncountedRow) {
-  static constexpr Field<Sample> rows[] = {number<&Sample::whole>("counted"),
-                                           uncounted(number<&Sample::narrow>("uncounted"))};
+  static constexpr Table rows = {number<&Sample::whole>("counted"),
+                                 uncounted(number<&Sample::narrow>("uncounted"))};
   struct {
     char const* children;
     bool result;
@@ -430,8 +430,7 @@ TEST(Entries, AreCountedWhateverTheirNames) {
 // ---- Tables ---------------------------------------------------------------------------------
 
 TEST(Tables, WithTwoRowsForOneElementAreNoticed) {
-  constexpr Field<Inner> twice[] = {number<&Inner::depth>("depth"), text<&Inner::tag>("depth")};
-  static_assert(!namesAreUnique(twice));
+  Row const twice[] = {number<&Inner::depth>("depth").row(), text<&Inner::tag>("depth").row()};
   EXPECT_FALSE(namesAreUnique(twice));
 }
 
@@ -463,8 +462,8 @@ struct Written {
 };
 
 template <std::size_t N>
-Written written(Field<Sample> const (&rows)[N], Sample const& record,
-                Circumstances circumstances = 0, bool before = false) {
+Written written(Table<Sample, N> const& rows, Sample const& record, Circumstances circumstances = 0,
+                bool before = false) {
   TiXmlElement parent("p");
   bool const result = writeAll(parent, rows, record, circumstances, before);
   return {result, test::printed(parent)};
@@ -501,7 +500,7 @@ TEST(WrittenRows, StandInTheOrderOfTheirTable) {
 }
 
 TEST(WrittenRows, EndATextWithoutTerminatorWhereItsArrayEnds) {
-  constexpr Field<Sample> rows[] = {text<&Sample::text>("text")};
+  constexpr Table rows = {text<&Sample::text>("text")};
   Sample record{};
   std::memcpy(record.text, "12345678", sizeof record.text);
   record.word = -1;  // a reader beyond the array would find no terminator here
@@ -509,8 +508,8 @@ TEST(WrittenRows, EndATextWithoutTerminatorWhereItsArrayEnds) {
 }
 
 TEST(WrittenRows, AreWrittenOnlyWhereAllTheirCircumstancesHold) {
-  constexpr Field<Sample> rows[] = {when(3, number<&Sample::whole>("both")),
-                                    number<&Sample::whole>("always")};
+  constexpr Table rows = {when(3, number<&Sample::whole>("both")),
+                          number<&Sample::whole>("always")};
   for (Circumstances const circumstances : {0UL, 1UL, 2UL, 4UL}) {
     EXPECT_EQ(written(rows, Sample{}, circumstances).text, "<p><always>0</always></p>");
   }
@@ -521,17 +520,16 @@ TEST(WrittenRows, AreWrittenOnlyWhereAllTheirCircumstancesHold) {
 }
 
 TEST(WrittenRows, KeepTheEarlierResultWhenNoneIsWritten) {
-  constexpr Field<Sample> rows[] = {when(1, number<&Sample::whole>("whole"))};
+  constexpr Table rows = {when(1, number<&Sample::whole>("whole"))};
   EXPECT_FALSE(written(rows, Sample{}, 0, false).result);
   EXPECT_TRUE(written(rows, Sample{}, 0, true).result);
   EXPECT_TRUE(written(rows, Sample{}, 1, false).result);
 }
 
 TEST(OneWayRows, AreOnlyReadOrOnlyWritten) {
-  static constexpr Field<Sample> rows[] = {
+  static constexpr Table rows = {
       readOnly(number<&Sample::whole>("in")), writeOnly(number<&Sample::whole>("out")),
       readOnly(number<&Sample::narrow>("both")), writeOnly(number<&Sample::wide>("both"))};
-  static_assert(namesAreUnique(rows));
   Sample record{};
   record.whole = 1;
   record.wide = 2;
@@ -544,7 +542,7 @@ TEST(OneWayRows, AreOnlyReadOrOnlyWritten) {
 }
 
 TEST(OneWayRows, AreWrittenAndAssignedThoughNeverRead) {
-  static constexpr Field<Sample> rows[] = {neverRead(number<&Sample::whole>("whole"))};
+  static constexpr Table rows = {neverRead(number<&Sample::whole>("whole"))};
   Sample record{};
   Problem problem;
   EXPECT_EQ(assignMember(rows, record, "whole", shown(5), problem), Assigned::done);
@@ -554,7 +552,7 @@ TEST(OneWayRows, AreWrittenAndAssignedThoughNeverRead) {
 }
 
 TEST(AlwaysWrittenRow, HasAWordForEveryCode) {
-  constexpr Field<Sample> rows[] = {
+  constexpr Table rows = {
       row<&Sample::word, AlwaysWrittenKind<KeywordKind<words>, words, 1>>("word")};
   for (auto const& [code, word] : {std::pair(1, "single"), std::pair(2, "dual"),
                                    std::pair(7, "single"), std::pair(-1, "single")}) {

@@ -81,7 +81,8 @@ std::vector<float> floats() {
     }
   }
   std::mt19937 random(20261121);
-  for (int i = 0; i < 20'000; ++i) all.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(random())));
+  for (int i = 0; i < 20'000; ++i)
+    all.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(random())));
   for (int i = 0; i < 20'000; ++i) {
     all.push_back(static_cast<float>(random()) / static_cast<float>(random() % 100'000 + 1));
   }

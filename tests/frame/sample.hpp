@@ -57,12 +57,12 @@ inline constexpr frame::Vocabulary shades{shadeRows, frame::Match::anyCase, unkn
 inline constexpr frame::Word flagRows[] = {{"first", 1}, {"third", 4}};
 inline constexpr frame::Vocabulary flagBits{flagRows, frame::Match::exact, 0};
 
-inline constexpr frame::Field<Inner> innerTable[] = {
+inline constexpr frame::Table innerTable = {
     frame::number<&Inner::depth>("depth"),
     frame::text<&Inner::tag>("tag"),
 };
 
-inline constexpr frame::Field<Sample> groupTable[] = {
+inline constexpr frame::Table groupTable = {
     frame::number<&Sample::grouped>("grouped"),
 };
 
@@ -77,7 +77,7 @@ struct CountReadings {
   }
 };
 
-inline constexpr frame::Field<Sample> table[] = {
+inline constexpr frame::Table table = {
     frame::number<&Sample::whole>("whole"),
     frame::number<&Sample::narrow>("narrow"),
     frame::number<&Sample::counter>("counter"),
@@ -104,7 +104,6 @@ inline constexpr frame::Field<Sample> table[] = {
     frame::group<Sample, groupTable>("group"),
     frame::reading<Sample, CountReadings>("odd"),
 };
-static_assert(namesAreUnique(table));
 
 /// What walking over a document gave.
 struct Walked {

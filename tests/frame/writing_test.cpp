@@ -56,16 +56,16 @@ static_assert(everyWordIsReachable(bits));
 
 constexpr Circumstances sunny = 1, windy = 2;
 
-constexpr Field<Bound> boundTable[] = {
+constexpr Table boundTable = {
     bounded<&Bound::whole>("whole"),
     when(windy, bounded<&Bound::real>("real")),
 };
 
-constexpr Field<Sample> insideGroup[] = {
+constexpr Table insideGroup = {
     number<&Sample::natural>("natural"),
 };
 
-constexpr Field<Sample> table[] = {
+constexpr Table table = {
     number<&Sample::number>("number"),
     group<Sample, insideGroup>("group"),
     number<&Sample::real>("real"),
@@ -80,7 +80,6 @@ constexpr Field<Sample> table[] = {
     bitFlag<&Sample::bits, bits>("third"),
     when(sunny, nested<&Sample::bound, boundTable>("bound")),
 };
-static_assert(namesAreUnique(table));
 
 std::string written(Sample const& sample, Circumstances circumstances) {
   TiXmlElement parent("p");
@@ -135,9 +134,9 @@ TEST(Writing, CodesWithoutAWord) {
 }
 
 TEST(Writing, ResultIsThatOfTheLastRow) {
-  constexpr Field<Sample> some[] = {number<&Sample::number>("number")};
-  constexpr Field<Sample> none[] = {readOnly(number<&Sample::number>("number")),
-                                    when(sunny, number<&Sample::number>("sunny"))};
+  constexpr Table some = {number<&Sample::number>("number")};
+  constexpr Table none = {readOnly(number<&Sample::number>("number")),
+                          when(sunny, number<&Sample::number>("sunny"))};
   TiXmlElement parent("p");
   EXPECT_TRUE(writeAll(parent, some, example(), 0, false));
   EXPECT_FALSE(writeAll(parent, none, example(), 0, false)) << "the running result stays";
@@ -150,12 +149,11 @@ TEST(Writing, ResultIsThatOfTheLastRow) {
 }
 
 TEST(Writing, OneWayRows) {
-  constexpr Field<Sample> ways[] = {
+  constexpr Table ways = {
       readOnly(number<&Sample::number>("in")),
       writeOnly(number<&Sample::number>("out")),
       neverRead(number<&Sample::natural>("in")),
   };
-  static_assert(namesAreUnique(ways), "an element may be read by one row and written by another");
   Sample sample = example();
   TiXmlElement parent("p");
   writeAll(parent, ways, sample, 0, false);
@@ -166,8 +164,8 @@ TEST(Writing, OneWayRows) {
 }
 
 TEST(Writing, UncountedRowsLeaveTheResult) {
-  constexpr Field<Sample> rows[] = {number<&Sample::number>("counts"),
-                                    uncounted(number<&Sample::natural>("does_not"))};
+  constexpr Table rows = {number<&Sample::number>("counts"),
+                          uncounted(number<&Sample::natural>("does_not"))};
   Sample sample{};
   EXPECT_TRUE(walk(Tree("<p><counts>1</counts><does_not/></p>").root(), rows, sample));
   EXPECT_FALSE(walk(Tree("<p><counts/><does_not>1</does_not></p>").root(), rows, sample));

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "frame/assign.hpp"
+#include "frame/bytes.hpp"
 #include "frame/convert.hpp"
 #include "frame/member.hpp"
 #include "frame/observer.hpp"
@@ -41,15 +42,27 @@ namespace Kovra::frame {
 /// A short text that is compared with words; longer ones are none of them.
 class WordText {
  public:
+  WordText() = default;
+  WordText(WordText const&) = delete;
+  WordText& operator=(WordText const&) = delete;
+
   /// Fetches at most 31 characters of the element's text; false when it has none.
   bool read(Element element) {
-    return convertText(element.text(), text_.data(), static_cast<int>(text_.size()));
+    char const* const text = element.text();
+    if (text == nullptr) return false;
+    std::size_t const length = ::strnlen(text, cut_.size() - 1);
+    text_ = {text, length};
+    if (text[length] == '\0') return true;
+    convertText(text, cut_.data(), static_cast<int>(cut_.size()));
+    text_ = {cut_.data(), length};
+    return true;
   }
   char const* get() const { return text_.data(); }
-  bool is(std::string_view word) const { return word == text_.data(); }
+  bool is(std::string_view word) const { return sameText(text_, word); }
 
  private:
-  std::array<char, 32> text_{};
+  std::string_view text_ = "";  ///< with a zero byte behind it
+  std::array<char, 32> cut_;    ///< of a longer text, what is left of it
 };
 
 /// A decimal number by KVXHelper::GetNumber in the form of the member's type.

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "frame/bytes.hpp"
+
 namespace Kovra::frame {
 
 namespace {
@@ -12,7 +14,7 @@ namespace {
 bool matches(Match match, std::string_view text, Word const& word) {
   switch (match) {
     case Match::exact:
-      return word.text == text;
+      return sameText(word.text, text);
     case Match::anyCase:
       return ::strcasecmp(text.data(), word.text.data()) == 0;
     case Match::substring:

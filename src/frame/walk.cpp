@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/bytes.hpp"
-
 namespace Kovra::frame {
 
 namespace {
@@ -55,15 +53,6 @@ void outlineOfRow(Row const& row, Outline& outline) {
 }
 
 // Reading.
-
-Row const* RowFinder::find(std::string_view name) {
-  for (std::size_t tried = 0; tried < rows_.size(); ++tried) {
-    Row const& candidate = rows_[next_];
-    next_ = next_ + 1 < rows_.size() ? next_ + 1 : 0;
-    if (sameText(candidate.element, name) && candidate.isRead) return &candidate;
-  }
-  return nullptr;
-}
 
 bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result) {
   if (row == nullptr) {

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "frame/assign.hpp"
+#include "frame/bytes.hpp"
 #include "frame/entry.hpp"
 #include "frame/observer.hpp"
 #include "kvxhelper.h"
@@ -199,14 +200,28 @@ bool walkChildren(Element element, Visit visit) {
 /// table, so the search begins behind the row that was found last.
 class RowFinder {
  public:
-  explicit RowFinder(Rows rows) : rows_(rows) {}
+  explicit RowFinder(Rows rows)
+      : begin_(rows.data()), end_(rows.data() + rows.size()), next_(begin_) {}
 
   /// Null when no row reads an element of that name.
-  Row const* find(std::string_view name);
+  Row const* find(std::string_view name) {
+    if (begin_ == end_) return nullptr;
+    Row const* row = next_;
+    do {
+      Row const* const here = row++;
+      if (row == end_) row = begin_;
+      if (sameText(here->element, name) && here->isRead) {
+        next_ = row;
+        return here;
+      }
+    } while (row != next_);
+    return nullptr;
+  }
 
  private:
-  Rows rows_;
-  std::size_t next_ = 0;
+  Row const* begin_;
+  Row const* end_;
+  Row const* next_;
 };
 
 /// Reads a child with the row that names it; without one it is skipped. The result is the new

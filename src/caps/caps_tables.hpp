@@ -151,7 +151,7 @@ constexpr auto flag(std::string_view element) {
 
 /// A text that is always the same; never read.
 template <Fixed Text>
-struct AlwaysReading {
+struct AlwaysReading : NeverAssigned {
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const&, Circumstances, bool) {
     return KVXHelper::AddTagString(&parent, element, Text.text);
@@ -509,7 +509,7 @@ inline constexpr auto magEncoderRow =
     row<&_Capabilities::magEncoderType, TwoWaysKind<magHeads, writtenMagHeads>>("mag_encoder");
 
 /// The record's print system is not looked at: meant.
-struct WrittenPrintSystem {
+struct WrittenPrintSystem : NeverAssigned {
   static bool write(TiXmlElement& parent, char const* element, _Capabilities const&,
                     Circumstances circumstances, bool) {
     return KVXHelper::AddTagString(&parent, element,

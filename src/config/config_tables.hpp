@@ -236,7 +236,7 @@ class RibbonName {
 void announce(RibbonName const& name, char const* description);
 
 /// Only classic readings announce the name: the face reads without traces.
-struct RibbonDescriptionReading {
+struct RibbonDescriptionReading : NeverWritten {
   static bool read(Element element, _RibbonInfo& record, Watch const& watch) {
     RibbonName name;
     bool const read = name.read(element);
@@ -528,7 +528,7 @@ inline constexpr Table transferSettings = {
 
 /// The first encoder goes into its member, a later one into the member for the second. A first one
 /// that is unknown or without text, and so 0, leaves the place to the next.
-struct ContactlessReading {
+struct ContactlessReading : NeverWritten {
   static bool read(Element element, _InternalEncoderInfo& record, Watch const& watch) {
     return (record.contactless_encoder == 0 ? first : second).read(element, record, watch);
   }

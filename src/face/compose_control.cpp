@@ -48,7 +48,7 @@ struct Command {
 };
 
 /// The cam's state is a text of the host's.
-struct CamState {
+struct CamState : NeverWritten {
   template <class Record>
   static bool read(Element, Record&, Watch const&) {
     return false;

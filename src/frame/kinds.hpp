@@ -37,7 +37,12 @@ namespace Kovra::frame {
 //   missing  what it is told when nothing was read, instead of that the element has no text
 //   write    the member below the parent, for documents that are written as well
 //   assign   a value that a host gives, into the member
-// of which the last three may be left out.
+// of which missing may be left out. One that does not write or assign says so.
+
+/// What a kind or a reading never does it says, by being one of these: a function of another
+/// signature than is looked for would else be left out without a word.
+struct NeverWritten {};
+struct NeverAssigned {};
 
 /// A short text that is compared with words; longer ones are none of them.
 class WordText {
@@ -125,8 +130,11 @@ struct NumberKind {
   }
 };
 
+/// The printer's counters, which it reports and nobody sets.
+struct CounterKind : NumberKind, NeverWritten {};
+
 /// A hexadecimal number with a mandatory "0x". A text without it counts as read and stores nothing.
-struct HexadecimalKind {
+struct HexadecimalKind : NeverWritten, NeverAssigned {
   static bool read(Element element, unsigned int& out) {
     return convertHexadecimal(element.text(), out);
   }
@@ -331,7 +339,7 @@ struct Fixed {
 /// exactly one word, and set by any other, also by a misspelling (`Sets` false). An element without
 /// text leaves it.
 template <Fixed TheWord, bool Sets>
-struct WordFlagKind {
+struct WordFlagKind : NeverWritten {
   template <class Flag>
   static bool read(Element element, Flag& out) {
     WordText text;

@@ -31,6 +31,11 @@ concept TellsOfMissing = requires(Observer& observer, Element element, Type cons
 };
 
 template <class Kind, class Type>
+concept Reads = requires(Element element, Type& value) {
+  { Kind::read(element, value) } -> std::same_as<bool>;
+};
+
+template <class Kind, class Type>
 concept Writes = requires(TiXmlElement& parent, Type const& value) {
   { Kind::write(parent, "", value) } -> std::same_as<bool>;
 };
@@ -123,14 +128,20 @@ void keyOf(Keys& keys) {
 /// A row of any one-value kind.
 template <auto M, class Kind>
 constexpr auto row(std::string_view element) {
+  using Type = typename Member<M>::Type;
+  static_assert(detail::Reads<Kind, Type>, "this kind reads no members of this type");
+  static_assert(detail::Writes<Kind, Type> || std::is_base_of_v<NeverWritten, Kind>,
+                "this kind writes no members of this type and does not say so");
+  static_assert(detail::Assigns<Kind, Type> || std::is_base_of_v<NeverAssigned, Kind>,
+                "this kind assigns to no members of this type and does not say so");
   return Field<typename Member<M>::Record>(
-      Row{element, Member<M>::name(), &detail::memberIn<M>,
-          &detail::kindOfValue<Kind, typename Member<M>::Type>});
+      Row{element, Member<M>::name(), &detail::memberIn<M>, &detail::kindOfValue<Kind, Type>});
 }
 
 template <auto M>
 constexpr auto number(std::string_view element) {
-  return row<M, NumberKind>(element);
+  constexpr bool isCounter = std::is_same_v<typename Member<M>::Type, unsigned long>;
+  return row<M, std::conditional_t<isCounter, CounterKind, NumberKind>>(element);
 }
 
 template <auto M>
@@ -185,7 +196,7 @@ constexpr auto flagUnless(std::string_view element) {
 
 /// A whole number in an attribute of the element, whose text is not looked at.
 template <Fixed Attribute>
-struct AttributeKind {
+struct AttributeKind : NeverWritten, NeverAssigned {
   static bool read(Element element, int& out) {
     return convertBound(element.attribute(Attribute.text), out);
   }
@@ -212,7 +223,8 @@ constexpr auto attribute(std::string_view element) {
 //   assign   `assign(record, member, value, problem)`
 //   keys     `keys(keys)`: the members that assign takes
 //   outline  the words below the element
-// of which all but the first may be left out.
+// of which keys and outline may be left out. One that does not write or assign is NeverWritten or
+// NeverAssigned, as a kind is.
 
 namespace detail {
 
@@ -286,6 +298,10 @@ inline constexpr Kind kindOfReading{
 /// A row whose reading is a small function of its own, with a comment that says why it is odd.
 template <class Record, class Reading>
 constexpr auto reading(std::string_view element) {
+  static_assert(detail::WritesRecord<Record, Reading> || std::is_base_of_v<NeverWritten, Reading>,
+                "this reading writes nothing of this record and does not say so");
+  static_assert(detail::AssignsRecord<Record, Reading> || std::is_base_of_v<NeverAssigned, Reading>,
+                "this reading assigns nothing to this record and does not say so");
   Kind const& kind = detail::kindOfReading<Record, Reading>;
   Row row{element, {}, &detail::itself, &kind};
   row.isRead = kind.read != nullptr;

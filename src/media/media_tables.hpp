@@ -103,7 +103,7 @@ inline constexpr Table ribbon = {
 
 /// The list `M`, to which the children `Item` are appended. It may be missing: then it takes none.
 template <auto M, Fixed Item, auto const& Table>
-struct Appending {
+struct Appending : NeverWritten {
   using Entry = decltype(frame::detail::recordOf(Table));
   static constexpr std::string_view member = frame::Member<M>::name();
 

@@ -44,7 +44,7 @@ struct Exchanged {
 
 /// Unsigned, hexadecimal behind "0x" and else decimal. A text that is no number counts as read and
 /// stores nothing; hosts rely on it.
-struct ExchangedKind {
+struct ExchangedKind : NeverWritten, NeverAssigned {
   static bool read(Element element, Exchanged& out) {
     std::array<char, 64> digits{};
     WipedAtEnd const wiped(digits);
@@ -149,7 +149,7 @@ bool bringToKeyword(char* text) {
 }
 
 /// The text of the root, which is its first child's, whatever that is.
-struct DirectedActionKind {
+struct DirectedActionKind : NeverWritten, NeverAssigned {
   template <std::size_t N>
   static bool read(Element root, char (&out)[N]) {
     if (!TextKind::read(root, out)) return false;

@@ -72,7 +72,7 @@ enum KeyChange : frame::Circumstances {
 
 /// A text of the caller's, which may be null: then nothing is written.
 template <auto M>
-struct GivenTextReading {
+struct GivenTextReading : frame::NeverAssigned {
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
                     frame::Circumstances, bool) {
@@ -135,6 +135,11 @@ struct PrinterKind {
     TiXmlElement* const printer = KVXHelper::AddTag(&parent, element);
     return printer != nullptr && identify(*printer, record);
   }
+  /// Texts of the caller's take no values.
+  template <class Record>
+  static frame::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
+    return frame::Assigned::notMine;
+  }
   template <class Record>
   requires std::is_array_v<decltype(Record::model)>
   static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
@@ -167,6 +172,11 @@ struct RequestedActionKind {
     if (action == nullptr) return false;
     nameAction(*action, record);
     return PrinterKind::write(*action, "printer", record, circumstances, result);
+  }
+  /// Texts of the caller's take no values.
+  template <class Record>
+  static frame::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
+    return frame::Assigned::notMine;
   }
   /// Whoever writes a request by hand gets to know that no printer knows its action.
   template <class Record>

@@ -35,7 +35,7 @@ struct CardsUntilCleaning {
 };
 
 /// A number of which it matters whether it was read at all.
-struct SoughtNumberKind {
+struct SoughtNumberKind : NeverWritten, NeverAssigned {
   static bool read(Element element, std::optional<int>& out) {
     int number = 0;
     if (!NumberKind::read(element, number)) return false;

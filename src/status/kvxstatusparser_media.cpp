@@ -26,7 +26,7 @@ using Description = std::span<char, sizeof(_MediaStatusInfo::description)>;
 
 /// Deliberately appends to what the description holds already, be it an earlier panel or a text of
 /// the host, who clears the record to have the panels alone.
-struct PanelReading {
+struct PanelReading : NeverWritten, NeverAssigned {
   static bool read(Element panel, Description& description, Watch const& watch) {
     WordText words;
     if (!words.read(panel)) {
@@ -47,7 +47,7 @@ struct PanelReading {
 constexpr Table ribbonPanels = {reading<Description, PanelReading>("panel")};
 
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
-struct SequenceReading {
+struct SequenceReading : NeverWritten, NeverAssigned {
   static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch const& watch) {
     Description description(ribbon.description);
     if (!walk(sequence, ribbonPanels, description, watch)) return false;
@@ -72,7 +72,7 @@ struct SequenceReading {
 // A ribbon's or film's kind, by its name.
 
 /// The description fills two members: its own, and the code of the ribbon that it names.
-struct NameReading {
+struct NameReading : NeverWritten, NeverAssigned {
   static bool read(Element element, _MediaStatusInfo& media, Watch const& watch) {
     bool const read = TextKind::read(element, media.description) && Kind::read(element, media.code);
     remark(watch, [&](Observer& observer) {

@@ -42,7 +42,7 @@ static_assert(everyWordIsReachable(ciphers));
 /// merges into the first ("WEP" then "WPA2" gives 5): hosts rely on it. Words of code 0 and unknown
 /// ones count as read and change nothing.
 template <Vocabulary const& Words>
-struct MergedKeywordKind {
+struct MergedKeywordKind : NeverWritten, NeverAssigned {
   static_assert(Words.unknown == 0, "an unknown word sets nothing");
 
   static bool read(Element element, unsigned int& out) {

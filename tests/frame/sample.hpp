@@ -67,7 +67,7 @@ inline constexpr frame::Table groupTable = {
 };
 
 /// Counts how often it was read instead of reading anything.
-struct CountReadings {
+struct CountReadings : frame::NeverWritten, frame::NeverAssigned {
   static bool read(frame::Element, Sample& record, frame::Watch const& watch) {
     ++record.odd;
     frame::remark(watch, [&](frame::Observer& observer) {

@@ -12,6 +12,8 @@
 #include <memory>
 #include <string>
 
+#include "frame/entry.hpp"
+
 namespace Kovra::frame {
 namespace {
 
@@ -66,6 +68,23 @@ TEST_F(LargePages, AreNotAskedForBeyondTheBlock) {
   EXPECT_FALSE(asksForLargePages(&block[leastOfLargeBlocks - 1]));
   EXPECT_TRUE(asksForLargePages(&block[leastOfLargeBlocks + leastOfLargeBlocks / 2]));
   EXPECT_FALSE(asksForLargePages(&block[2 * leastOfLargeBlocks]));
+}
+
+TEST_F(LargePages, AreAskedForByALongReply) {
+  std::string const text = "<a>" + std::string(leastOfLargeBlocks, 'x') + "</a>";
+  Reply const reply(text.data(), text.size());
+  ASSERT_EQ(reply.scan().fault, Fault::none);
+  EXPECT_TRUE(asksForLargePages(reply.tree().text() + text.size() / 2));
+}
+
+TEST_F(LargePages, AreAskedForByAReplyOfManyNodes) {
+  std::string text = "<a>";
+  while (sizeof(Node) * text.size() / 4 < leastOfLargeBlocks) text += "<b/><b/><b/><b/>";
+  text += "</a>";
+  Reply const reply(text.data(), text.size());
+  ASSERT_EQ(reply.scan().fault, Fault::none);
+  ASSERT_LT(text.size(), leastOfLargeBlocks);
+  EXPECT_TRUE(asksForLargePages(&reply.tree().nodes()[reply.tree().nodes().size() / 2]));
 }
 
 // A host may look at errno after a call.

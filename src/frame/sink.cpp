@@ -1,0 +1,200 @@
+#include "frame/sink.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "frame/wipe.hpp"
+#include "kvxhelper.h"
+
+namespace Kovra::frame {
+
+// The tree.
+
+void TreeSink::open(char const* element) {
+  open_ = KVXHelper::AddTag(open_, element);
+}
+
+void TreeSink::attribute(char const* name, char const* value) {
+  KVXHelper::AddTagAttrib(open_, name, value);
+}
+
+void TreeSink::text(char const* text) {
+  open_->LinkEndChild(new TiXmlText(text));
+}
+
+void TreeSink::close(char const*) {
+  open_ = open_->Parent()->ToElement();
+}
+
+void TreeSink::leaf(char const* element, char const* text) {
+  KVXHelper::AddTagString(open_, element, text);
+}
+
+// Characters.
+
+WipedCharacters::~WipedCharacters() {
+  wipe(begin_, view().size());
+}
+
+void WipedCharacters::makeRoom(std::size_t more) {
+  std::size_t const length = view().size();
+  std::size_t const room = 4 * length + more;
+  std::unique_ptr<char[]> block(new char[room]);
+  std::memcpy(block.get(), begin_, length);
+  wipe(begin_, length);
+  block_ = std::move(block);
+  begin_ = block_.get();
+  end_ = begin_ + length;
+  limit_ = begin_ + room;
+}
+
+void WipedCharacters::append(std::string_view text) {
+  if (static_cast<std::size_t>(limit_ - end_) < text.size()) makeRoom(text.size());
+  std::memcpy(end_, text.data(), text.size());
+  end_ += text.size();
+}
+
+void WipedCharacters::append(char c) {
+  if (end_ == limit_) makeRoom(1);
+  *end_++ = c;
+}
+
+void WipedCharacters::append(std::size_t count, char c) {
+  if (static_cast<std::size_t>(limit_ - end_) < count) makeRoom(count);
+  std::memset(end_, c, count);
+  end_ += count;
+}
+
+// The text.
+
+namespace {
+
+/// How TinyXML writes a character; empty for one that stays as it is.
+constexpr std::string_view escapeOf(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    case '\'':
+      return "&apos;";
+    default:
+      return {};
+  }
+}
+
+constexpr bool isControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20;
+}
+
+constexpr auto plainCharacters = [] {
+  std::array<bool, 256> plain{};
+  for (std::size_t code = 0; code < plain.size(); ++code) {
+    char const c = static_cast<char>(code);
+    plain[code] = !isControl(c) && escapeOf(c).empty();
+  }
+  return plain;
+}();
+
+bool isPlain(char c) {
+  return plainCharacters[static_cast<unsigned char>(c)];
+}
+
+/// What looks like the reference "&#x", TinyXML passes through, up to the semicolon or the last
+/// character of the text, whatever is in it.
+std::size_t lengthOfReference(std::string_view text) {
+  if (text.size() < 3 || text.substr(0, 3) != "&#x") return 0;
+  return std::min(text.find(';'), text.size() - 1);
+}
+
+}  // namespace
+
+TextSink::TextSink() {
+  out_.append("<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n");
+}
+
+void TextSink::escaped(char const* begin) {
+  std::string_view text = begin;
+  while (!text.empty()) {
+    auto const stop = std::find_if_not(text.begin(), text.end(), isPlain);
+    std::size_t plain = static_cast<std::size_t>(stop - text.begin());
+    plain += lengthOfReference(text.substr(plain));
+    out_.append(text.substr(0, plain));
+    text.remove_prefix(plain);
+    if (text.empty() || isPlain(text.front())) continue;
+    if (isControl(text.front())) {
+      constexpr char digits[] = "0123456789ABCDEF";
+      auto const code = static_cast<unsigned char>(text.front());
+      out_.append({"&#x"});
+      out_.append(digits[code >> 4U]);
+      out_.append(digits[code & 0xFU]);
+      out_.append(';');
+    } else {
+      out_.append(escapeOf(text.front()));
+    }
+    text.remove_prefix(1);
+  }
+}
+
+void TextSink::indent() {
+  out_.append((sizeof printIndent - 1) * depth_, ' ');
+}
+
+void TextSink::open(char const* element) {
+  if (inTag_) out_.append(">\n");
+  indent();
+  out_.append('<');
+  out_.append(std::string_view(element));
+  ++depth_;
+  inTag_ = true;
+  behindText_ = false;
+}
+
+/// The quotes are TinyXML's, too: it looks for one in the value before that is escaped.
+void TextSink::attribute(char const* name, char const* value) {
+  char const quote = std::strchr(value, '"') == nullptr ? '"' : '\'';
+  out_.append(' ');
+  escaped(name);
+  out_.append('=');
+  out_.append(quote);
+  escaped(value);
+  out_.append(quote);
+}
+
+void TextSink::text(char const* text) {
+  out_.append('>');
+  escaped(text);
+  inTag_ = false;
+  behindText_ = true;
+}
+
+void TextSink::endTag(char const* element) {
+  out_.append("</");
+  out_.append(std::string_view(element));
+  out_.append(">\n");
+}
+
+void TextSink::close(char const* element) {
+  --depth_;
+  if (inTag_) {
+    out_.append(" />\n");
+  } else {
+    if (!behindText_) indent();
+    endTag(element);
+  }
+  inTag_ = false;
+  behindText_ = false;
+}
+
+void TextSink::leaf(char const* element, char const* text) {
+  open(element);
+  this->text(text);
+  close(element);
+}
+
+}  // namespace Kovra::frame

@@ -4,10 +4,34 @@
 #ifndef KOVRA_FRAME_MEMBER_HPP
 #define KOVRA_FRAME_MEMBER_HPP
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 
 namespace Kovra::frame {
+
+namespace detail {
+
+/// The name of the member in the compiler's own rendering of this function's signature ("... M =
+/// &Kovra::KVGeneralStatus::alarms]"), of which nothing else gets into the library.
+template <auto M>
+consteval std::string_view nameInSignature() {
+  std::string_view const signature = __PRETTY_FUNCTION__;
+  std::size_t const value = signature.find("M = &") + std::string_view("M = &").size();
+  std::size_t const end = signature.find_first_of(";]", value);
+  std::size_t const colon = signature.rfind("::", end);
+  return signature.substr(colon + 2, end - colon - 2);
+}
+
+template <auto M>
+[[gnu::visibility("hidden")]] inline constexpr auto lettersOfName = [] {
+  std::array<char, nameInSignature<M>().size()> name{};
+  std::copy_n(nameInSignature<M>().begin(), name.size(), name.begin());
+  return name;
+}();
+
+}  // namespace detail
 
 template <auto M>
 struct Member;
@@ -17,15 +41,9 @@ struct Member<M> {
   using Record = RecordType;
   using Type = ValueType;
 
-  /// The member's name as its record spells it, taken from the compiler's own rendering of this
-  /// function's signature ("... M = &Kovra::KVGeneralStatus::alarms]"), so that no table repeats
-  /// it.
+  /// The member's name as its record spells it, so that no table repeats it.
   static constexpr std::string_view name() {
-    std::string_view const signature = __PRETTY_FUNCTION__;
-    std::size_t const value = signature.find("M = &") + std::string_view("M = &").size();
-    std::size_t const end = signature.find_first_of(";]", value);
-    std::size_t const colon = signature.rfind("::", end);
-    return signature.substr(colon + 2, end - colon - 2);
+    return {detail::lettersOfName<M>.data(), detail::lettersOfName<M>.size()};
   }
 };
 

@@ -1,6 +1,8 @@
 #include "frame/assign.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 
 namespace Kovra::frame {
 
@@ -112,11 +114,61 @@ std::string listed(Vocabulary const& words) {
   return list;
 }
 
+Assigned assignWhole(unsigned long& bits, Value const& value, long least, unsigned long most,
+                     Problem& problem) {
+  bool const isSmall = value.kind == Value::Kind::integer && value.integer < 0;
+  bool const isWhole = value.kind == Value::Kind::integer || value.kind == Value::Kind::natural;
+  bits = value.kind == Value::Kind::natural ? value.natural
+                                            : static_cast<unsigned long>(value.integer);
+  bool const fits = isWhole && (isSmall ? value.integer >= least : bits <= most);
+  if (fits) return Assigned::done;
+  return fail(problem, described(value),
+              "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+}
+
+Assigned assignReal(float& out, Value const& value, Problem& problem) {
+  double number = 0;
+  switch (value.kind) {
+    case Value::Kind::real:
+      number = value.real;
+      break;
+    case Value::Kind::integer:
+      number = static_cast<double>(value.integer);
+      break;
+    case Value::Kind::natural:
+      number = static_cast<double>(value.natural);
+      break;
+    default:
+      return fail(problem, described(value), "a number");
+  }
+  if (!(std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max()))) {
+    return fail(problem, described(value), "a number that a float can hold");
+  }
+  out = static_cast<float>(number);
+  return Assigned::done;
+}
+
+Assigned flagFrom(bool& flag, Value const& value, Problem& problem) {
+  if (value.kind != Value::Kind::flag) return fail(problem, described(value), "true or false");
+  flag = value.flag;
+  return Assigned::done;
+}
+
+Assigned assignText(std::span<char> out, Value const& value, Problem& problem) {
+  Assigned const result = checkText(value, out.size() - 1, problem);
+  if (result != Assigned::done) return result;
+  std::memset(out.data(), 0, out.size());
+  std::memcpy(out.data(), value.text.data(), value.text.size());
+  return result;
+}
+
+namespace {
+
 Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Problem& problem) {
   switch (value.kind) {
     case Value::Kind::integer:
     case Value::Kind::natural:
-      return assignInteger(code, value, problem);
+      return assignNumber(code, value, problem);
     case Value::Kind::text: {
       // A vocabulary would not see what stands behind a NUL.
       Word const* const word = words.find(value.text);
@@ -128,16 +180,31 @@ Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Proble
       Value sent;
       sent.kind = Value::Kind::integer;
       sent.integer = value.integer;
-      return assignInteger(code, sent, problem);
+      return assignNumber(code, sent, problem);
     }
     case Value::Kind::record:
       if (Value const* const inner = value.find("code")) {
-        return assignInteger(code, *inner, problem);
+        return assignNumber(code, *inner, problem);
       }
       [[fallthrough]];
     default:
       return fail(problem, described(value), "a keyword: its code, or one of: " + listed(words));
   }
+}
+
+}  // namespace
+
+Assigned assignKeyword(int& code, Value const& value, Vocabulary const& words, int least, int most,
+                       Problem& problem) {
+  int found = 0;
+  Assigned const result = codeFrom(found, value, words, problem);
+  if (result != Assigned::done) return result;
+  if (found < least || found > most) {
+    return fail(problem, value.secret ? "a code" : std::to_string(found),
+                "a code that the member can hold");
+  }
+  code = found;
+  return result;
 }
 
 }  // namespace Kovra::frame

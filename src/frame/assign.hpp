@@ -8,10 +8,9 @@
 #ifndef KOVRA_FRAME_ASSIGN_HPP
 #define KOVRA_FRAME_ASSIGN_HPP
 
-#include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -39,47 +38,35 @@ inline Assigned fail(Problem& problem, std::string found, std::string expected) 
 /// A value in a few words, for problems. Of a secret one only its kind and a text's length.
 std::string described(Value const& value);
 
+/// A whole number from `least` to `most`, into `bits` as a conversion to unsigned has it.
+Assigned assignWhole(unsigned long& bits, Value const& value, long least, unsigned long most,
+                     Problem& problem);
+
+Assigned assignReal(float& out, Value const& value, Problem& problem);
+
 template <class Number>
-Assigned assignInteger(Number& out, Value const& value, Problem& problem) {
-  bool const fits = (value.kind == Value::Kind::integer && std::in_range<Number>(value.integer)) ||
-                    (value.kind == Value::Kind::natural && std::in_range<Number>(value.natural));
-  if (!fits) {
-    return fail(problem, described(value),
-                "a whole number from " + std::to_string(std::numeric_limits<Number>::min()) +
-                    " to " + std::to_string(std::numeric_limits<Number>::max()));
+Assigned assignNumber(Number& out, Value const& value, Problem& problem) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return assignReal(out, value, problem);
+  } else {
+    using Range = std::numeric_limits<Number>;
+    unsigned long bits = 0;
+    Assigned const result = assignWhole(bits, value, static_cast<long>(Range::min()),
+                                        static_cast<unsigned long>(Range::max()), problem);
+    if (result == Assigned::done) out = static_cast<Number>(bits);
+    return result;
   }
-  out = value.kind == Value::Kind::integer ? static_cast<Number>(value.integer)
-                                           : static_cast<Number>(value.natural);
-  return Assigned::done;
 }
 
-inline Assigned assignReal(float& out, Value const& value, Problem& problem) {
-  double number = 0;
-  switch (value.kind) {
-    case Value::Kind::real:
-      number = value.real;
-      break;
-    case Value::Kind::integer:
-      number = static_cast<double>(value.integer);
-      break;
-    case Value::Kind::natural:
-      number = static_cast<double>(value.natural);
-      break;
-    default:
-      return fail(problem, described(value), "a number");
-  }
-  if (!(std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max()))) {
-    return fail(problem, described(value), "a number that a float can hold");
-  }
-  out = static_cast<float>(number);
-  return Assigned::done;
-}
+/// The form for flags of any type.
+Assigned flagFrom(bool& flag, Value const& value, Problem& problem);
 
 template <class Flag>
 Assigned assignFlag(Flag& out, Value const& value, Problem& problem) {
-  if (value.kind != Value::Kind::flag) return fail(problem, described(value), "true or false");
-  out = static_cast<Flag>(value.flag);
-  return Assigned::done;
+  bool flag = false;
+  Assigned const result = flagFrom(flag, value, problem);
+  if (result == Assigned::done) out = static_cast<Flag>(flag);
+  return result;
 }
 
 /// Done when the value is a text of at most `longest` bytes that a document can carry: UTF-8,
@@ -88,30 +75,12 @@ Assigned assignFlag(Flag& out, Value const& value, Problem& problem) {
 Assigned checkText(Value const& value, std::size_t longest, Problem& problem);
 
 /// The rest of the array is cleared, so that a record made from values holds nothing else.
-template <std::size_t N>
-Assigned assignText(char (&out)[N], Value const& value, Problem& problem) {
-  Assigned const result = checkText(value, N - 1, problem);
-  if (result != Assigned::done) return result;
-  std::memset(out, 0, N);
-  std::memcpy(out, value.text.data(), value.text.size());
-  return result;
-}
+Assigned assignText(std::span<char> out, Value const& value, Problem& problem);
 
-/// A keyword is its code, its word, or both as a reading shows them; then the code counts.
-Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Problem& problem);
-
-template <class Code>
-Assigned assignKeyword(Code& out, Value const& value, Vocabulary const& words, Problem& problem) {
-  int code = 0;
-  Assigned const result = codeFrom(code, value, words, problem);
-  if (result != Assigned::done) return result;
-  if (static_cast<int>(static_cast<Code>(code)) != code) {
-    return fail(problem, value.secret ? "a code" : std::to_string(code),
-                "a code that the member can hold");
-  }
-  out = static_cast<Code>(code);
-  return result;
-}
+/// A keyword is its code, its word, or both as a reading shows them; then the code counts. It is
+/// one from `least` to `most`.
+Assigned assignKeyword(int& code, Value const& value, Vocabulary const& words, int least, int most,
+                       Problem& problem);
 
 /// The words of a vocabulary in one line.
 std::string listed(Vocabulary const& words);

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -116,11 +117,7 @@ struct NumberKind {
 
   template <class Number>
   static Assigned assign(Number& out, Value const& value, Problem& problem) {
-    if constexpr (std::is_floating_point_v<Number>) {
-      return assignReal(out, value, problem);
-    } else {
-      return assignInteger(out, value, problem);
-    }
+    return assignNumber(out, value, problem);
   }
 
  private:
@@ -271,7 +268,13 @@ struct KeywordKind {
 
   template <class Code>
   static Assigned assign(Code& out, Value const& value, Problem& problem) {
-    return assignKeyword(out, value, Words, problem);
+    using Stored = typename std::conditional_t<std::is_enum_v<Code>, std::underlying_type<Code>,
+                                               std::type_identity<Code>>::type;
+    using Range = std::numeric_limits<Stored>;
+    int code = 0;
+    Assigned const result = assignKeyword(code, value, Words, Range::min(), Range::max(), problem);
+    if (result == Assigned::done) out = static_cast<Code>(code);
+    return result;
   }
 
   static void outline(Outline& outline) {

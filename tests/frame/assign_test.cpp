@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -93,12 +94,12 @@ TEST(AssignedValues, ThatAreSecretsAreNotTold) {
 }
 
 TEST(AssignedKeywords, ThatDoNotFitAreToldByTheirCodeUnlessTheyAreSecrets) {
-  signed char code = 5;
+  int code = 5;
   Problem problem;
-  EXPECT_EQ(assignKeyword(code, shown(128), words, problem), Assigned::failed);
+  EXPECT_EQ(assignKeyword(code, shown(128), words, -128, 127, problem), Assigned::failed);
   EXPECT_EQ(problem.found, "128");
   EXPECT_EQ(problem.expected, "a code that the member can hold");
-  EXPECT_EQ(assignKeyword(code, secret(shown(128)), words, problem), Assigned::failed);
+  EXPECT_EQ(assignKeyword(code, secret(shown(128)), words, -128, 127, problem), Assigned::failed);
   EXPECT_EQ(problem.found, "a code");
   EXPECT_EQ(code, 5);
 }
@@ -107,7 +108,7 @@ TEST(AssignedKeywords, AreWordsToTheirEnd) {
   int code = 5;
   Problem problem;
   Value const cut = shown(std::string_view("dual\0more", 9));
-  EXPECT_EQ(assignKeyword(code, cut, words, problem), Assigned::failed);
+  EXPECT_EQ(assignKeyword(code, cut, words, INT_MIN, INT_MAX, problem), Assigned::failed);
   EXPECT_EQ(code, 5);
 }
 
@@ -237,7 +238,7 @@ TEST(AssignedValues, MayNameAKeywordByItsWordItsCodeOrBoth) {
   keyword.members.push_back({"name", shown(std::string_view("dual"))});
   int code = 0;
   Problem problem;
-  EXPECT_EQ(assignKeyword(code, keyword, words, problem), Assigned::done);
+  EXPECT_EQ(assignKeyword(code, keyword, words, INT_MIN, INT_MAX, problem), Assigned::done);
   EXPECT_EQ(code, 7);
 }
 

@@ -1,78 +1,13 @@
 /// @file
-/// A reply as the library knows it: its name, the roots it may have, and how its record is read.
-/// Each family lists its replies beside its entries; the face's catalogue is all of the lists.
+/// Replies, for the catalogue and for hosts.
 
 #ifndef KOVRA_FRAME_REPLY_HPP
 #define KOVRA_FRAME_REPLY_HPP
 
-#include <tinyxml.h>
-
-#include <memory>
-#include <string_view>
-
-#include "frame/entry.hpp"
-#include "frame/field.hpp"
-#include "frame/observer.hpp"
+#include "frame/typed/reply.hpp"
 
 namespace Kovra::frame {
-
-/// A reply without its record's type, as the catalogue lists it.
-struct ReplyReader {
-  std::string_view name;   ///< for people and command lines
-  std::string_view title;  ///< what it tells, in a few words
-  Roots roots;
-  /// Reads the root into a record of its own; the result is that of the classic operation.
-  bool (*decode)(Element root, Observer& observer);
-  void (*outline)(Outline&);
-};
-
-/// The catalogue's line of a reply whose record starts as zeros. `Reading` is a struct with
-/// `read(root, record, watch)` and `outline(outline)`, TableReading or one with steps of its own.
-template <class Record, class Reading>
-constexpr ReplyReader reader(std::string_view name, std::string_view title, Roots roots) {
-  return {name, title, roots,
-          [](Element root, Observer& observer) {
-            auto const record = std::make_unique<Record>();
-            return Reading::read(root, *record, observer);
-          },
-          &Reading::outline};
-}
-
-/// The wide entry of a reply: `Reading` on the root, watched by nobody.
-template <class Reading, class Length, class Record>
-bool readReply(wchar_t const& text, Length length, Roots roots, Record& record) {
-  return readWide(&text, length, roots, [&](Element root) {
-    Watch const nobody;
-    return Reading::read(root, record, nobody);
-  });
-}
-
-/// The same for a reply whose text is narrow and terminated, so that no length is needed.
-template <class Reading, class Record>
-bool readNarrowReply(char const* text, Roots roots, Record& record) {
-  return readNarrow(text, roots, [&](Element root) {
-    Watch const nobody;
-    return Reading::read(root, record, nobody);
-  });
-}
-
-/// `Reading` on an element of a host's own tree; false for a null one.
-template <class Reading, class Record>
-bool readHost(TiXmlElement const* element, Record& record) {
-  if (element == nullptr) return false;
-  Watch const nobody;
-  HostTree const tree(element);
-  return Reading::read(tree.root(), record, nobody);
-}
-
-/// The same for a kind of value: `Kind` on the text of an element.
-template <class Kind, class Value>
-bool readHostValue(TiXmlElement const* element, Value& out) {
-  if (element == nullptr) return false;
-  HostTree const tree(element);
-  return Kind::read(tree.root(), out);
-}
-
+using namespace typed;
 }  // namespace Kovra::frame
 
 #endif

@@ -104,7 +104,7 @@ inline constexpr Table ribbon = {
 /// The list `M`, to which the children `Item` are appended. It may be missing: then it takes none.
 template <auto M, Fixed Item, auto const& Table>
 struct Appending : NeverWritten {
-  using Entry = decltype(frame::detail::recordOf(Table));
+  using Entry = decltype(frame::typed::detail::recordOf(Table));
   static constexpr std::string_view member = frame::Member<M>::name();
 
   static bool read(Element list, _KVMediaInfo& media, Watch const& watch) {

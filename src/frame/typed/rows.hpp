@@ -2,8 +2,8 @@
 /// The rows of tables, made from pointers to members: of one value, of a nested record, of a group
 /// of members, or with a reading of their own.
 
-#ifndef KOVRA_FRAME_ROWS_HPP
-#define KOVRA_FRAME_ROWS_HPP
+#ifndef KOVRA_FRAME_TYPED_ROWS_HPP
+#define KOVRA_FRAME_TYPED_ROWS_HPP
 
 #include <tinyxml.h>
 
@@ -11,12 +11,12 @@
 #include <string_view>
 #include <type_traits>
 
-#include "frame/kinds.hpp"
 #include "frame/member.hpp"
 #include "frame/observer.hpp"
-#include "frame/walk.hpp"
+#include "frame/typed/kinds.hpp"
+#include "frame/typed/walk.hpp"
 
-namespace Kovra::frame {
+namespace Kovra::frame::typed {
 
 namespace detail {
 
@@ -64,7 +64,7 @@ bool readValue(Row const& row, Element element, void* place, Watch const& watch)
 }
 
 template <class Kind, class Type>
-constexpr auto writeOfKind() -> decltype(frame::Kind::write) {
+constexpr auto writeOfKind() -> decltype(typed::Kind::write) {
   if constexpr (Writes<Kind, Type>) {
     return [](TiXmlElement& parent, char const* element, void const* place, Circumstances, bool) {
       return Kind::write(parent, element, *static_cast<Type const*>(place));
@@ -75,7 +75,7 @@ constexpr auto writeOfKind() -> decltype(frame::Kind::write) {
 }
 
 template <class Kind, class Type>
-constexpr auto assignOfKind() -> decltype(frame::Kind::assign) {
+constexpr auto assignOfKind() -> decltype(typed::Kind::assign) {
   if constexpr (Assigns<Kind, Type>) {
     return [](Row const& row, void* place, std::string_view member, Value const& value,
               Problem& problem) {
@@ -93,7 +93,7 @@ inline void keyOfRow(Row const& row, Keys& keys) {
 }
 
 template <class Kind>
-constexpr auto outlineOfKind() -> decltype(frame::Kind::outline) {
+constexpr auto outlineOfKind() -> decltype(typed::Kind::outline) {
   if constexpr (HasWords<Kind>) {
     return &Kind::outline;
   } else {
@@ -370,6 +370,6 @@ constexpr auto group(std::string_view element) {
   return reading<Record, TableReading<Table>>(element);
 }
 
-}  // namespace Kovra::frame
+}  // namespace Kovra::frame::typed
 
 #endif

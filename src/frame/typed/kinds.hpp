@@ -2,8 +2,8 @@
 /// The kinds of values: the only place where text becomes a value. Each states its tolerance once,
 /// for every document.
 
-#ifndef KOVRA_FRAME_KINDS_HPP
-#define KOVRA_FRAME_KINDS_HPP
+#ifndef KOVRA_FRAME_TYPED_KINDS_HPP
+#define KOVRA_FRAME_TYPED_KINDS_HPP
 
 #include <tinyxml.h>
 
@@ -26,11 +26,11 @@
 #include "frame/observer.hpp"
 #include "frame/print.hpp"
 #include "frame/text.hpp"
+#include "frame/typed/walk.hpp"
 #include "frame/vocabulary.hpp"
-#include "frame/walk.hpp"
 #include "kvxhelper.h"
 
-namespace Kovra::frame {
+namespace Kovra::frame::typed {
 
 // Rows that read one value. Each is a struct with
 //   read     the classic reading: element and member in, success out
@@ -416,6 +416,6 @@ struct ClearedSwitchKind : SwitchKind<"yes", "no"> {
   static bool read(Element element, bool& out) { return convertFlag(element.text(), out); }
 };
 
-}  // namespace Kovra::frame
+}  // namespace Kovra::frame::typed
 
 #endif

@@ -6,8 +6,8 @@
 /// place; the row says where that place is. Only while compiling is a row one of a certain record
 /// (`Field`), and a table one of such rows (`Table`): what walks over rows is compiled once.
 
-#ifndef KOVRA_FRAME_WALK_HPP
-#define KOVRA_FRAME_WALK_HPP
+#ifndef KOVRA_FRAME_TYPED_WALK_HPP
+#define KOVRA_FRAME_TYPED_WALK_HPP
 
 #include <tinyxml.h>
 
@@ -25,7 +25,10 @@
 #include "frame/observer.hpp"
 #include "kvxhelper.h"
 
-namespace Kovra::frame {
+/// The rows whose kinds are templates, compiled for each type of member and each vocabulary.
+namespace Kovra::frame::typed {
+
+using namespace frame;
 
 /// The words of a document: the names of its elements and the keywords in their texts.
 using Outline = std::set<std::string, std::less<>>;
@@ -309,6 +312,6 @@ Assigned assignEntries(Table<Record, N> const& table, Record (&entries)[M], Valu
 
 void outlineOf(Rows rows, Outline& outline);
 
-}  // namespace Kovra::frame
+}  // namespace Kovra::frame::typed
 
 #endif

@@ -1,9 +1,9 @@
-#include "frame/walk.hpp"
+#include "frame/typed/walk.hpp"
 
 #include <algorithm>
 #include <utility>
 
-namespace Kovra::frame {
+namespace Kovra::frame::typed {
 
 namespace {
 
@@ -153,4 +153,4 @@ void outlineOf(Rows rows, Outline& outline) {
   for (Row const& row : rows) outlineOfRow(row, outline);
 }
 
-}  // namespace Kovra::frame
+}  // namespace Kovra::frame::typed

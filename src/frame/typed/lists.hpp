@@ -1,8 +1,8 @@
 /// @file
 /// Lists: elements whose children of one name are the entries of an array.
 
-#ifndef KOVRA_FRAME_LISTS_HPP
-#define KOVRA_FRAME_LISTS_HPP
+#ifndef KOVRA_FRAME_TYPED_LISTS_HPP
+#define KOVRA_FRAME_TYPED_LISTS_HPP
 
 #include <tinyxml.h>
 
@@ -11,13 +11,13 @@
 #include <span>
 #include <string_view>
 
-#include "frame/kinds.hpp"
 #include "frame/member.hpp"
 #include "frame/observer.hpp"
-#include "frame/rows.hpp"
-#include "frame/walk.hpp"
+#include "frame/typed/kinds.hpp"
+#include "frame/typed/rows.hpp"
+#include "frame/typed/walk.hpp"
 
-namespace Kovra::frame {
+namespace Kovra::frame::typed {
 
 // Lists.
 
@@ -254,6 +254,6 @@ struct EntriesBy {
 template <auto M, Fixed Item, auto const& Table>
 struct EntriesOf : EntriesBy<M, Item, RecordEntry<Table>> {};
 
-}  // namespace Kovra::frame
+}  // namespace Kovra::frame::typed
 
 #endif

@@ -1,0 +1,20 @@
+/// @file
+/// A message is a table: one row for each element, made from a pointer to the member that it fills.
+///
+///     constexpr Table generalStatus = {
+///         keyword<&KVGeneralStatus::printer_state, printerStates>("printer_state"),
+///         number<&KVGeneralStatus::error>("error"),
+///     };
+///
+/// walk.hpp reads an element with such a table, kinds.hpp says how text becomes a value, rows.hpp
+/// makes the rows, lists.hpp reads what comes more than once. Families include this.
+
+#ifndef KOVRA_FRAME_TYPED_FIELD_HPP
+#define KOVRA_FRAME_TYPED_FIELD_HPP
+
+#include "frame/typed/kinds.hpp"
+#include "frame/typed/lists.hpp"
+#include "frame/typed/rows.hpp"
+#include "frame/typed/walk.hpp"
+
+#endif

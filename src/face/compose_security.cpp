@@ -14,7 +14,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 using Names = std::initializer_list<std::string_view>;
 

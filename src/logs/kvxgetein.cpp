@@ -1,14 +1,14 @@
 #include "kvxgetein.h"
 
-#include "frame/reply.hpp"
-#include "frame/secret.hpp"
+#include "frame/typed/reply.hpp"
+#include "frame/typed/secret.hpp"
 #include "logs/logs_replies.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// Whoever has a track has the card.
 constexpr Table tracks = {

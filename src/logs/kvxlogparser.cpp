@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <memory>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "logs/logs_replies.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Service history.
 

@@ -1,13 +1,13 @@
 #include "kvxndc.h"
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "logs/logs_replies.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// Hosts get the text in a buffer of this size, without a record around it.
 struct LaminatorResponse {

@@ -11,7 +11,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Roots whose own text is the message.
 

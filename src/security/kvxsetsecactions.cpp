@@ -8,7 +8,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// Every document begins by wiping the one before it.
 TiXmlElement* begin(TiXmlDocument& document, char const* root) {

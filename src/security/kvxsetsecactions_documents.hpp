@@ -19,7 +19,7 @@ TiXmlElement* buildDirective(TiXmlDocument& document, _tagSecActionXMLValues con
 TiXmlElement* buildKeys(TiXmlDocument& document, _tagSecKeys const& keys);
 /// `parts` are of KeyChange.
 TiXmlElement* buildKeyChange(TiXmlDocument& document, KeyChangeTexts const& texts,
-                             frame::Circumstances parts);
+                             frame::typed::Circumstances parts);
 
 }  // namespace Kovra
 

@@ -7,8 +7,8 @@
 
 #include <type_traits>
 
-#include "frame/field.hpp"
-#include "frame/secret.hpp"
+#include "frame/typed/field.hpp"
+#include "frame/typed/secret.hpp"
 #include "kvxsecrecords.h"
 
 namespace Kovra {
@@ -17,7 +17,7 @@ namespace Kovra {
 
 /// Tried in this order wherever they stand in a text, so that "unlock_printer" comes before the
 /// "lock_printer" in it. Actions are carried as texts; none has a code.
-inline constexpr frame::Word actionWords[] = {
+inline constexpr frame::typed::Word actionWords[] = {
     {"cancel_printer_passkey", 0},
     {"set_single_sided", 0},
     {"set_double_sided", 0},
@@ -35,8 +35,9 @@ inline constexpr frame::Word actionWords[] = {
     {"unlock_printer", 0},
     {"lock_printer", 0},
 };
-inline constexpr frame::Vocabulary actionNames{actionWords, frame::Match::substring, 0};
-static_assert(frame::everyWordIsReachable(actionNames));
+inline constexpr frame::typed::Vocabulary actionNames{actionWords, frame::typed::Match::substring,
+                                                      0};
+static_assert(frame::typed::everyWordIsReachable(actionNames));
 
 // Roots.
 
@@ -61,7 +62,7 @@ struct KeyChangeTexts {
 };
 
 /// Which parts of a change are written.
-enum KeyChange : frame::Circumstances {
+enum KeyChange : frame::typed::Circumstances {
   hostKeys = 1U,
   dataKeys = 2U,
   lockKeys = 4U,
@@ -72,24 +73,25 @@ enum KeyChange : frame::Circumstances {
 
 /// A text of the caller's, which may be null: then nothing is written.
 template <auto M>
-struct GivenTextReading : frame::NeverAssigned {
+struct GivenTextReading : frame::typed::NeverAssigned {
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::Circumstances, bool) {
+                    frame::typed::Circumstances, bool) {
     return KVXHelper::AddTagString(&parent, element, record.*M);
   }
 };
 
 template <auto M>
 constexpr auto givenText(std::string_view element) {
-  return frame::reading<typename frame::Member<M>::Record, GivenTextReading<M>>(element);
+  return frame::typed::reading<typename frame::typed::Member<M>::Record, GivenTextReading<M>>(
+      element);
 }
 
 /// A secret of either kind of record.
 template <auto M>
 constexpr auto secret(std::string_view element) {
-  if constexpr (std::is_array_v<typename frame::Member<M>::Type>) {
-    return frame::secretText<M>(element);
+  if constexpr (std::is_array_v<typename frame::typed::Member<M>::Type>) {
+    return frame::typed::secretText<M>(element);
   } else {
     return givenText<M>(element);
   }
@@ -108,7 +110,7 @@ class GivenText {
 template <class Text>
 auto terminated(Text const& text) {
   if constexpr (std::is_array_v<Text>) {
-    return frame::TerminatedText<std::extent_v<Text>>(text);
+    return frame::typed::TerminatedText<std::extent_v<Text>>(text);
   } else {
     return GivenText(text);
   }
@@ -126,30 +128,30 @@ bool identify(TiXmlElement& printer, Record const& record) {
 /// host's own. Hosts compare them with what they sent.
 struct PrinterKind {
   template <class Record>
-  static bool read(frame::Element, Record&, frame::Watch const&) {
+  static bool read(frame::typed::Element, Record&, frame::typed::Watch const&) {
     return true;
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::Circumstances, bool) {
+                    frame::typed::Circumstances, bool) {
     TiXmlElement* const printer = KVXHelper::AddTag(&parent, element);
     return printer != nullptr && identify(*printer, record);
   }
   /// Texts of the caller's take no values.
   template <class Record>
-  static frame::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
-    return frame::Assigned::notMine;
+  static frame::typed::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
+    return frame::typed::Assigned::notMine;
   }
   template <class Record>
   requires std::is_array_v<decltype(Record::model)>
-  static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
-                                Problem& problem) {
-    constexpr frame::Table members = {
-        frame::text<&Record::model>("model"),
-        frame::text<&Record::serial>("serial"),
-        frame::text<&Record::nonce>("nonce"),
+  static frame::typed::Assigned assign(Record& record, std::string_view member, Value const& value,
+                                       Problem& problem) {
+    constexpr frame::typed::Table members = {
+        frame::typed::text<&Record::model>("model"),
+        frame::typed::text<&Record::serial>("serial"),
+        frame::typed::text<&Record::nonce>("nonce"),
     };
-    return frame::assignMember(members, record, member, value, problem);
+    return frame::typed::assignMember(members, record, member, value, problem);
   }
 };
 
@@ -162,12 +164,12 @@ void nameAction(TiXmlElement& action, Record const& record) {
 /// The action of a request, likewise. Written with the printer inside it, read beside it: meant.
 struct RequestedActionKind {
   template <class Record>
-  static bool read(frame::Element, Record&, frame::Watch const&) {
+  static bool read(frame::typed::Element, Record&, frame::typed::Watch const&) {
     return true;
   }
   template <class Record>
   static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::Circumstances circumstances, bool result) {
+                    frame::typed::Circumstances circumstances, bool result) {
     TiXmlElement* const action = KVXHelper::AddTag(&parent, element);
     if (action == nullptr) return false;
     nameAction(*action, record);
@@ -175,43 +177,44 @@ struct RequestedActionKind {
   }
   /// Texts of the caller's take no values.
   template <class Record>
-  static frame::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
-    return frame::Assigned::notMine;
+  static frame::typed::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
+    return frame::typed::Assigned::notMine;
   }
   /// Whoever writes a request by hand gets to know that no printer knows its action.
   template <class Record>
   requires std::is_array_v<decltype(Record::action)>
-  static frame::Assigned assign(Record& record, std::string_view member, Value const& value,
-                                Problem& problem) {
-    if (member != "action") return frame::Assigned::notMine;
-    frame::Word const* const word = actionNames.find(value.text.c_str());
+  static frame::typed::Assigned assign(Record& record, std::string_view member, Value const& value,
+                                       Problem& problem) {
+    if (member != "action") return frame::typed::Assigned::notMine;
+    frame::typed::Word const* const word = actionNames.find(value.text.c_str());
     if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
-      return frame::fail(problem, frame::described(value), "one of: " + frame::listed(actionNames));
+      return frame::typed::fail(problem, frame::typed::described(value),
+                                "one of: " + frame::typed::listed(actionNames));
     }
-    return frame::assignText(record.action, value, problem);
+    return frame::typed::assignText(record.action, value, problem);
   }
-  static void outline(frame::Outline& outline) {
-    for (frame::Word const& word : actionNames.words) outline.emplace(word.text);
+  static void outline(frame::typed::Outline& outline) {
+    for (frame::typed::Word const& word : actionNames.words) outline.emplace(word.text);
   }
 };
 
 // Tables.
 
 template <class Record>
-inline constexpr frame::Table requestTable = {
-    frame::reading<Record, RequestedActionKind>("action"),
-    frame::readOnly(frame::reading<Record, PrinterKind>("printer")),
+inline constexpr frame::typed::Table requestTable = {
+    frame::typed::reading<Record, RequestedActionKind>("action"),
+    frame::typed::readOnly(frame::typed::reading<Record, PrinterKind>("printer")),
 };
 
 /// The children of a directive's "action".
 template <class Record>
-inline constexpr frame::Table directiveTable = {
-    frame::reading<Record, PrinterKind>("printer"),
+inline constexpr frame::typed::Table directiveTable = {
+    frame::typed::reading<Record, PrinterKind>("printer"),
     secret<&Record::hmac>("hmac"),
 };
 
 /// In the order of the document, which is not that of the record.
-inline constexpr frame::Table keysTable = {
+inline constexpr frame::typed::Table keysTable = {
     secret<&_tagSecKeys::host_authentication_key>("host_authentication_key"),
     secret<&_tagSecKeys::data_encryption_key>("data_encryption_key"),
     secret<&_tagSecKeys::printer_lock_key>("printer_lock_key"),
@@ -219,7 +222,7 @@ inline constexpr frame::Table keysTable = {
 
 /// The children of "set".
 template <class Record>
-inline constexpr frame::Table keyChangeTable = {
+inline constexpr frame::typed::Table keyChangeTable = {
     secret<&Record::current_passkey>("current_passkey"),
     when(hostKeys,
          secret<&Record::current_host_authentication_key>("current_host_authentication_key")),

@@ -1,13 +1,13 @@
 #include "kvxsensorparser.h"
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "status/status_replies.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Sensor states: words, kept as they are.
 

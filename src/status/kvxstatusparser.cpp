@@ -1,6 +1,6 @@
 #include "kvxstatusparser.h"
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "frame/vocabulary.hpp"
 #include "status/kvxstatusparser_words.hpp"
 #include "status/status_replies.hpp"
@@ -9,7 +9,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // General status.
 

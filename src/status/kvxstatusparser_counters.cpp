@@ -1,7 +1,7 @@
 #include <optional>
 #include <string_view>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "frame/vocabulary.hpp"
 #include "kvxstatusparser.h"
 #include "status/status_replies.hpp"
@@ -10,7 +10,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Card counters and up-times. Their members are `unsigned long`, whose numbers keep 16 bits.
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "frame/vocabulary.hpp"
 #include "kvxstatusparser.h"
 #include "status/kvxstatusparser_words.hpp"
@@ -14,7 +14,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// One numbering for the states of a job, answers, the panel being printed, the steps and errors of
 /// the encoders, the card's position and the steps of lamination. "mag_read" is "reading" again.

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "frame/kvxhelper_words.hpp"
-#include "frame/reply.hpp"
 #include "frame/text.hpp"
+#include "frame/typed/reply.hpp"
 #include "kvxstatusparser.h"
 #include "status/status_replies.hpp"
 
@@ -14,7 +14,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 constexpr std::string_view descriptionName = frame::Member<&_MediaStatusInfo::description>::name();
 constexpr std::string_view codeName = frame::Member<&_MediaStatusInfo::code>::name();

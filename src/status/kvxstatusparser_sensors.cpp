@@ -1,6 +1,6 @@
 // Sensor status.
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "kvxstatusparser.h"
 #include "status/status_replies.hpp"
 
@@ -8,7 +8,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// Flags are deliberately negative: any word but the one that clears it, also a misspelling, is an
 /// open door or a blocked sensor.

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "frame/vocabulary.hpp"
 #include "kvxstatusparser.h"
 #include "status/status_replies.hpp"
@@ -9,7 +9,7 @@ namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// An unknown word is taken for "off".
 constexpr Word wirelessStateWords[] = {

@@ -12,13 +12,13 @@
 #include <span>
 #include <string>
 
-#include "frame/field.hpp"
 #include "frame/kvxhelper_words.hpp"
+#include "frame/typed/field.hpp"
 #include "kvxcapsrecords.h"
 
 namespace Kovra::caps {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// What decides over rows when a document is written.
 enum : Circumstances {

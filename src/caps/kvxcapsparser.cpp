@@ -5,7 +5,7 @@
 #include "caps/caps_replies.hpp"
 #include "caps/caps_room.hpp"
 #include "caps/caps_tables.hpp"
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 
 namespace Kovra {
 

@@ -9,7 +9,7 @@
 #include <span>
 
 #include "frame/assign.hpp"
-#include "frame/reply.hpp"
+#include "frame/typed/reader.hpp"
 #include "kvxconfigrecords.h"
 
 namespace Kovra {

@@ -15,13 +15,13 @@
 #include <type_traits>
 
 #include "config/config_words.hpp"
-#include "frame/field.hpp"
-#include "frame/secret.hpp"
+#include "frame/typed/field.hpp"
+#include "frame/typed/secret.hpp"
 #include "kvxconfigrecords.h"
 
 namespace Kovra::config {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Circumstances: the sections that a host asks for, and beside their bits those of the other
 // choices.

@@ -8,8 +8,8 @@
 #include "config/config_documents.hpp"
 #include "config/config_tables.hpp"
 #include "frame/entry.hpp"
-#include "frame/reply.hpp"
-#include "frame/secret.hpp"
+#include "frame/typed/reply.hpp"
+#include "frame/typed/secret.hpp"
 
 namespace Kovra {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reader.hpp"
 
 namespace Kovra {
 

@@ -4,15 +4,15 @@
 #include "control/kvxdevicecontrol_documents.hpp"
 #include "face/compose_choice.hpp"
 #include "frame/assign.hpp"
-#include "frame/field.hpp"
 #include "frame/output.hpp"
+#include "frame/typed/field.hpp"
 #include "kovra.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame;
+using namespace frame::typed;
 
 // Words that the classic operations have no codes for.
 

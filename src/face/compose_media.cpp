@@ -8,7 +8,7 @@ namespace Kovra {
 Composition composeMedia(Value const& record, MediaChoice const& choice) {
   Composition composition;
   media::OwnedMedia const media = media::makeMedia();
-  if (frame::assignAll(media::catalogue, *media, record, composition.problem) ==
+  if (frame::typed::assignAll(media::catalogue, *media, record, composition.problem) ==
       frame::Assigned::failed) {
     return composition;
   }

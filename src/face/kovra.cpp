@@ -120,7 +120,7 @@ std::vector<Document> documents() {
 }
 
 std::vector<std::string> vocabulary() {
-  frame::Outline words;
+  std::set<std::string, std::less<>> words;
   for (frame::ReplyReader const& reply : catalogue()) {
     words.insert(reply.roots.begin(), reply.roots.end());
     reply.outline(words);

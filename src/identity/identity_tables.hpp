@@ -10,13 +10,13 @@
 #include <cstring>
 #include <string>
 
-#include "frame/field.hpp"
+#include "frame/typed/field.hpp"
 #include "kvxprinterrecords.h"
 #include "kvxsetprinterinfo.h"
 
 namespace Kovra::identity {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// The circumstance of an element that is only written with all others, beside the fields' bits.
 inline constexpr Circumstances everything = Circumstances{1} << 32U;

@@ -1,7 +1,7 @@
 #include "kvxprinteridparser.h"
 
 #include "frame/entry.hpp"
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "identity/identity_documents.hpp"
 #include "identity/identity_tables.hpp"
 

@@ -1,6 +1,6 @@
 #include "kvxmediaparser.h"
 
-#include "frame/reply.hpp"
+#include "frame/typed/reply.hpp"
 #include "media/media_replies.hpp"
 #include "media/media_tables.hpp"
 

@@ -6,7 +6,7 @@
 
 #include <span>
 
-#include "frame/reply.hpp"
+#include "frame/typed/reader.hpp"
 
 namespace Kovra {
 

@@ -11,13 +11,13 @@
 #include <utility>
 #include <vector>
 
-#include "frame/field.hpp"
 #include "frame/kvxhelper_words.hpp"
+#include "frame/typed/field.hpp"
 #include "kvxmediarecords.h"
 
 namespace Kovra::media {
 
-using namespace frame;
+using namespace frame::typed;
 
 /// What decides over rows when a document is written.
 enum : Circumstances {

@@ -44,6 +44,13 @@ struct Vocabulary {
     }
     return {};
   }
+
+  /// The same, terminated, and `otherwise` where there is none.
+  char const* wordOr(int code, char const* otherwise) const {
+    std::string_view const word = wordOf(code);
+    return word.empty() ? otherwise : word.data();
+  }
+  char const* wordOrEmpty(int code) const { return wordOr(code, ""); }
 };
 
 namespace detail {

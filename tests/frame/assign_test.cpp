@@ -200,25 +200,25 @@ TEST(AssignedEntries, FillTheArrayAndSkipWhatIsNothing) {
   auto expected = list;
   expected.items[1].depth = 5;
   Problem problem;
-  EXPECT_EQ(assignEntries(innerTable, list.items, listOfDepths({-1, 5}), problem), Assigned::done);
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({-1, 5}), problem), Assigned::done);
   EXPECT_TRUE(same(list, expected));
-  EXPECT_EQ(assignEntries(innerTable, list.items, listOfDepths({}), problem), Assigned::done);
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({}), problem), Assigned::done);
   EXPECT_TRUE(same(list, expected));
 }
 
 TEST(AssignedEntries, ThatDoNotFitAreProblems) {
   List list{};
   Problem problem;
-  EXPECT_EQ(assignEntries(innerTable, list.items, listOfDepths({1, 2, 3}), problem),
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({1, 2, 3}), problem),
             Assigned::failed);
   EXPECT_EQ(problem.found, "a list of 3");
   EXPECT_TRUE(same(list, List{}));
-  EXPECT_EQ(assignEntries(innerTable, list.items, shown(1), problem), Assigned::failed);
+  EXPECT_EQ(assignEntries(items, list.items, 2, shown(1), problem), Assigned::failed);
 
   Value wrong = listOfDepths({1, 2});
   wrong.items[1].members[0].value = shown(true);
   problem = {};
-  EXPECT_EQ(assignEntries(innerTable, list.items, wrong, problem), Assigned::failed);
+  EXPECT_EQ(assignEntries(items, list.items, 2, wrong, problem), Assigned::failed);
   EXPECT_EQ(problem.path, "[1].depth");
 }
 

@@ -386,8 +386,8 @@ ListRead listOf(std::string const& children, std::size_t room = 2) {
   test::Tree tree("<list>" + children + "</list>");
   ListRead outcome{false, filled<List>()};
   Watch const nobody;
-  outcome.result =
-      Items::read(HostTree(tree.root()).root(), std::span(outcome.list.items, room), nobody);
+  outcome.result = readEntriesOf<&List::items>(HostTree(tree.root()).root(), items,
+                                               {outcome.list.items, room}, nobody);
   return outcome;
 }
 
@@ -552,8 +552,8 @@ TEST(OneWayRows, AreWrittenAndAssignedThoughNeverRead) {
 }
 
 TEST(AlwaysWrittenRow, HasAWordForEveryCode) {
-  constexpr Table rows = {
-      row<&Sample::word, AlwaysWrittenKind<KeywordKind<words>, words, 1>>("word")};
+  static constexpr Keywords always{.read = &words, .written = &words, .otherwise = "single"};
+  constexpr Table rows = {keywordBy<&Sample::word, always>("word")};
   for (auto const& [code, word] : {std::pair(1, "single"), std::pair(2, "dual"),
                                    std::pair(7, "single"), std::pair(-1, "single")}) {
     Sample record{};

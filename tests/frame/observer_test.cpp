@@ -304,7 +304,8 @@ TEST(ObservedEntries, AreShownWithTheirSurplusNoted) {
   Value shown;
   Observer observer(shown);
   List list{};
-  EXPECT_FALSE(Items::read(HostTree(tree.root()).root(), std::span(list.items), observer));
+  EXPECT_FALSE(
+      readEntriesOf<&List::items>(HostTree(tree.root()).root(), items, {list.items, 2}, observer));
   Value const* const items = shown.find("items");
   ASSERT_NE(items, nullptr);
   EXPECT_EQ(items->kind, Value::Kind::list);
@@ -323,7 +324,8 @@ TEST(ObservedEntries, ShowAListWithoutEntries) {
   Value shown;
   Observer observer(shown);
   List list{};
-  EXPECT_FALSE(Items::read(HostTree(tree.root()).root(), std::span(list.items), observer));
+  EXPECT_FALSE(
+      readEntriesOf<&List::items>(HostTree(tree.root()).root(), items, {list.items, 2}, observer));
   ASSERT_NE(shown.find("items"), nullptr);
   EXPECT_EQ(shown.find("items")->kind, Value::Kind::list);
   EXPECT_TRUE(shown.find("items")->items.empty());

@@ -140,7 +140,7 @@ struct List {
   Inner items[2];
 };
 
-using Items = frame::EntriesOf<&List::items, "item", innerTable>;
+inline constexpr auto items = frame::entries<innerTable>("item");
 
 }  // namespace Kovra::test
 

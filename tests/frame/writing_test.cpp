@@ -7,7 +7,6 @@
 #include <string>
 
 #include "frame/field.hpp"
-#include "frame/secret.hpp"
 #include "support/tree.hpp"
 
 namespace Kovra {
@@ -61,6 +60,9 @@ constexpr Table boundTable = {
     when(windy, bounded<&Bound::real>("real")),
 };
 
+constexpr Keywords levelKeyword{
+    .read = &levels, .written = &levels, .otherwise = "high", .knownOnly = true};
+
 constexpr Table insideGroup = {
     number<&Sample::natural>("natural"),
 };
@@ -75,7 +77,7 @@ constexpr Table table = {
     enabled<&Sample::on>("on"),
     yesOrNo<&Sample::open>("open"),
     keyword<&Sample::speed, speeds>("speed"),
-    row<&Sample::level, AlwaysWrittenKind<KnownKeywordKind<levels>, levels, 2>>("level"),
+    keywordBy<&Sample::level, levelKeyword>("level"),
     bitFlag<&Sample::bits, bits>("first"),
     bitFlag<&Sample::bits, bits>("third"),
     when(sunny, nested<&Sample::bound, boundTable>("bound")),
@@ -334,7 +336,8 @@ TEST(Assigning, FillsArraysOfRecords) {
   Sample sample = example();
   auto const assign = [&](Value const& value) {
     Problem problem;
-    return assignEntries(boundTable, sample.entries, value, problem) == Assigned::done
+    return assignEntries(entries<boundTable>("entry"), sample.entries, 2, value, problem) ==
+                   Assigned::done
                ? "done"
                : problem.path + "|" + problem.found + "|" + problem.expected;
   };

@@ -10,12 +10,12 @@ struct Record {
 /// A number whose writing has another signature than rows look for.
 struct OddKind : NumberKind {
 #ifdef MISTAKE
-  static void write(TiXmlElement& parent, char const* element, int value) {
-    NumberKind::write(parent, element, -value);
+  static void write(Sink& sink, char const* element, int value) {
+    NumberKind::write(sink, element, -value);
   }
 #else
-  static bool write(TiXmlElement& parent, char const* element, int value) {
-    return NumberKind::write(parent, element, -value);
+  static bool write(Sink& sink, char const* element, int value) {
+    return NumberKind::write(sink, element, -value);
   }
 #endif
 };

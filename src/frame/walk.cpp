@@ -1,0 +1,154 @@
+#include "frame/walk.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace Kovra::frame {
+
+namespace {
+
+/// The place of a record that is only looked at: kinds that write take it as constant again.
+void const* placeIn(Row const& row, void const* record) {
+  return row.place(const_cast<void*>(record));
+}
+
+/// The value has a key that no row fills.
+Assigned refuseKey(Rows rows, Problem& problem) {
+  Keys keys;
+  keysOf(rows, keys);
+  std::string known;
+  for (std::string_view const key : keys) known.append(known.empty() ? "" : ", ").append(key);
+  return fail(problem, "an unknown key", "one of: " + known);
+}
+
+}  // namespace
+
+// Rows.
+
+bool readRow(Row const& row, Element element, void* record, Watch const& watch) {
+  return row.kind->read(row, element, row.place(record), watch);
+}
+
+bool isWrittenUnder(Row const& row, Circumstances circumstances) {
+  return row.isWritten && row.kind->write != nullptr && (row.needs & ~circumstances) == 0;
+}
+
+bool writeRow(Row const& row, Sink& sink, void const* record, Circumstances circumstances,
+              bool result) {
+  if (!isWrittenUnder(row, circumstances)) return result;
+  return row.kind->write(row, sink, placeIn(row, record), circumstances, result);
+}
+
+Assigned assignRow(Row const& row, void* record, std::string_view member, Value const& value,
+                   Problem& problem) {
+  if (!row.isAssigned || row.kind->assign == nullptr) return Assigned::notMine;
+  return row.kind->assign(row, row.place(record), member, value, problem);
+}
+
+void keysOfRow(Row const& row, Keys& keys) {
+  if (!row.isAssigned || row.kind->assign == nullptr) return;
+  if (row.kind->keys != nullptr) {
+    row.kind->keys(row, keys);
+  } else if (!row.member.empty()) {
+    keys.push_back(row.member);
+  }
+}
+
+void outlineOfRow(Row const& row, Outline& outline) {
+  if (!row.element.empty()) outline.emplace(row.element);
+  if (row.kind->outline != nullptr) row.kind->outline(row, outline);
+}
+
+// Reading.
+
+bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result) {
+  if (row == nullptr) {
+    remark(watch, [&](Observer& observer) { observer.unknownElement(child); });
+    return result;
+  }
+  remark(watch, [&](Observer& observer) { observer.knownElement(child); });
+  bool const read = readRow(*row, child, record, watch);
+  return row->counts ? read : result;
+}
+
+bool walkRows(Element element, Rows rows, void* record, Watch const& watch) {
+  RowFinder finder(rows);
+  return walkChildren(element, [&](Element child, bool result) {
+    return readChild(finder.find(child.name()), child, record, watch, result);
+  });
+}
+
+bool readBelow(Element element, Rows rows, void* record, Watch const& watch) {
+  remark(watch, [&](Observer& observer) {
+    if (!element.firstChild()) observer.emptyElement(element);
+  });
+  return walkRows(element, rows, record, watch);
+}
+
+bool walkRows(TiXmlElement const* element, Rows rows, void* record) {
+  HostTree const tree(element);
+  return walkRows(tree.root(), rows, record, Watch());
+}
+
+// Writing.
+
+bool writeRows(Sink& sink, Rows rows, void const* record, Circumstances circumstances,
+               bool result) {
+  for (Row const& row : rows) result = writeRow(row, sink, record, circumstances, result);
+  return result;
+}
+
+bool writeRowsBelow(Sink& sink, char const* name, Rows rows, void const* record,
+                    Circumstances circumstances) {
+  sink.open(name);
+  bool const result = writeRows(sink, rows, record, circumstances, false);
+  sink.close(name);
+  return result;
+}
+
+// Assigning.
+
+Assigned assignMember(Rows rows, void* record, std::string_view member, Value const& value,
+                      Problem& problem) {
+  for (Row const& row : rows) {
+    Assigned const result = assignRow(row, record, member, value, problem);
+    if (result != Assigned::notMine) return result;
+  }
+  return Assigned::notMine;
+}
+
+void keysOf(Rows rows, Keys& keys) {
+  for (Row const& row : rows) {
+    Keys own;
+    keysOfRow(row, own);
+    for (std::string_view const key : own) {
+      if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
+    }
+  }
+}
+
+void prefix(Problem& problem, std::string const& step) {
+  bool const deeper = !problem.path.empty() && problem.path.front() != '[';
+  problem.path = step + (deeper ? "." : "") + problem.path;
+}
+
+Assigned assignRows(Rows rows, void* record, Value const& value, Problem& problem) {
+  if (value.kind != Value::Kind::record) return fail(problem, described(value), "an object");
+  for (Kovra::Member const& member : value.members) {
+    Assigned result = assignMember(rows, record, member.name, member.value, problem);
+    if (result == Assigned::notMine) result = refuseKey(rows, problem);
+    if (result == Assigned::failed) {
+      prefix(problem, member.name);
+      return result;
+    }
+  }
+  return Assigned::done;
+}
+
+// Words.
+
+void outlineOf(Rows rows, Outline& outline) {
+  for (Row const& row : rows) outlineOfRow(row, outline);
+}
+
+}  // namespace Kovra::frame

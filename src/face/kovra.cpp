@@ -59,33 +59,36 @@ void keepThoseThatApply(std::vector<Watched>& all) {
 
 using Remark = frame::Observer::Remark;
 
-/// What all readings remark, each once, in the order of the text. An element is unknown only when
-/// no reading knows it.
-std::vector<Remark> remarksOf(std::vector<Watched> const& all) {
-  std::vector<Remark> remarks;
+/// An element is unknown only when no reading knows it.
+bool isKnown(Remark const& remark, std::vector<Watched> const& all) {
+  return remark.note.kind == Note::Kind::unknownElement &&
+         std::any_of(all.begin(), all.end(), [&](Watched const& watched) {
+           return watched.observer->knows(remark.element);
+         });
+}
+
+/// What all readings remark, each once, in the order of the text.
+std::vector<Remark const*> remarksOf(std::vector<Watched> const& all) {
+  std::vector<Remark const*> remarks;
   std::set<std::pair<std::uint32_t, Note::Kind>> said;
   for (Watched const& watched : all) {
     for (Remark const& remark : watched.observer->remarks()) {
-      bool const known = remark.note.kind == Note::Kind::unknownElement &&
-                         std::any_of(all.begin(), all.end(), [&](Watched const& other) {
-                           return other.observer->knows(remark.element);
-                         });
-      if (!known && said.emplace(remark.element.index(), remark.note.kind).second) {
-        remarks.push_back(remark);
+      if (!isKnown(remark, all) && said.emplace(remark.element.index(), remark.note.kind).second) {
+        remarks.push_back(&remark);
       }
     }
   }
-  std::stable_sort(remarks.begin(), remarks.end(), [](Remark const& a, Remark const& b) {
-    return a.element.offset() < b.element.offset();
+  std::stable_sort(remarks.begin(), remarks.end(), [](Remark const* a, Remark const* b) {
+    return a->element.offset() < b->element.offset();
   });
   return remarks;
 }
 
 std::vector<Note> notesOf(std::vector<Watched> const& all, frame::Places places) {
   std::vector<Note> notes;
-  for (Remark& remark : remarksOf(all)) {
-    remark.note.place = places.of(remark.element.offset());
-    notes.push_back(std::move(remark.note));
+  for (Remark const* const remark : remarksOf(all)) {
+    notes.push_back(remark->note);
+    notes.back().place = places.of(remark->element.offset());
   }
   std::size_t unlisted = 0;
   for (Watched const& watched : all) unlisted += watched.observer->unlisted();

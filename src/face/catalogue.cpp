@@ -6,7 +6,7 @@
 #include "config/config_documents.hpp"
 #include "identity/identity_documents.hpp"
 #include "logs/logs_replies.hpp"
-#include "media/media_replies.hpp"
+#include "media/media_messages.hpp"
 #include "security/security_replies.hpp"
 #include "status/status_replies.hpp"
 
@@ -14,33 +14,73 @@ namespace Kovra {
 
 namespace {
 
-/// A family's list of replies; adding a family is adding its line.
-constexpr std::span<frame::ReplyReader const> (*families[])() = {
+/// A family's list of messages; adding a family is adding its line.
+constexpr std::span<frame::MessageRow const> (*families[])() = {
+    mediaMessages,
+};
+
+/// The lists of the families that only have replies.
+constexpr std::span<frame::ReplyReader const> (*readers[])() = {
     statusReplies,        jobReplies,          mediaStatusReplies, sensorStatusReplies,
     counterReplies,       wirelessReplies,     sensorReplies,      logReplies,
     magneticTrackReplies, laminatorReplies,    securityReplies,    configurationReplies,
-    identityReplies,      capabilitiesReplies, mediaReplies,
+    identityReplies,      capabilitiesReplies,
 };
+
+ReplyLine lineOf(frame::ReplyReader const& reply) {
+  return {reply.name, reply.title, reply.roots, reply.decode, reply.outline};
+}
+
+ReplyLine lineOf(frame::MessageRow const& message) {
+  return {message.name, message.title, message.roots,
+          [&message](frame::Element root, frame::Observer& observer) {
+            frame::AnyRecord const record(*message.record);
+            return message.read(message, root, record.memory(), observer);
+          },
+          [&message](frame::Outline& outline) { frame::outlineOf(message, outline); }};
+}
 
 }  // namespace
 
-std::vector<std::reference_wrapper<frame::ReplyReader const>> const& catalogue() {
+Messages const& catalogue() {
   static auto const all = [] {
-    std::vector<std::reference_wrapper<frame::ReplyReader const>> replies;
+    Messages messages;
     for (auto const family : families) {
-      std::span<frame::ReplyReader const> const list = family();
-      replies.insert(replies.end(), list.begin(), list.end());
+      std::span<frame::MessageRow const> const list = family();
+      messages.insert(messages.end(), list.begin(), list.end());
     }
-    return replies;
+    return messages;
   }();
   return all;
 }
 
-frame::ReplyReader const* findReply(std::string_view name) {
-  auto const& all = catalogue();
-  auto const found = std::find_if(
-      all.begin(), all.end(), [&](frame::ReplyReader const& reply) { return reply.name == name; });
-  return found != all.end() ? &found->get() : nullptr;
+std::vector<ReplyLine> const& replies() {
+  static auto const all = [] {
+    std::vector<ReplyLine> lines;
+    for (auto const list : readers) {
+      for (frame::ReplyReader const& reply : list()) lines.push_back(lineOf(reply));
+    }
+    for (frame::MessageRow const& message : catalogue()) {
+      if (message.read != nullptr) lines.push_back(lineOf(message));
+    }
+    return lines;
+  }();
+  return all;
+}
+
+ReplyLine const* findReply(std::string_view name) {
+  auto const found = std::find_if(replies().begin(), replies().end(),
+                                  [&](ReplyLine const& reply) { return reply.name == name; });
+  return found != replies().end() ? &*found : nullptr;
+}
+
+frame::MessageRow const* findRequest(std::string_view name) {
+  auto const found =
+      std::find_if(catalogue().begin(), catalogue().end(), [&](frame::MessageRow const& message) {
+        return message.composing != nullptr &&
+               (message.name == name || message.composing->command == name);
+      });
+  return found != catalogue().end() ? &found->get() : nullptr;
 }
 
 }  // namespace Kovra

@@ -20,13 +20,13 @@ namespace {
 
 /// Which replies a document may be: those with one of its top-level elements for a root.
 struct Candidate {
-  frame::ReplyReader const* reply;
+  ReplyLine const* reply;
   frame::Element root;
 };
 
 std::vector<Candidate> candidates(frame::Reply const& text, std::string_view as) {
   std::vector<Candidate> found;
-  for (frame::ReplyReader const& reply : catalogue()) {
+  for (ReplyLine const& reply : replies()) {
     if (!as.empty() && reply.name != as) continue;
     if (frame::Element const root = text.root(reply.roots)) found.push_back({&reply, root});
   }
@@ -113,7 +113,7 @@ void readAll(std::vector<Candidate> const& found, frame::Places const& places, D
 
 std::vector<Document> documents() {
   std::vector<Document> all;
-  for (frame::ReplyReader const& reply : catalogue()) {
+  for (ReplyLine const& reply : replies()) {
     Document& document = all.emplace_back();
     document.name = reply.name;
     document.title = reply.title;
@@ -123,8 +123,8 @@ std::vector<Document> documents() {
 }
 
 std::vector<std::string> vocabulary() {
-  std::set<std::string, std::less<>> words;
-  for (frame::ReplyReader const& reply : catalogue()) {
+  frame::Outline words;
+  for (ReplyLine const& reply : replies()) {
     words.insert(reply.roots.begin(), reply.roots.end());
     reply.outline(words);
   }

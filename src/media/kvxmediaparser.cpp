@@ -1,7 +1,6 @@
 #include "kvxmediaparser.h"
 
-#include "frame/typed/reply.hpp"
-#include "media/media_replies.hpp"
+#include "frame/message.hpp"
 #include "media/media_tables.hpp"
 
 namespace Kovra {
@@ -10,26 +9,16 @@ namespace {
 
 using namespace media;
 
-using MediaReading = TableReading<catalogue>;
-
-/// The result is that of the entry, which hosts do not look at.
-bool decodeMedia(Element root, Observer& observer) {
-  OwnedMedia const media = makeMedia();
-  MediaReading::read(root, *media, observer);
-  return false;
+bool readHostList(TiXmlElement const* element, List const& list, _KVMediaInfo& out) {
+  if (element == nullptr) return false;
+  HostTree const tree(element);
+  return readList(list, tree.root(), out, Watch());
 }
 
-constexpr ReplyReader replies[] = {
-    {"media", "cards, films and laminates that the printer knows", mediaRoots, decodeMedia,
-     MediaReading::outline},
-};
-
-template <class List>
-bool readEntry(TiXmlElement* entry, _KVMediaInfo& media) {
-  if (entry == nullptr) return false;
-  Watch const nobody;
-  HostTree const tree(entry);
-  return List::readEntry(tree.root(), media, nobody);
+bool readHostEntry(TiXmlElement const* element, List const& list, _KVMediaInfo& out) {
+  if (element == nullptr) return false;
+  HostTree const tree(element);
+  return readAppended(list, tree.root(), out, Watch());
 }
 
 template <class Entry>
@@ -39,10 +28,6 @@ void freeEntries(std::vector<Entry*> const* entries) {
 }
 
 }  // namespace
-
-std::span<frame::ReplyReader const> mediaReplies() {
-  return replies;
-}
 
 // The life of a record.
 
@@ -73,61 +58,51 @@ void DestroyKVMedia(_KVMediaInfo* media) {
   delete media;
 }
 
-void media::Destroy::operator()(_KVMediaInfo* record) const {
-  DestroyKVMedia(record);
-}
-
-OwnedMedia media::makeMedia() {
-  OwnedMedia record(GetKVMedia());
-  BuildKVMedia(record.get());
-  return record;
-}
-
 // The reader.
 
 KVXMediaParser::KVXMediaParser() = default;
 KVXMediaParser::~KVXMediaParser() = default;
 
-bool KVXMediaParser::GetMedia(char const& text, int, _KVMediaInfo& media) {
+bool KVXMediaParser::GetMedia(char const& text, int, _KVMediaInfo& out) {
   // Hosts look at the lists alone: the result is false whatever happened.
-  static_cast<void>(readNarrowReply<MediaReading>(&text, mediaRoots, media));
+  static_cast<void>(readNarrowReply(&text, mediaRoots, catalogue, out));
   return false;
 }
 
-bool KVXMediaParser::parseMedia(TiXmlElement* root, _KVMediaInfo& media) {
-  return walk(root, catalogue, media);
+bool KVXMediaParser::parseMedia(TiXmlElement* root, _KVMediaInfo& out) {
+  return walk(root, catalogue, out);
 }
 
-bool KVXMediaParser::getCardsInfo(TiXmlElement* cards, _KVMediaInfo& media) {
-  return readHost<Cards>(cards, media);
+bool KVXMediaParser::getCardsInfo(TiXmlElement* cards, _KVMediaInfo& out) {
+  return readHostList(cards, cardList, out);
 }
 
-bool KVXMediaParser::getFilmsInfo(TiXmlElement* films, _KVMediaInfo& media) {
-  return readHost<Films>(films, media);
+bool KVXMediaParser::getFilmsInfo(TiXmlElement* films, _KVMediaInfo& out) {
+  return readHostList(films, filmList, out);
 }
 
-bool KVXMediaParser::getRibbonsInfo(TiXmlElement* ribbons, _KVMediaInfo& media) {
-  return readHost<Laminates>(ribbons, media);
+bool KVXMediaParser::getRibbonsInfo(TiXmlElement* ribbons, _KVMediaInfo& out) {
+  return readHostList(ribbons, laminateList, out);
 }
 
-bool KVXMediaParser::getLaminatesInfo(TiXmlElement* laminates, _KVMediaInfo& media) {
-  return readHost<Laminates>(laminates, media);
+bool KVXMediaParser::getLaminatesInfo(TiXmlElement* laminates, _KVMediaInfo& out) {
+  return readHostList(laminates, laminateList, out);
 }
 
-bool KVXMediaParser::getCardInfo(TiXmlElement* element, _KVMediaInfo& media) {
-  return readEntry<Cards>(element, media);
+bool KVXMediaParser::getCardInfo(TiXmlElement* element, _KVMediaInfo& out) {
+  return readHostEntry(element, cardList, out);
 }
 
-bool KVXMediaParser::getFilmInfo(TiXmlElement* film, _KVMediaInfo& media) {
-  return readEntry<Films>(film, media);
+bool KVXMediaParser::getFilmInfo(TiXmlElement* film, _KVMediaInfo& out) {
+  return readHostEntry(film, filmList, out);
 }
 
-bool KVXMediaParser::getRibbonInfo(TiXmlElement* element, _KVMediaInfo& media) {
-  return readEntry<Ribbons>(element, media);
+bool KVXMediaParser::getRibbonInfo(TiXmlElement* element, _KVMediaInfo& out) {
+  return readHostEntry(element, ribbonList, out);
 }
 
-bool KVXMediaParser::getLaminateInfo(TiXmlElement* laminate, _KVMediaInfo& media) {
-  return readEntry<Laminates>(laminate, media);
+bool KVXMediaParser::getLaminateInfo(TiXmlElement* laminate, _KVMediaInfo& out) {
+  return readHostEntry(laminate, laminateList, out);
 }
 
 bool KVXMediaParser::getCardInformation(TiXmlElement* element, _CardInfo& out) {

@@ -9,11 +9,6 @@ namespace {
 
 using namespace media;
 
-/// Cards of the types 0 and 1. A negative type counts as a large one.
-bool isCommon(_CardInfo const& info) {
-  return static_cast<unsigned int>(info.type) <= 1;
-}
-
 template <class Record, std::size_t N>
 bool writeInto(TiXmlElement* element, char const* name, Table<Record, N> const& table,
                Record const& record, Circumstances circumstances = 0) {
@@ -42,18 +37,13 @@ bool KVXSetMedia::saveJob(char* path) {
 }
 
 bool KVXSetMedia::addMedia(_KVMediaInfo& media, char allTypes) {
-  TiXmlElement* const cards = KVXHelper::AddTag(root, cardsName);
-  if (cards == nullptr || media.cards == nullptr) return false;
-  bool result = false;
-  for (_CardInfo const* const info : *media.cards) {
-    if (info == nullptr || (allTypes != 1 && !isCommon(*info))) continue;
-    result = addCardInfo(cards, *info);
-  }
-  return result;
+  if (root == nullptr) return false;
+  TreeSink sink(*root);
+  return writeCards(sink, media, allTypes == 1, omitTransfer);
 }
 
 bool KVXSetMedia::addCardInfo(TiXmlElement* cards, _CardInfo info) {
-  return writeInto(cards, cardName.text, card, info,
+  return writeInto(cards, cardList.entries.item.data(), card, info,
                    omitTransfer ? 0 : Circumstances{withTransfer});
 }
 

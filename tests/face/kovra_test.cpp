@@ -42,13 +42,13 @@ using Texts = std::vector<std::string>;
 
 TEST(Documents, AreTheCatalogue) {
   std::vector<Document> const all = documents();
-  ASSERT_EQ(all.size(), catalogue().size());
+  ASSERT_EQ(all.size(), replies().size());
   std::set<std::string> names;
   for (Document const& document : all) {
     EXPECT_TRUE(names.insert(document.name).second) << document.name;
     EXPECT_FALSE(document.title.empty()) << document.name;
     EXPECT_FALSE(document.roots.empty()) << document.name;
-    frame::ReplyReader const* const reply = findReply(document.name);
+    ReplyLine const* const reply = findReply(document.name);
     ASSERT_NE(reply, nullptr) << document.name;
     EXPECT_EQ(reply->title, document.title);
     EXPECT_EQ(Texts(reply->roots.begin(), reply->roots.end()), document.roots);

@@ -1,0 +1,218 @@
+#include "face/compose.hpp"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "face/catalogue.hpp"
+#include "frame/assign.hpp"
+#include "frame/sink.hpp"
+
+namespace Kovra {
+
+namespace {
+
+using namespace frame;
+
+bool refuse(Problem& problem, std::string_view path, std::string found, std::string expected) {
+  problem.path = path;
+  fail(problem, std::move(found), std::move(expected));
+  return false;
+}
+
+// Choices.
+
+/// A word of the choice as its bits.
+bool addWord(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
+  Word const* const word =
+      value.kind == Value::Kind::text ? choice.words->find(value.text) : nullptr;
+  if (word == nullptr) {
+    return refuse(problem, choice.name, described(value), "one of: " + listed(*choice.words));
+  }
+  chosen |= word->code;
+  return true;
+}
+
+bool addWords(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
+  if (value.kind != Value::Kind::list) {
+    return refuse(problem, choice.name, described(value), "a list");
+  }
+  return std::all_of(value.items.begin(), value.items.end(),
+                     [&](Value const& item) { return addWord(choice, item, chosen, problem); });
+}
+
+bool choose(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
+  switch (choice.form) {
+    case ChoiceRow::Form::word:
+      return addWord(choice, value, chosen, problem);
+    case ChoiceRow::Form::words:
+      return addWords(choice, value, chosen, problem);
+    case ChoiceRow::Form::flag:
+    case ChoiceRow::Form::number:
+      break;
+  }
+  int number = 0;
+  Assigned const result = choice.form == ChoiceRow::Form::flag
+                              ? assignFlag(number, value, problem)
+                              : assignNumber(number, value, problem);
+  chosen = number;
+  if (result == Assigned::failed) problem.path = choice.name;
+  return result == Assigned::done;
+}
+
+/// What of the message's choices is chosen; false for a choice that it does not have, or a value
+/// that it does not take.
+bool choose(std::span<ChoiceRow const> choices, Value const& value, std::vector<long>& chosen,
+            Problem& problem) {
+  chosen.assign(choices.size(), 0);
+  if (value.kind != Value::Kind::record && value.kind != Value::Kind::nothing) {
+    return refuse(problem, "", described(value), "an object with choices");
+  }
+  for (Kovra::Member const& member : value.members) {
+    auto const choice = std::find_if(choices.begin(), choices.end(), [&](ChoiceRow const& known) {
+      return known.name == member.name;
+    });
+    if (choice == choices.end()) {
+      return refuse(problem, member.name, "an unknown choice", "one that this document has");
+    }
+    long& target = chosen[static_cast<std::size_t>(choice - choices.begin())];
+    if (!choose(*choice, member.value, target, problem)) return false;
+  }
+  return true;
+}
+
+// Members.
+
+bool isNamed(Value const& value, std::string_view name) {
+  return value.find(std::string(name)) != nullptr;
+}
+
+/// Is there no member but those that are required?
+bool isRequiredOnly(Composing const& composing, Value const& value, Problem& problem) {
+  if (!composing.requiredOnly) return true;
+  for (Kovra::Member const& member : value.members) {
+    auto const& required = composing.required;
+    if (std::find(required.begin(), required.end(), member.name) != required.end()) continue;
+    return refuse(problem, member.name, "a value", "none: this document has no such element");
+  }
+  return true;
+}
+
+bool hasRequired(Composing const& composing, Value const& value, Problem& problem) {
+  for (std::string_view const name : composing.required) {
+    if (isNamed(value, name)) continue;
+    return refuse(problem, name, "nothing",
+                  composing.written != nullptr ? "a value: this command needs it" : "a text");
+  }
+  return true;
+}
+
+/// Is the member one that the command takes?
+bool isTaken(Written const& written, std::string_view member) {
+  return std::any_of(written.rows.begin(), written.rows.end(), [&](Row const& row) {
+    return row.member == member && (!row.isNeeded || isWrittenUnder(row, written.circumstances));
+  });
+}
+
+/// Does the document say what the command says, no less and no more? What it does not take is a
+/// mistake of whoever wrote it, and so is what was left out.
+bool saysTheSame(Written const& written, Value const& command, Problem& problem) {
+  for (Kovra::Member const& member : command.members) {
+    if (isTaken(written, member.name)) continue;
+    return refuse(problem, member.name, described(member.value),
+                  "none: this command does not take it");
+  }
+  for (Row const& row : written.rows) {
+    bool const isNeeded =
+        row.isNeeded && !row.member.empty() && isWrittenUnder(row, written.circumstances);
+    if (!isNeeded || isNamed(command, row.member)) continue;
+    return refuse(problem, row.member, "nothing", "a value: this command needs it");
+  }
+  return true;
+}
+
+bool isComplete(Composing const& composing, Value const& value, void const* record,
+                Problem& problem) {
+  return (composing.check == nullptr || composing.check(record, value, problem)) &&
+         hasRequired(composing, value, problem) &&
+         (composing.written == nullptr || saysTheSame(composing.written(record), value, problem));
+}
+
+Assigned fill(MessageRow const& message, AnyRecord const& record, Value const& value,
+              Problem& problem) {
+  if (message.composing->assign != nullptr) {
+    return message.composing->assign(record.memory(), value, problem);
+  }
+  return assignRows(message.rows, record.get(), value, problem);
+}
+
+bool compose(MessageRow const& message, Value const& value, Value const& choices, std::string& text,
+             Problem& problem) {
+  Composing const& composing = *message.composing;
+  std::vector<long> chosen;
+  Circumstances circumstances = 0;
+  if (!choose(composing.choices, choices, chosen, problem) ||
+      !isRequiredOnly(composing, value, problem) ||
+      (composing.sort != nullptr && !composing.sort(value, circumstances, problem))) {
+    return false;
+  }
+  AnyRecord const record(*message.record);
+  return fill(message, record, value, problem) != Assigned::failed &&
+         isComplete(composing, value, record.get(), problem) &&
+         composeRecord(message, record.get(), chosen, circumstances, text, problem);
+}
+
+}  // namespace
+
+bool composeRecord(MessageRow const& message, void const* record, Chosen chosen,
+                   Circumstances circumstances, std::string& text, Problem& problem) {
+  Composing const& composing = *message.composing;
+  TextSink sink;
+  sink.open(composing.root);
+  bool const isWritten = composing.write(sink, record, chosen, circumstances);
+  sink.close(composing.root);
+  if (isWritten) {
+    text = sink.printed();
+  } else if (composing.explain != nullptr) {
+    composing.explain(chosen, problem);
+  }
+  return isWritten;
+}
+
+Composition compose(std::string const& name, Value const& record, Value const& choices) {
+  Composition composition;
+  MessageRow const* const message = findRequest(name);
+  if (message == nullptr) {
+    refuse(composition.problem, "", '"' + name + '"', "the name of a document that is composed");
+    return composition;
+  }
+  composition.composed = compose(*message, record, choices, composition.text, composition.problem);
+  return composition;
+}
+
+// The same of one document each.
+
+namespace {
+
+void add(Value& choices, char const* name, Value value) {
+  Kovra::Member& choice = choices.members.emplace_back();
+  choice.name = name;
+  choice.value = std::move(value);
+}
+
+Value noChoices() {
+  Value choices;
+  choices.kind = Value::Kind::record;
+  return choices;
+}
+
+}  // namespace
+
+Composition composeMedia(Value const& record, MediaChoice const& choice) {
+  Value choices = noChoices();
+  add(choices, "all-types", shown(choice.allTypes));
+  add(choices, "without-transfer", shown(choice.withoutTransfer));
+  return compose("media", record, choices);
+}
+
+}  // namespace Kovra

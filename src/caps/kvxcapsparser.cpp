@@ -2,10 +2,8 @@
 
 #include <algorithm>
 
-#include "caps/caps_replies.hpp"
-#include "caps/caps_room.hpp"
 #include "caps/caps_tables.hpp"
-#include "frame/typed/reply.hpp"
+#include "frame/message.hpp"
 
 namespace Kovra {
 
@@ -13,79 +11,16 @@ namespace {
 
 using namespace caps;
 
-/// A reply may name a list twice, and a first one that does not fit raises its count. Each is
-/// measured with the room that the host has, which is the count of before the reply; what the lists
-/// need is put into the counts when all have been read, for each the most that was needed.
-class RoomOnEntry {
- public:
-  explicit RoomOnEntry(_Capabilities& caps) : caps_(caps) {}
-
-  /// Every list has the room that it had on entry.
-  void offer() { AllLists::setCounts(caps_, room_); }
-
-  /// Takes note of a count that was raised since.
-  void collect() {
-    AllLists::Numbers const now = AllLists::counts(caps_);
-    for (std::size_t i = 0; i < now.size(); ++i) {
-      if (now[i] > room_[i]) needed_[i] = std::max(needed_[i], now[i]);
-    }
-  }
-
-  void settle() {
-    for (std::size_t i = 0; i < needed_.size(); ++i) {
-      if (needed_[i] > 0) counts_[i] = needed_[i];
-    }
-    AllLists::setCounts(caps_, counts_);
-  }
-
- private:
-  _Capabilities& caps_;
-  AllLists::Numbers const room_ = AllLists::capacities(caps_);
-  AllLists::Numbers counts_ = AllLists::counts(caps_);
-  AllLists::Numbers needed_{};
-};
-
-struct CapabilitiesReading {
-  static bool read(Element root, _Capabilities& caps, Watch const& watch) {
-    RoomOnEntry room(caps);
-    RowFinder rows(capabilities);
-    bool const result = walkChildren(root, [&](Element child, bool earlier) {
-      room.offer();
-      bool const now = readChild(rows.find(child.name()), child, &caps, watch, earlier);
-      room.collect();
-      return now;
-    });
-    room.settle();
-    return result;
-  }
-};
-
-/// What a host does: it reads to learn what the lists need, makes room, and reads again. The result
-/// is that of the entry, which hosts do not look at.
-bool decodeCapabilities(Element root, Observer& observer) {
-  Watch const nobody;
-  Room room;
-  do {
-    CapabilitiesReading::read(root, room.record(), nobody);
-  } while (room.grow());
-  room.clear();
-  CapabilitiesReading::read(root, room.record(), observer);
-  return false;
+bool readHostList(TiXmlElement const* element, List const& list, _Capabilities& caps) {
+  if (element == nullptr) return false;
+  HostTree const tree(element);
+  return readList(list, tree.root(), caps, Watch());
 }
-
-constexpr ReplyReader replies[] = {
-    {"capabilities", "what the printer can do", capabilitiesRoots, decodeCapabilities,
-     TableReading<capabilities>::outline},
-};
 
 /// The most bytes of a reply that are read, without the terminator.
 constexpr int mostBytes = 65531;
 
 }  // namespace
-
-std::span<frame::ReplyReader const> capabilitiesReplies() {
-  return replies;
-}
 
 KVXCapsParser::KVXCapsParser() = default;
 KVXCapsParser::~KVXCapsParser() = default;
@@ -93,7 +28,7 @@ KVXCapsParser::~KVXCapsParser() = default;
 bool KVXCapsParser::GetCapabilities(wchar_t const& text, int len, _Capabilities& caps) {
   // Hosts look at the record alone: the result is false whatever happened.
   static_cast<void>(
-      readReply<CapabilitiesReading>(text, std::min(len, mostBytes), capabilitiesRoots, caps));
+      readReplyBy<CapabilitiesReading>(text, std::min(len, mostBytes), capabilitiesRoots, caps));
   return false;
 }
 
@@ -104,39 +39,39 @@ bool KVXCapsParser::parseCapabilities(TiXmlElement* root, _Capabilities& caps) {
 // Lists.
 
 bool KVXCapsParser::getHostPorts(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<HostPorts>(list, caps);
+  return readHostList(list, hostPortList, caps);
 }
 
 bool KVXCapsParser::getDevicePorts(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<DevicePorts>(list, caps);
+  return readHostList(list, devicePortList, caps);
 }
 
 bool KVXCapsParser::getSwInterfaces(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<SoftwareInterfaces>(list, caps);
+  return readHostList(list, interfaceList, caps);
 }
 
 bool KVXCapsParser::getOCPLanguages(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<Languages>(list, caps);
+  return readHostList(list, languageList, caps);
 }
 
 bool KVXCapsParser::getGraphicFormatCaps(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<GraphicFormats>(list, caps);
+  return readHostList(list, graphicFormatList, caps);
 }
 
 bool KVXCapsParser::getFontsCaps(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<Fonts>(list, caps);
+  return readHostList(list, fontList, caps);
 }
 
 bool KVXCapsParser::getTemplates(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<Templates>(list, caps);
+  return readHostList(list, templateList, caps);
 }
 
 bool KVXCapsParser::getGraphics(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<Graphics>(list, caps);
+  return readHostList(list, graphicList, caps);
 }
 
 bool KVXCapsParser::getBarCodes(TiXmlElement* list, _Capabilities& caps) {
-  return readHost<BarCodes>(list, caps);
+  return readHostList(list, barCodeList, caps);
 }
 
 // Items.
@@ -150,7 +85,7 @@ bool KVXCapsParser::getSwInterface(TiXmlElement* element, _InterfaceCaps& out) {
 }
 
 bool KVXCapsParser::getOCPLanguage(TiXmlElement* element, _OCPLanguageCaps& out) {
-  return walk(element, language, out);
+  return walk(element, shared::language, out);
 }
 
 bool KVXCapsParser::getFontCaps(TiXmlElement* element, _FontCaps& out) {
@@ -196,19 +131,20 @@ bool KVXCapsParser::getPhysicalPage(TiXmlElement* page, _Capabilities& caps) {
 }
 
 bool KVXCapsParser::getPrintSystem(TiXmlElement* system, _Capabilities& caps) {
-  return readHostValue<AnyKeywordKind<printSystems>>(system, caps.printSystem);
+  return readHostMember<&_Capabilities::printSystem>(system, printSystemRow, caps.printSystem);
 }
 
 bool KVXCapsParser::getPrintType(TiXmlElement* type, _Capabilities& caps) {
-  return readHostValue<AnyKeywordKind<laminationTypes>>(type, caps.printType);
+  return readHostMember<&_Capabilities::printType>(type, printTypeRow, caps.printType);
 }
 
 bool KVXCapsParser::getLaminator(TiXmlElement* laminator, _Capabilities& caps) {
-  return readHostValue<LaminatorKind>(laminator, caps.laminatorPresent);
+  return readHostMember<&_Capabilities::laminatorPresent>(laminator, laminatorRow,
+                                                          caps.laminatorPresent);
 }
 
 bool KVXCapsParser::getLaminatorType(TiXmlElement* type, _Capabilities& caps) {
-  return readHostValue<AnyKeywordKind<laminatorTypes>>(type, caps.laminatorType);
+  return readHostMember<&_Capabilities::laminatorType>(type, laminatorTypeRow, caps.laminatorType);
 }
 
 // Keywords.

@@ -1,7 +1,5 @@
 #include "kvxsetcaps.h"
 
-#include <limits>
-
 #include "caps/caps_tables.hpp"
 #include "frame/output.hpp"
 #include "frame/text.hpp"
@@ -22,28 +20,25 @@ bool copyWord(char* buf, int room, char const* word) {
 
 /// Writes the word of a code, or an empty text; false when there is none.
 bool putWord(Vocabulary const& words, int code, char* buf, int room = wordRoom) {
-  std::string_view const word = words.wordOf(code);
-  return copyWord(buf, room, word.empty() ? "" : word.data()) && !word.empty();
+  return copyWord(buf, room, words.wordOrEmpty(code)) && !words.wordOf(code).empty();
 }
 
-Circumstances circumstancesOf(_Capabilities const& caps, bool direct) {
-  return (direct ? Circumstances{caps::directToCard} : 0) |
-         (caps.laminatorPresent ? Circumstances{hasLaminator} : 0);
+/// The class has no function of its own that would bring its virtual table along, and yet the library
+/// has always had one.
+[[gnu::used]] void bringTable() {
+  KVXSetCaps const document;
 }
 
-Circumstances circumstancesOf(_InternalEncoderInfo const& encoder) {
-  return (encoder.contact_encoding ? Circumstances{hasContact} : 0) |
-         (encoder.contactless_encoder != 0 ? Circumstances{hasContactless} : 0);
+bool addRow(TiXmlElement* parent, Field<_Capabilities> const& row, _Capabilities const& caps) {
+  if (parent == nullptr) return false;
+  TreeSink sink(*parent);
+  return row.write(sink, caps, 0, false);
 }
 
-template <class Record>
-bool writeRow(TiXmlElement* parent, Field<Record> const& row, Record const& record) {
-  return parent != nullptr && row.write(*parent, record, 0, false);
-}
-
-template <class List>
-bool writeList(TiXmlElement* parent, typename List::Entry const* entries, int count) {
-  return parent != nullptr && List::write(*parent, entries, count, 0);
+bool addList(TiXmlElement* parent, List const& list, void const* entries, int count) {
+  if (parent == nullptr) return false;
+  TreeSink sink(*parent);
+  return writeList(list, sink, entries, count, 0);
 }
 
 }  // namespace
@@ -66,65 +61,60 @@ bool KVXSetCaps::saveJob(char* path) {
 
 bool KVXSetCaps::addCapabilities(TiXmlElement* into, _Capabilities const& caps, int mode) {
   if (into == nullptr) return false;
-  switch (mode) {
-    case 0:
-      return writeAll(*into, capabilities, caps, circumstancesOf(caps, directToCard), false);
-    case 1:
-      return writeRow(into, magEncoderRow, caps);
-    case 2:
-      return addInternalEncoderOnly(into, caps.internalEncoder);
-    default:
-      return false;
-  }
+  TreeSink sink(*into);
+  return writeCapabilities(sink, caps, mode, directToCard);
 }
 
 // Lists.
 
 bool KVXSetCaps::addHostPorts(TiXmlElement* into, _PortCaps const* ports, int count) {
-  return writeList<HostPorts>(into, ports, count);
+  return addList(into, hostPortList, ports, count);
 }
 
 bool KVXSetCaps::addDevicePorts(TiXmlElement* into, _PortCaps const* ports, int count) {
-  return writeList<DevicePorts>(into, ports, count);
+  return addList(into, devicePortList, ports, count);
 }
 
 bool KVXSetCaps::addPorts(TiXmlElement* list, _PortCaps const* ports, int count, char* itemTag) {
-  return list != nullptr && itemTag != nullptr &&
-         writeEntries<RecordEntry<port>>(*list, itemTag, ports, count, 0);
+  if (list == nullptr || itemTag == nullptr) return false;
+  TreeSink sink(*list);
+  return writeEntries(sink, entries<port>(itemTag), ports, count, 0);
 }
 
 bool KVXSetCaps::addSWInterfaces(TiXmlElement* into, _InterfaceCaps const* interfaces, int count) {
-  return writeList<SoftwareInterfaces>(into, interfaces, count);
+  return addList(into, interfaceList, interfaces, count);
 }
 
 bool KVXSetCaps::addOcpLanguages(TiXmlElement* into, _OCPLanguageCaps const* languages, int count) {
-  return writeList<Languages>(into, languages, count);
+  return addList(into, languageList, languages, count);
 }
 
 bool KVXSetCaps::addGraphicFormatsCaps(TiXmlElement* into, int const* formats, int count) {
-  return writeList<GraphicFormats>(into, formats, count);
+  return addList(into, graphicFormatList, formats, count);
 }
 
 bool KVXSetCaps::addFontsCaps(TiXmlElement* into, _FontCaps const* fonts, int count) {
-  return writeList<Fonts>(into, fonts, count);
+  return addList(into, fontList, fonts, count);
 }
 
 bool KVXSetCaps::addTemplateCaps(TiXmlElement* into, _TemplateCaps const* templates, int count) {
-  return writeList<Templates>(into, templates, count);
+  return addList(into, templateList, templates, count);
 }
 
 bool KVXSetCaps::addGraphicsCaps(TiXmlElement* into, _TemplateCaps const* graphics, int count) {
-  return writeList<Graphics>(into, graphics, count);
+  return addList(into, graphicList, graphics, count);
 }
 
 bool KVXSetCaps::addBarCodes(TiXmlElement* into, _BarCodeCaps const* barcodes, int count) {
-  return writeList<BarCodes>(into, barcodes, count);
+  return addList(into, barCodeList, barcodes, count);
 }
 
 // Groups.
 
 bool KVXSetCaps::addImageSharpeningLevels(TiXmlElement* into, int levels) {
-  return into != nullptr && SharpeningLevels::write(*into, levels);
+  if (into == nullptr) return false;
+  TreeSink sink(*into);
+  return SharpeningLevels::write(sink, levels);
 }
 
 bool KVXSetCaps::addSecurityCaps(TiXmlElement* into, _SecurityCaps const& record) {
@@ -132,15 +122,15 @@ bool KVXSetCaps::addSecurityCaps(TiXmlElement* into, _SecurityCaps const& record
 }
 
 bool KVXSetCaps::addMemoryCaps(TiXmlElement* into, _Capabilities const& caps) {
-  return writeRow(into, memoryRow, caps);
+  return addRow(into, memoryRow, caps);
 }
 
 bool KVXSetCaps::addMediaPathCaps(TiXmlElement* into, _Capabilities const& caps) {
-  return writeRow(into, mediaPathRow, caps);
+  return addRow(into, mediaPathRow, caps);
 }
 
 bool KVXSetCaps::addImageCaps(TiXmlElement* into, _Capabilities const& caps) {
-  return writeRow(into, imageRow, caps);
+  return addRow(into, imageRow, caps);
 }
 
 bool KVXSetCaps::addInternalEncoder(TiXmlElement* into, _InternalEncoderInfo const& encoder) {
@@ -148,14 +138,9 @@ bool KVXSetCaps::addInternalEncoder(TiXmlElement* into, _InternalEncoderInfo con
 }
 
 bool KVXSetCaps::addInternalEncoderOnly(TiXmlElement* into, _InternalEncoderInfo const& encoder) {
-  bool result = false;
-  if (encoder.contact_station) result = writeRow(into, contactStationRow, encoder);
-  Circumstances const encoders = circumstancesOf(encoder);
-  if (encoders == 0 && encoder.comms_channel == 0) return result;
-  TiXmlElement* const element = KVXHelper::AddTag(into, internalEncoderName);
-  if (element == nullptr) return false;
-  if (encoders == 0) return true;  // a channel alone leaves the element empty: meant
-  return writeAll(*element, internalEncoderAlone, encoder, encoders, false);
+  if (into == nullptr) return false;
+  TreeSink sink(*into);
+  return writeEncoderAlone(sink, encoder);
 }
 
 // Codes as keywords.

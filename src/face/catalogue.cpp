@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "caps/caps_replies.hpp"
+#include "caps/caps_messages.hpp"
 #include "config/config_documents.hpp"
 #include "identity/identity_documents.hpp"
 #include "logs/logs_replies.hpp"
@@ -16,15 +16,16 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
+    capsMessages,
     mediaMessages,
 };
 
 /// The lists of the families that only have replies.
 constexpr std::span<frame::ReplyReader const> (*readers[])() = {
-    statusReplies,        jobReplies,          mediaStatusReplies, sensorStatusReplies,
-    counterReplies,       wirelessReplies,     sensorReplies,      logReplies,
-    magneticTrackReplies, laminatorReplies,    securityReplies,    configurationReplies,
-    identityReplies,      capabilitiesReplies,
+    statusReplies,        jobReplies,       mediaStatusReplies, sensorStatusReplies,
+    counterReplies,       wirelessReplies,  sensorReplies,      logReplies,
+    magneticTrackReplies, laminatorReplies, securityReplies,    configurationReplies,
+    identityReplies,
 };
 
 ReplyLine lineOf(frame::ReplyReader const& reply) {

@@ -206,7 +206,27 @@ Value noChoices() {
   return choices;
 }
 
+/// The words of the message's first choice.
+std::vector<std::string> wordsOf(std::string_view message) {
+  std::vector<std::string> words;
+  for (Word const& word : findRequest(message)->composing->choices.front().words->words) {
+    words.emplace_back(word.text);
+  }
+  return words;
+}
+
 }  // namespace
+
+Composition composeCapabilities(Value const& record, CapabilitiesChoice const& choice) {
+  Value choices = noChoices();
+  std::vector<std::string> const parts = wordsOf("capabilities");
+  auto const part = static_cast<std::size_t>(choice.part);
+  if (part >= 1 && part <= parts.size()) {
+    add(choices, "only", shown(std::string_view(parts[part - 1])));
+  }
+  add(choices, "direct-to-card", shown(choice.directToCard));
+  return compose("capabilities", record, choices);
+}
 
 Composition composeMedia(Value const& record, MediaChoice const& choice) {
   Value choices = noChoices();

@@ -1,0 +1,210 @@
+#include "caps/caps_tables.hpp"
+
+namespace Kovra::caps {
+
+// Lists.
+
+namespace {
+
+bool readIntoTheFirst(List const& list, Element element, void* entry, Watch const& watch) {
+  remark(watch, [&](Observer& observer) { observer.list(list.member); });
+  Element overwritten;
+  return walkEntries(element, list.entries.item, watch, [&](Element child, bool) {
+    remark(watch, [&](Observer& observer) {
+      if (overwritten) observer.surplusEntry(overwritten, 1);
+    });
+    overwritten = child;
+    return readEntry(child, list.entries, entry, list.member, 0, watch);
+  });
+}
+
+List const& listIn(Row const& row) {
+  return *static_cast<List const*>(row.with);
+}
+
+/// The record of a writer is only looked at.
+_Capabilities& seen(void const* place) {
+  return *static_cast<_Capabilities*>(const_cast<void*>(place));
+}
+
+bool readRowOfList(Row const& row, Element element, void* place, Watch const& watch) {
+  return readList(listIn(row), element, *static_cast<_Capabilities*>(place), watch);
+}
+
+bool writeRowOfList(Row const& row, Sink& sink, void const* place, Circumstances circumstances,
+                    bool result) {
+  List const& list = listIn(row);
+  int const count = list.count(seen(place));
+  if (list.isOptional && count == 0) return result;
+  return writeList(list, sink, list.array(seen(place)), count, circumstances);
+}
+
+/// Whoever assigns has made an array of as many entries as the value has.
+Assigned assignRowOfList(Row const& row, void* place, std::string_view member, Value const& value,
+                         Problem& problem) {
+  if (member != row.member) return Assigned::notMine;
+  List const& list = listIn(row);
+  auto& caps = *static_cast<_Capabilities*>(place);
+  return assignEntries(list.entries, list.array(caps), list.capacity(caps), value, problem);
+}
+
+void outlineRowOfList(Row const& row, Outline& outline) {
+  outlineEntries(listIn(row).entries, outline);
+}
+
+}  // namespace
+
+constinit Kind const hostListKind = {Shape::list,     readRowOfList, writeRowOfList,
+                                     assignRowOfList, nullptr,       outlineRowOfList};
+
+bool readList(List const& list, Element element, _Capabilities& caps, Watch const& watch) {
+  std::size_t const room = list.capacity(caps);
+  std::size_t const needed = countChildren(element);
+  if (needed > room) {
+    list.count(caps) = static_cast<int>(needed);
+    return true;
+  }
+  if (list.intoTheFirst) return readIntoTheFirst(list, element, list.array(caps), watch);
+  return readEntries(element, list.entries, list.array(caps), room, list.member, watch);
+}
+
+bool writeList(List const& list, Sink& sink, void const* entries, int count,
+               Circumstances circumstances) {
+  sink.open(list.name.data());
+  bool const result = writeEntries(sink, list.entries, entries, count, circumstances | list.with);
+  sink.close(list.name.data());
+  return result;
+}
+
+// The reading.
+
+namespace {
+
+/// A reply may name a list twice, and a first one that does not fit raises its count. Each is
+/// measured with the room that the host has, which is the count of before the reply; what the lists
+/// need is put into the counts when all have been read, for each the most that was needed.
+class RoomOnEntry {
+ public:
+  explicit RoomOnEntry(_Capabilities& caps) : caps_(caps) {
+    for (std::size_t i = 0; i < std::size(lists); ++i) {
+      room_[i] = static_cast<int>(lists[i]->capacity(caps));
+      counts_[i] = lists[i]->count(caps);
+    }
+  }
+
+  /// Every list has the room that it had on entry.
+  void offer() { setCounts(room_); }
+
+  /// Takes note of a count that was raised since.
+  void collect() {
+    for (std::size_t i = 0; i < std::size(lists); ++i) {
+      int const now = lists[i]->count(caps_);
+      if (now > room_[i]) needed_[i] = std::max(needed_[i], now);
+    }
+  }
+
+  void settle() {
+    for (std::size_t i = 0; i < std::size(lists); ++i) {
+      if (needed_[i] > 0) counts_[i] = needed_[i];
+    }
+    setCounts(counts_);
+  }
+
+ private:
+  using Numbers = std::array<int, std::size(lists)>;
+
+  void setCounts(Numbers const& numbers) {
+    for (std::size_t i = 0; i < std::size(lists); ++i) lists[i]->count(caps_) = numbers[i];
+  }
+
+  _Capabilities& caps_;
+  Numbers room_{};
+  Numbers counts_{};
+  Numbers needed_{};
+};
+
+}  // namespace
+
+bool CapabilitiesReading::read(Element root, _Capabilities& caps, Watch const& watch) {
+  RoomOnEntry room(caps);
+  RowFinder rows(capabilities);
+  bool const result = walkChildren(root, [&](Element child, bool earlier) {
+    room.offer();
+    bool const now = readChild(rows.find(child.name()), child, &caps, watch, earlier);
+    room.collect();
+    return now;
+  });
+  room.settle();
+  return result;
+}
+
+// Sharpening levels.
+
+namespace {
+
+void tellOfLevel(Observer& observer, Element child, bool read, Word const* word) {
+  if (!read) return observer.emptyElement(child);
+  if (word == nullptr) return observer.unknownWord(child, child.text(), sharpenings);
+  observer.within(memberName<&_Capabilities::imageSharpeningLevels>, [&] {
+    observer.member(word->text, shown(true));
+    return true;
+  });
+}
+
+}  // namespace
+
+bool SharpeningLevels::read(Element levels, _Capabilities& caps, Watch const& watch) {
+  return walkEntries(levels, item, watch, [&](Element child, bool) {
+    WordText text;
+    bool const read = text.read(child);
+    Word const* const word = read ? sharpenings.find(text.get()) : nullptr;
+    if (word != nullptr) caps.imageSharpeningLevels |= word->code;
+    remark(watch, [&](Observer& observer) { tellOfLevel(observer, child, read, word); });
+    return read;
+  });
+}
+
+bool SharpeningLevels::write(Sink& sink, int levels) {
+  bool result = false;
+  sink.open(name);
+  for (Word const& word : sharpenings.words) {
+    if ((levels & word.code) == 0) continue;
+    sink.leaf(item, word.text.data());
+    result = true;
+  }
+  sink.close(name);
+  return result;
+}
+
+// Writing.
+
+bool writeEncoderAlone(Sink& sink, _InternalEncoderInfo const& encoder) {
+  bool const result = encoder.contact_station && contactStationRow.write(sink, encoder, 0, false);
+  Circumstances const encoders =
+      (encoder.contact_encoding ? Circumstances{hasContact} : 0) |
+      (encoder.contactless_encoder != 0 ? Circumstances{hasContactless} : 0);
+  if (encoders == 0 && encoder.comms_channel == 0) return result;
+  if (encoders != 0) {
+    return writeRowsBelow(sink, internalEncoderName, internalEncoderAlone, &encoder, encoders);
+  }
+  sink.open(internalEncoderName);  // a channel alone leaves the element empty: meant
+  sink.close(internalEncoderName);
+  return true;
+}
+
+bool writeCapabilities(Sink& sink, _Capabilities const& caps, int mode, bool direct) {
+  Circumstances const circumstances = (direct ? Circumstances{directToCard} : 0) |
+                                      (caps.laminatorPresent ? Circumstances{hasLaminator} : 0);
+  switch (mode) {
+    case 0:
+      return writeAll(sink, capabilities, caps, circumstances, false);
+    case 1:
+      return magEncoderRow.write(sink, caps, 0, false);
+    case 2:
+      return writeEncoderAlone(sink, caps.internalEncoder);
+    default:
+      return false;
+  }
+}
+
+}  // namespace Kovra::caps

@@ -4,7 +4,7 @@
 
 #include "caps/caps_messages.hpp"
 #include "config/config_documents.hpp"
-#include "identity/identity_documents.hpp"
+#include "identity/identity_messages.hpp"
 #include "logs/logs_replies.hpp"
 #include "media/media_messages.hpp"
 #include "security/security_replies.hpp"
@@ -16,6 +16,7 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
+    identityMessages,
     capsMessages,
     mediaMessages,
 };
@@ -25,7 +26,6 @@ constexpr std::span<frame::ReplyReader const> (*readers[])() = {
     statusReplies,        jobReplies,       mediaStatusReplies, sensorStatusReplies,
     counterReplies,       wirelessReplies,  sensorReplies,      logReplies,
     magneticTrackReplies, laminatorReplies, securityReplies,    configurationReplies,
-    identityReplies,
 };
 
 ReplyLine lineOf(frame::ReplyReader const& reply) {

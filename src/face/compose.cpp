@@ -206,6 +206,13 @@ Value noChoices() {
   return choices;
 }
 
+Value listOf(std::vector<std::string> const& words) {
+  Value list;
+  list.kind = Value::Kind::list;
+  for (std::string const& word : words) list.items.push_back(shown(std::string_view(word)));
+  return list;
+}
+
 /// The words of the message's first choice.
 std::vector<std::string> wordsOf(std::string_view message) {
   std::vector<std::string> words;
@@ -233,6 +240,16 @@ Composition composeMedia(Value const& record, MediaChoice const& choice) {
   add(choices, "all-types", shown(choice.allTypes));
   add(choices, "without-transfer", shown(choice.withoutTransfer));
   return compose("media", record, choices);
+}
+
+std::vector<std::string> printerIdFields() {
+  return wordsOf("printer-id");
+}
+
+Composition composePrinterId(Value const& record, std::vector<std::string> const& fields) {
+  Value choices = noChoices();
+  add(choices, "fields", listOf(fields));
+  return compose("printer-id", record, choices);
 }
 
 }  // namespace Kovra

@@ -10,13 +10,14 @@
 #include <cstring>
 #include <string>
 
-#include "frame/typed/field.hpp"
+#include "frame/field.hpp"
+#include "identity/identity_words.hpp"
 #include "kvxprinterrecords.h"
 #include "kvxsetprinterinfo.h"
 
 namespace Kovra::identity {
 
-using namespace frame::typed;
+using namespace frame;
 
 /// The circumstance of an element that is only written with all others, beside the fields' bits.
 inline constexpr Circumstances everything = Circumstances{1} << 32U;
@@ -65,6 +66,10 @@ inline constexpr Table printerInfo = {
     when(everything,
          address<&KVPrinterInfo::wireless_physical_address>("wireless_physical_address")),
 };
+
+inline constexpr char const* identityRoots[] = {"printer_id"};
+
+inline constexpr Circumstances everyField = fieldPrinterModel | fieldPrintheadSerial;
 
 }  // namespace Kovra::identity
 

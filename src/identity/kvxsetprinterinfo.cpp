@@ -1,7 +1,6 @@
 #include "kvxsetprinterinfo.h"
 
 #include "frame/output.hpp"
-#include "identity/identity_documents.hpp"
 #include "identity/identity_tables.hpp"
 
 namespace Kovra {
@@ -11,31 +10,21 @@ namespace {
 using namespace identity;
 
 constexpr char debugCopy[] = "/tmp/printidsettings";
-constexpr Circumstances everyField = fieldPrinterModel | fieldPrintheadSerial;
-
 }  // namespace
-
-/// An identity without any field is composed as well, so nothing at all is a success.
-bool writeIdentity(TiXmlElement& root, KVPrinterInfo const& info, long fields) {
-  return writeAll(root, printerInfo, info, static_cast<Circumstances>(fields) & everyField, true);
-}
-
-frame::Assigned assignIdentity(KVPrinterInfo& info, Value const& value, Problem& problem) {
-  return assignAll(printerInfo, info, value, problem);
-}
 
 KVXSetPrinterInfo::KVXSetPrinterInfo() : root_(nullptr) {}
 KVXSetPrinterInfo::~KVXSetPrinterInfo() = default;
 
 bool KVXSetPrinterInfo::SetPrinterInfo(KVPrinterInfo const& info, wchar_t* out, int outLen,
                                        long fields) {
-  root_ = beginDocument(*this, identityRoot);
+  root_ = beginDocument(*this, identityRoots[0]);
   return addPrinterInfo(root_, info, fields) && saveJob(out, outLen);
 }
 
 bool KVXSetPrinterInfo::addPrinterInfo(TiXmlElement* root, KVPrinterInfo const& info, long fields) {
-  if (root == nullptr) return (static_cast<Circumstances>(fields) & everyField) == 0;
-  return writeIdentity(*root, info, fields);
+  Circumstances const wanted = static_cast<Circumstances>(fields) & everyField;
+  // An identity without any field is composed as well, so nothing at all is a success.
+  return root != nullptr ? writeAll(*root, printerInfo, info, wanted, true) : wanted == 0;
 }
 
 bool KVXSetPrinterInfo::addPrinterInfo(TiXmlElement* root, KVPrinterInfo const& info) {

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "config/config_documents.hpp"
+#include "config/config_tables.hpp"
 #include "frame/output.hpp"
 #include "kvxconfigparser.h"
 #include "kvxsetconfig.h"
@@ -163,7 +163,7 @@ void writeByHand(_KVConfiguration const& config, wchar_t* out) {
 
 void writeWithKovra(_KVConfiguration const& config, wchar_t* out) {
   KVXSetConfig writer;
-  TiXmlElement* const root = frame::beginDocument(writer, configurationRoot);
+  TiXmlElement* const root = frame::beginDocument(writer, config::configurationRoots[0]);
   writer.addConfiguration(root, config, compared, 0);
   frame::printWide(writer, out, room);
 }

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "config/config_documents.hpp"
+#include "config/config_tables.hpp"
 #include "frame/output.hpp"
 #include "kvxconfigparser.h"
 
@@ -29,11 +29,12 @@ int childrenOf(TiXmlElement const& element) {
   return count;
 }
 
-std::string composed(_KVConfiguration const& config, long sections, int card, bool filmless,
+std::string composed(_KVConfiguration const& record, long sections, int card, bool filmless,
                      int& children) {
   TiXmlDocument document;
-  TiXmlElement* const root = frame::beginDocument(document, configurationRoot);
-  bool const written = writeConfiguration(*root, config, sections, card, filmless);
+  TiXmlElement* const root = frame::beginDocument(document, config::configurationRoots[0]);
+  bool const written = frame::writeAll(*root, config::configuration, record,
+                                       config::chosenSections(sections, card, filmless), false);
   children = childrenOf(*root);
   require(written ? children > 0 : children <= 1);
   return frame::printNarrow(document);

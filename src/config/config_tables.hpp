@@ -6,22 +6,19 @@
 #ifndef KOVRA_CONFIG_CONFIG_TABLES_HPP
 #define KOVRA_CONFIG_CONFIG_TABLES_HPP
 
-#include <arpa/inet.h>
-
-#include <array>
 #include <cstring>
-#include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "config/config_words.hpp"
-#include "frame/typed/field.hpp"
-#include "frame/typed/secret.hpp"
+#include "frame/field.hpp"
+#include "frame/text.hpp"
 #include "kvxconfigrecords.h"
+#include "shared/shared_tables.hpp"
 
 namespace Kovra::config {
 
-using namespace frame::typed;
+using namespace frame;
 
 // Circumstances: the sections that a host asks for, and beside their bits those of the other
 // choices.
@@ -38,45 +35,14 @@ inline constexpr Circumstances bottomLaminate = Circumstances{1} << 37U;
 /// An IPv4 address as inet_addr() gives it. A child without text stores 0 and counts as not read,
 /// no child at all leaves the address.
 struct Ipv4Kind {
-  static constexpr char form[] = "an IPv4 address, four numbers with dots between them";
+  static constexpr Shape shape = Shape::ipv4;
 
-  static bool read(Element element, unsigned long& out) {
-    char const* const text = element.text();
-    if (text == nullptr) return false;
-    bool const isEmpty = *text == '\0';
-    out = isEmpty ? 0 : ::inet_addr(text);
-    return !isEmpty;
-  }
-
+  static bool read(Element element, unsigned long& out);
   static void report(Observer& observer, std::string_view name, Element element,
-                     unsigned long value) {
-    observer.member(name, shown(printed(value)));
-    std::string_view const text = element.text();
-    if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, form);
-  }
-
+                     unsigned long value);
   /// Of the address its low 32 bits are written.
-  static bool write(TiXmlElement& parent, char const* element, unsigned long value) {
-    return KVXHelper::AddTagString(&parent, element, printed(value).c_str());
-  }
-
-  static Assigned assign(unsigned long& out, Value const& value, Problem& problem) {
-    in_addr address{};
-    if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
-        ::inet_pton(AF_INET, value.text.c_str(), &address) != 1) {
-      return fail(problem, described(value), form);
-    }
-    out = address.s_addr;
-    return Assigned::done;
-  }
-
- private:
-  static std::string printed(unsigned long value) {
-    in_addr address{};
-    address.s_addr = static_cast<in_addr_t>(value);
-    std::array<char, INET_ADDRSTRLEN> text{};
-    return ::inet_ntop(AF_INET, &address, text.data(), text.size());
-  }
+  static bool write(Sink& sink, char const* element, unsigned long value);
+  static Assigned assign(unsigned long& out, Value const& value, Problem& problem);
 };
 
 template <auto M>
@@ -116,16 +82,21 @@ inline constexpr Table usbTimeout = {
 
 // The printer at large.
 
-inline constexpr Table ocpLanguage = {
-    number<&_OCPLanguageCaps::type>("type"),
-    text<&_OCPLanguageCaps::name>("name"),
-};
+inline constexpr Keywords errorControlKeyword{
+    .read = &errorControls, .written = &errorControls, .otherwise = "med", .always = true};
+inline constexpr auto errorControl =
+    keywordBy<&_KVConfiguration::error_control, errorControlKeyword>("error_control");
 
-using ErrorControlKind =
-    AlwaysWrittenKind<AnyKeywordKind<errorControls>, errorControls, errorControlMedium>;
-using UsbSpeedKind = AlwaysWrittenKind<KnownKeywordKind<usbSpeeds>, usbSpeeds, usbSpeedHigh>;
+inline constexpr Keywords usbSpeedKeyword{
+    .read = &usbSpeeds, .written = &usbSpeeds, .otherwise = "high", .knownOnly = true};
+inline constexpr auto usbSpeed =
+    keywordBy<&_KVConfiguration::usb_speed, usbSpeedKeyword>("usb_speed");
+
 /// An element without text leaves the mode, though an unknown word stores one.
-using FeedModeKind = AlwaysWrittenKind<KeywordKind<feedModes>, feedModes, feedModeHopper>;
+inline constexpr Keywords feedModeKeyword{
+    .read = &feedModes, .written = &feedModes, .otherwise = "hopper"};
+inline constexpr auto feedMode =
+    keywordBy<&_KVConfiguration::feeder_mode, feedModeKeyword>("feeder_mode");
 
 inline constexpr Table usageCounters = {
     number<&_KVConfiguration::num_cards_printed>("num_cards_printed"),
@@ -322,24 +293,27 @@ struct MarkingReading {
   static bool read(Element element, _LaminationIfo& record, Watch const& watch) {
     record.*Installed = true;
     remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
-    return NestedReading<M, Table>::read(element, record, watch);
+    return part.read(element, record, watch);
   }
 
   /// What belongs to a side is written if the top laminate is installed, also the bottom laminate.
-  static bool write(TiXmlElement& parent, char const* element, _LaminationIfo const& record,
+  static bool write(Sink& sink, char const* element, _LaminationIfo const& record,
                     Circumstances circumstances, bool result) {
     if (Side != 0 && !record.topLaminateInstalled) return result;
-    return writeBelow(parent, element, Table, record.*M, circumstances | Side);
+    return writeRowsBelow(sink, element, Table, &(record.*M), circumstances | Side);
   }
 
   static Assigned assign(_LaminationIfo& record, std::string_view member, Value const& value,
                          Problem& problem) {
     if (member == memberName<Installed>) return assignFlag(record.*Installed, value, problem);
-    return NestedReading<M, Table>::assign(record, member, value, problem);
+    return part.assign(record, member, value, problem);
   }
 
   static void keys(Keys& keys) { keys.insert(keys.end(), {memberName<M>, memberName<Installed>}); }
   static void outline(Outline& outline) { outlineOf(Table, outline); }
+
+ private:
+  static constexpr Field<_LaminationIfo> part = nested<M, Table>("");
 };
 
 /// "laminate_common" marks the top laminate, for want of a flag of its own.
@@ -357,13 +331,29 @@ inline constexpr Table lamination = {
 };
 
 /// Written only when a laminate is marked as installed.
-struct LaminationReading : NestedReading<&_KVConfiguration::lamination, lamination> {
-  static bool write(TiXmlElement& parent, char const* element, _KVConfiguration const& record,
+struct LaminationReading {
+  static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
+    return whole.read(element, record, watch);
+  }
+
+  static bool write(Sink& sink, char const* element, _KVConfiguration const& record,
                     Circumstances circumstances, bool result) {
     _LaminationIfo const& laminates = record.lamination;
     if (!laminates.topLaminateInstalled && !laminates.bottomLaminateInstalled) return result;
-    return writeBelow(parent, element, lamination, laminates, circumstances);
+    return writeRowsBelow(sink, element, lamination, &laminates, circumstances);
   }
+
+  static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
+                         Problem& problem) {
+    return whole.assign(record, member, value, problem);
+  }
+
+  static void keys(Keys& keys) { whole.keys(keys); }
+  static void outline(Outline& outline) { outlineOf(lamination, outline); }
+
+ private:
+  static constexpr Field<_KVConfiguration> whole =
+      nested<&_KVConfiguration::lamination, lamination>("");
 };
 
 // Cleaning. Two elements fill one record.
@@ -382,102 +372,60 @@ inline constexpr Table cleaningSiblings = {
 };
 
 /// Each element is read and written with a table of its own; a value for the record may name the
-/// members of both.
-template <auto const& Table>
-struct CleaningReading : NestedReading<&_KVConfiguration::cleaning, Table> {
-  static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
-                         Problem& problem) {
-    if (member != memberName<&_KVConfiguration::cleaning>) return Assigned::notMine;
-    return assignAll(cleaningSiblings, record.cleaning, value, problem);
-  }
-};
+/// members of both, and these rows, which are for values alone, take it.
+inline constexpr auto cleaningValue =
+    readOnly(neverRead(nested<&_KVConfiguration::cleaning, cleaningSiblings>("")));
 
 // Cards and their transfer.
 
-/// A code outside the table is written as "none".
-using CoercivityKind = AlwaysWrittenKind<AnyKeywordKind<coercivities>, coercivities, 0>;
-
-inline constexpr Table cardInformation = {
-    number<&_CustomCardInfo::type>("type"),
-    text<&_CustomCardInfo::halvex_part_number>("halvex_part_number"),
-    text<&_CustomCardInfo::description>("description"),
-    number<&_CustomCardInfo::thickness>("thickness"),
-    row<&_CustomCardInfo::coercivity, CoercivityKind>("coercivity"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("mag_stripe"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("contact_encode"),
-    bitFlag<&_CustomCardInfo::cardFeatures, cardFeatureBits>("non_contact_encode"),
-};
-
-inline constexpr Table cardTransferTemps = {
-    bounded<&_TransferTempInfo::top_single>("top_single"),
-    bounded<&_TransferTempInfo::bot_single>("bot_single"),
-    bounded<&_TransferTempInfo::top_double>("top_double"),
-    bounded<&_TransferTempInfo::bot_double>("bot_double"),
-};
-
-inline constexpr Table transferSpeeds = {
-    bounded<&_TransferSpeedInfo::input_single>("input_single"),
-    bounded<&_TransferSpeedInfo::output_single>("output_single"),
-    bounded<&_TransferSpeedInfo::input_double>("input_double"),
-    bounded<&_TransferSpeedInfo::output_double>("output_double"),
-};
-
-inline constexpr Table laminatorAdjustments = {
-    bounded<&_LaminationAdjustmentsNew::top_temp_adjust>("top_temp_adjust"),
-    bounded<&_LaminationAdjustmentsNew::bot_temp_adjust>("bot_temp_adjust"),
-    bounded<&_LaminationAdjustmentsNew::speed_adjust>("speed_adjust"),
-};
+inline constexpr auto const& transferSpeeds = shared::transferSpeeds<shared::WithBounds>;
+inline constexpr auto const& laminatorAdjustments =
+    shared::laminatorAdjustments<shared::WithBounds>;
 
 inline constexpr Table card = {
-    group<_CustomCardInfo, cardInformation>("information"),
-    when(withFilm, nested<&_CustomCardInfo::transfer_temps, cardTransferTemps>("transfer_temps")),
+    group<_CustomCardInfo, shared::cardInformation<_CustomCardInfo>>("information"),
+    when(withFilm,
+         nested<&_CustomCardInfo::transfer_temps, shared::transferTemps<shared::WithBounds>>(
+             "transfer_temps")),
     when(withFilm, nested<&_CustomCardInfo::transfer_speeds, transferSpeeds>("transfer_speeds")),
     number<&_CustomCardInfo::cal_table>("cal_table"),
     nested<&_CustomCardInfo::laminator_adjustments, laminatorAdjustments>("laminator_adjustments"),
 };
 
+inline constexpr auto cardEntries = entries<card>("card");
+
 /// Each card is read from zeros and then takes its place by its description: "Custom 1" the first
 /// one, every other the second, also a third.
 struct CardsReading {
-  static constexpr char entryElement[] = "card";
-
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    return walkChildren(element, [&](Element child, bool result) {
-      bool const isCard = child.name() == entryElement;
-      remark(watch, [&](Observer& observer) {
-        isCard ? observer.knownElement(child) : observer.unknownElement(child);
-      });
-      return isCard ? readCard(child, record.cards, watch) : result;
-    });
+    return walkEntries(element, cardEntries.item, watch,
+                       [&](Element child, bool) { return readCard(child, record.cards, watch); });
   }
 
   /// The circumstances say which cards. Neither is a failure, which leaves an empty element.
-  static bool write(TiXmlElement& parent, char const* element, _KVConfiguration const& record,
+  static bool write(Sink& sink, char const* element, _KVConfiguration const& record,
                     Circumstances circumstances, bool) {
-    TiXmlElement* const cards = KVXHelper::AddTag(&parent, element);
-    if (cards == nullptr) return false;
+    sink.open(element);
     bool result = false;
     if ((circumstances & firstCard) != 0) {
-      result = writeBelow(*cards, entryElement, card, record.cards[0], circumstances);
+      result = writeEntry(sink, cardEntries, &record.cards[0], circumstances);
     }
     if ((circumstances & secondCard) != 0) {
-      result = writeBelow(*cards, entryElement, card, record.cards[1], circumstances);
+      result = writeEntry(sink, cardEntries, &record.cards[1], circumstances);
     }
+    sink.close(element);
     return result;
   }
 
   static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
                          Problem& problem) {
     if (member != key()) return Assigned::notMine;
-    return assignEntries(card, record.cards, value, problem);
+    return assignEntries(cardEntries, record.cards, std::size(record.cards), value, problem);
   }
 
   static void keys(Keys& keys) { keys.push_back(key()); }
-  static void outline(Outline& outline) {
-    outline.emplace(entryElement);
-    outlineOf(card, outline);
-  }
+  static void outline(Outline& outline) { outlineEntries(cardEntries, outline); }
 
  private:
   using Cards = decltype(_KVConfiguration::cards);
@@ -555,10 +503,9 @@ struct ContactlessReading : NeverWritten {
 
 inline constexpr Table internalEncoder = {
     // Reads the channel, writes the channel that has the code of the contactless encoder.
-    readOnly(anyKeyword<&_InternalEncoderInfo::comms_channel, commsChannels>("comms_channel")),
+    shared::encoderChannel,
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
-    // An element without text clears the flag, unlike those of the interfaces.
-    row<&_InternalEncoderInfo::contact_encoding, ClearedSwitchKind>("contact_encoding"),
+    shared::encodesByContact,
     // Reads two encoders of five kinds, writes the first and only if it is of one kind.
     reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder"),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenContactlessEncoders>(
@@ -573,10 +520,10 @@ inline constexpr Table configuration = {
     // Reads "wireless", writes a second "ethernet".
     readOnly(nested<&_KVConfiguration::wireless, wireless>("wireless")),
     writeOnly(when(sectionWireless, nested<&_KVConfiguration::wireless, wireless>("ethernet"))),
-    when(sectionOcpLanguage, nested<&_KVConfiguration::ocp_language, ocpLanguage>("ocp_language")),
-    when(sectionErrorControl,
-         row<&_KVConfiguration::error_control, ErrorControlKind>("error_control")),
-    when(sectionErrorControl, row<&_KVConfiguration::usb_speed, UsbSpeedKind>("usb_speed")),
+    when(sectionOcpLanguage,
+         nested<&_KVConfiguration::ocp_language, shared::language>("ocp_language")),
+    when(sectionErrorControl, errorControl),
+    when(sectionErrorControl, usbSpeed),
     when(sectionUsageCounters, group<_KVConfiguration, usageCounters>("usage_counters")),
     when(sectionStandbyTimeout, number<&_KVConfiguration::standby_timeout>("standby_timeout")),
     when(sectionImagingParameters,
@@ -592,10 +539,11 @@ inline constexpr Table configuration = {
     when(sectionMechAdjustments, nested<&_KVConfiguration::usb_timeout, usbTimeout>("usb_timeout")),
     when(sectionMediaInfo, group<_KVConfiguration, mediaInfo>("media_info")),
     when(sectionLamination, reading<_KVConfiguration, LaminationReading>("lamination")),
-    when(sectionCleaning, reading<_KVConfiguration, CleaningReading<cleaning>>("cleaning")),
+    cleaningValue,
+    when(sectionCleaning, nested<&_KVConfiguration::cleaning, cleaning>("cleaning")),
     when(sectionCleaning,
-         reading<_KVConfiguration, CleaningReading<cleaningThresholds>>("cleaning_thresholds")),
-    when(sectionFeederMode, row<&_KVConfiguration::feeder_mode, FeedModeKind>("feeder_mode")),
+         nested<&_KVConfiguration::cleaning, cleaningThresholds>("cleaning_thresholds")),
+    when(sectionFeederMode, feedMode),
     when(sectionCards, reading<_KVConfiguration, CardsReading>("cards")),
     when(sectionTransferSettings | withFilm,
          nested<&_KVConfiguration::transfer_settings, transferSettings>("transfer_settings")),
@@ -603,6 +551,56 @@ inline constexpr Table configuration = {
     when(sectionInternalEncoder,
          nested<&_KVConfiguration::internal_encoder, internalEncoder>("internal_encoder")),
 };
+
+/// The second root is that of a request: one that was saved can be read back.
+inline constexpr char const* configurationRoots[] = {"configuration", "set_configuration"};
+
+/// The record starts from zeros as soon as there is a root. What became of the children does not
+/// show in the result.
+struct ConfigurationReading {
+  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
+    static_assert(std::is_trivially_copyable_v<_KVConfiguration>);
+    std::memset(static_cast<void*>(&record), 0, sizeof record);
+    walk(root, configuration, record, watch);
+    return true;
+  }
+};
+
+/// The entry answers false, whatever it read.
+struct EntryReading {
+  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
+    ConfigurationReading::read(root, record, watch);
+    return false;
+  }
+};
+
+// Which sections are written.
+
+inline constexpr Circumstances everySection = [] {
+  Circumstances all = 0;
+  for (Word const& word : sectionNames.words) all |= static_cast<Circumstances>(word.code);
+  return all;
+}();
+
+constexpr Circumstances filmSwitch(bool isFilmless) {
+  return isFilmless ? withoutFilm : withFilm;
+}
+
+/// Any choice of a card leaves out all sections but that of the cards.
+constexpr Circumstances chosenSections(long sectionBits, long onlyCard, bool isFilmless) {
+  Circumstances const wanted = static_cast<Circumstances>(sectionBits) & everySection;
+  Circumstances const film = filmSwitch(isFilmless);
+  switch (onlyCard) {
+    case 0:
+      return wanted | firstCard | secondCard | film;
+    case 1:
+      return (wanted & sectionCards) | firstCard | film;
+    case 2:
+      return (wanted & sectionCards) | secondCard | film;
+    default:
+      return (wanted & sectionCards) | film;
+  }
+}
 
 }  // namespace Kovra::config
 

@@ -1,77 +1,18 @@
 #include "kvxconfigparser.h"
 
-#include <cstdio>
-#include <cstring>
-#include <mutex>
-#include <type_traits>
-
-#include "config/config_documents.hpp"
 #include "config/config_tables.hpp"
-#include "frame/entry.hpp"
-#include "frame/typed/reply.hpp"
-#include "frame/typed/secret.hpp"
+#include "frame/message.hpp"
 
 namespace Kovra {
 
-namespace config {
-
-void announce(RibbonName const& name, char const* description) {
-  {
-    static std::mutex publishing;
-    std::lock_guard<std::mutex> const lock(publishing);
-    std::memcpy(szRibbonName, name.get(), sizeof szRibbonName);
-  }
-  // Tools of hosts look for these lines, also for the second one that never tells anything.
-  std::fprintf(stderr, "DEBUG:RIBBON NAME %s\nDEBUG:RIBBON NAME2 %s\n", name.get(), description);
-}
-
-}  // namespace config
-
-namespace {
-
 using namespace config;
-
-/// The second root is that of a request: one that was saved can be read back.
-constexpr char const* roots[] = {configurationRoot, "set_configuration"};
-
-/// The record starts from zeros as soon as there is a root. What became of the children does not
-/// show in the result.
-struct ConfigurationReading : TableReading<configuration> {
-  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
-    static_assert(std::is_trivially_copyable_v<_KVConfiguration>);
-    std::memset(static_cast<void*>(&record), 0, sizeof record);
-    walk(root, configuration, record, watch);
-    return true;
-  }
-};
-
-/// The entry answers false, whatever it read.
-struct EntryReading : ConfigurationReading {
-  static bool read(Element root, _KVConfiguration& record, Watch const& watch) {
-    ConfigurationReading::read(root, record, watch);
-    return false;
-  }
-};
-
-constexpr ReplyReader replies[] = {
-    secretReader<_KVConfiguration, EntryReading>(
-        "configuration", "all settings of the printer: interfaces, media, mechanics, cards", roots),
-};
-
-}  // namespace
-
-std::span<frame::ReplyReader const> configurationReplies() {
-  return replies;
-}
 
 KVXConfigParser::KVXConfigParser() = default;
 KVXConfigParser::~KVXConfigParser() = default;
 
 bool KVXConfigParser::GetConfiguration(char const* text, int, _KVConfiguration& out) {
-  return readAsDocument(*this, text, roots, [&](Element root) {
-    Watch const nobody;
-    return EntryReading::read(root, out, nobody);
-  });
+  return readAsDocument(*this, text, configurationRoots,
+                        [&](Element root) { return EntryReading::read(root, out, Watch()); });
 }
 
 bool KVXConfigParser::parseConfiguration(TiXmlElement* root, _KVConfiguration& out) {
@@ -91,15 +32,15 @@ bool KVXConfigParser::getUSBTimeout(TiXmlElement* timeout, _USBTimeout& out) {
 }
 
 bool KVXConfigParser::getOCPLanguage(TiXmlElement* language, _OCPLanguageCaps& out) {
-  return walk(language, ocpLanguage, out);
+  return walk(language, shared::language, out);
 }
 
 bool KVXConfigParser::getErrorControl(TiXmlElement* control, ErrorControl& out) {
-  return readHostValue<ErrorControlKind>(control, out);
+  return readHostMember<&_KVConfiguration::error_control>(control, errorControl, out);
 }
 
 bool KVXConfigParser::getUSBSpeed(TiXmlElement* speed, USB_Speed& out) {
-  return readHostValue<UsbSpeedKind>(speed, out);
+  return readHostMember<&_KVConfiguration::usb_speed>(speed, usbSpeed, out);
 }
 
 bool KVXConfigParser::getUsageCounters(TiXmlElement* counters, _KVConfiguration& out) {
@@ -135,11 +76,11 @@ bool KVXConfigParser::getLaminationInfo(TiXmlElement* element, _LaminationIfo& o
 }
 
 bool KVXConfigParser::getCardInformation(TiXmlElement* information, _CustomCardInfo& out) {
-  return walk(information, cardInformation, out);
+  return walk(information, shared::cardInformation<_CustomCardInfo>, out);
 }
 
 bool KVXConfigParser::getTransferTemps(TiXmlElement* temperatures, _TransferTempInfo& out) {
-  return walk(temperatures, cardTransferTemps, out);
+  return walk(temperatures, shared::transferTemps<shared::WithBounds>, out);
 }
 
 bool KVXConfigParser::getTransferTemps(TiXmlElement* temperatures, _ImageTransferTempInfo& out) {
@@ -187,7 +128,7 @@ bool KVXConfigParser::getCards(TiXmlElement* cards, _KVConfiguration& out) {
 }
 
 bool KVXConfigParser::getFeederParams(TiXmlElement* mode, _eFeedMode& out) {
-  return readHostValue<FeedModeKind>(mode, out);
+  return readHostMember<&_KVConfiguration::feeder_mode>(mode, feedMode, out);
 }
 
 }  // namespace Kovra

@@ -1,6 +1,5 @@
 #include "kvxsetconfig.h"
 
-#include "config/config_documents.hpp"
 #include "config/config_tables.hpp"
 #include "frame/output.hpp"
 #include "frame/text.hpp"
@@ -13,31 +12,6 @@ using namespace config;
 
 constexpr char debugCopy[] = "/tmp/firmwaresettings";
 
-constexpr Circumstances everySection = [] {
-  Circumstances all = 0;
-  for (Word const& word : sectionNames.words) all |= static_cast<Circumstances>(word.code);
-  return all;
-}();
-
-constexpr Circumstances filmSwitch(bool isFilmless) {
-  return isFilmless ? withoutFilm : withFilm;
-}
-
-/// Any choice of a card leaves out all sections but that of the cards.
-Circumstances chosen(long sectionBits, int cardSelect) {
-  Circumstances const wanted = static_cast<Circumstances>(sectionBits) & everySection;
-  switch (cardSelect) {
-    case 0:
-      return wanted | firstCard | secondCard;
-    case 1:
-      return (wanted & sectionCards) | firstCard;
-    case 2:
-      return (wanted & sectionCards) | secondCard;
-    default:
-      return wanted & sectionCards;
-  }
-}
-
 /// Adds an element with the table's children, as one of the public add operations.
 template <class Record, std::size_t N>
 bool add(TiXmlElement* target, char const* name, Table<Record, N> const& table,
@@ -45,10 +19,13 @@ bool add(TiXmlElement* target, char const* name, Table<Record, N> const& table,
   return target != nullptr && writeBelow(*target, name, table, record, circumstances);
 }
 
-/// Adds an element with one value.
-template <class Kind, class Value>
-bool addText(TiXmlElement* target, char const* name, Value value) {
-  return target != nullptr && Kind::write(*target, name, value);
+/// Adds the element of a row of the configuration, of which there is nothing but this member.
+template <auto M>
+bool addMember(TiXmlElement* target, Field<_KVConfiguration> const& row,
+               typename frame::Member<M>::Type value) {
+  if (target == nullptr) return false;
+  TreeSink sink(*target);
+  return row.row().kind->write(row.row(), sink, &value, 0, false);
 }
 
 /// Stores the word of `code` in the caller's buffer, which has room for 32 characters; for a code
@@ -62,28 +39,11 @@ bool storeWord(Vocabulary const& words, int code, char* out) {
 
 /// The same within `length` characters. A code without a word is no failure.
 bool storeWordWithin(Vocabulary const& words, int code, char* out, int length) {
-  std::string_view const word = words.wordOf(code);
-  if (out != nullptr) copyBounded(word.empty() ? "" : word.data(), out, length);
+  if (out != nullptr) copyBounded(words.wordOrEmpty(code), out, length);
   return true;
 }
 
-char const* wordOrEmpty(Vocabulary const& words, int code) {
-  std::string_view const word = words.wordOf(code);
-  return word.empty() ? "" : word.data();
-}
-
 }  // namespace
-
-bool writeConfiguration(TiXmlElement& root, _KVConfiguration const& config, long sections,
-                        int cardSelect, bool filmless) {
-  return writeAll(root, configuration, config, chosen(sections, cardSelect) | filmSwitch(filmless),
-                  false);
-}
-
-frame::Assigned assignConfiguration(_KVConfiguration& config, Value const& value,
-                                    Problem& problem) {
-  return assignAll(configuration, config, value, problem);
-}
 
 KVXSetConfig::KVXSetConfig() : root_(nullptr), filmless_(false) {}
 KVXSetConfig::~KVXSetConfig() = default;
@@ -91,13 +51,14 @@ KVXSetConfig::~KVXSetConfig() = default;
 bool KVXSetConfig::SetConfiguration(_KVConfiguration const& config, wchar_t* out, int outLength,
                                     long sections, int cardSelect, bool filmless) {
   filmless_ = filmless;
-  root_ = beginDocument(*this, configurationRoot);
+  root_ = beginDocument(*this, configurationRoots[0]);
   return addConfiguration(root_, config, sections, cardSelect) && saveJob(out, outLength);
 }
 
 bool KVXSetConfig::addConfiguration(TiXmlElement* root, _KVConfiguration const& config,
                                     long sections, int cardSelect) {
-  return root != nullptr && writeConfiguration(*root, config, sections, cardSelect, filmless_);
+  return root != nullptr && writeAll(*root, configuration, config,
+                                     chosenSections(sections, cardSelect, filmless_), false);
 }
 
 bool KVXSetConfig::saveJob(wchar_t* out, int outLen) {
@@ -122,15 +83,15 @@ bool KVXSetConfig::addUSBTimeout(TiXmlElement* target, _USBTimeout const& timeou
 }
 
 bool KVXSetConfig::addOCPLanguage(TiXmlElement* target, _OCPLanguageCaps const& language) {
-  return add(target, "ocp_language", ocpLanguage, language, filmSwitch(filmless_));
+  return add(target, "ocp_language", shared::language, language, filmSwitch(filmless_));
 }
 
 bool KVXSetConfig::addErrorControl(TiXmlElement* target, ErrorControl control) {
-  return addText<ErrorControlKind>(target, "error_control", control);
+  return addMember<&_KVConfiguration::error_control>(target, errorControl, control);
 }
 
 bool KVXSetConfig::addUSBSpeed(TiXmlElement* target, USB_Speed speed) {
-  return addText<UsbSpeedKind>(target, "usb_speed", speed);
+  return addMember<&_KVConfiguration::usb_speed>(target, usbSpeed, speed);
 }
 
 bool KVXSetConfig::addUsageCounters(TiXmlElement* target, _KVConfiguration const& config) {
@@ -169,11 +130,13 @@ bool KVXSetConfig::addLaminationInfo(TiXmlElement* target, _LaminationIfo const&
 }
 
 bool KVXSetConfig::addCardInformation(TiXmlElement* target, _CustomCardInfo const& info) {
-  return add(target, "information", cardInformation, info, filmSwitch(filmless_));
+  return add(target, "information", shared::cardInformation<_CustomCardInfo>, info,
+             filmSwitch(filmless_));
 }
 
 bool KVXSetConfig::addTransferTemps(TiXmlElement* target, _TransferTempInfo const& temperatures) {
-  return add(target, "transfer_temps", cardTransferTemps, temperatures, filmSwitch(filmless_));
+  return add(target, "transfer_temps", shared::transferTemps<shared::WithBounds>, temperatures,
+             filmSwitch(filmless_));
 }
 
 bool KVXSetConfig::addTransferTemps(TiXmlElement* target,
@@ -213,23 +176,23 @@ bool KVXSetConfig::addLamAdjustments(TiXmlElement* target,
 }
 
 bool KVXSetConfig::addCardInfo(TiXmlElement* target, _CustomCardInfo const& info) {
-  return add(target, CardsReading::entryElement, card, info, filmSwitch(filmless_));
+  return add(target, cardEntries.item.data(), card, info, filmSwitch(filmless_));
 }
 
 bool KVXSetConfig::addFeederParams(TiXmlElement* target, _eFeedMode mode) {
-  return addText<FeedModeKind>(target, "feeder_mode", mode);
+  return addMember<&_KVConfiguration::feeder_mode>(target, feedMode, mode);
 }
 
 char const* KVXSetConfig::GetSecurity(int code) {
-  return wordOrEmpty(securities, code);
+  return securities.wordOrEmpty(code);
 }
 
 char const* KVXSetConfig::GetCrypto(int code) {
-  return wordOrEmpty(ciphers, code);
+  return ciphers.wordOrEmpty(code);
 }
 
 char const* KVXSetConfig::FeederModeToString(int code) {
-  return FeedModeKind::wordOf(code);
+  return feedModes.wordOr(code, feedModeKeyword.otherwise);
 }
 
 bool KVXSetConfig::RibbonNameToString(char* out, int code) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "caps/caps_messages.hpp"
-#include "config/config_documents.hpp"
+#include "config/config_messages.hpp"
 #include "identity/identity_messages.hpp"
 #include "logs/logs_replies.hpp"
 #include "media/media_messages.hpp"
@@ -16,6 +16,7 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
+    configMessages,
     identityMessages,
     capsMessages,
     mediaMessages,
@@ -25,7 +26,7 @@ constexpr std::span<frame::MessageRow const> (*families[])() = {
 constexpr std::span<frame::ReplyReader const> (*readers[])() = {
     statusReplies,        jobReplies,       mediaStatusReplies, sensorStatusReplies,
     counterReplies,       wirelessReplies,  sensorReplies,      logReplies,
-    magneticTrackReplies, laminatorReplies, securityReplies,    configurationReplies,
+    magneticTrackReplies, laminatorReplies, securityReplies,
 };
 
 ReplyLine lineOf(frame::ReplyReader const& reply) {

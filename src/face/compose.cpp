@@ -242,6 +242,18 @@ Composition composeMedia(Value const& record, MediaChoice const& choice) {
   return compose("media", record, choices);
 }
 
+std::vector<std::string> configurationSections() {
+  return wordsOf("configuration");
+}
+
+Composition composeConfiguration(Value const& record, ConfigurationChoice const& choice) {
+  Value choices = noChoices();
+  add(choices, "sections", listOf(choice.sections));
+  add(choices, "card", shown(choice.card));
+  add(choices, "filmless", shown(choice.filmless));
+  return compose("configuration", record, choices);
+}
+
 std::vector<std::string> printerIdFields() {
   return wordsOf("printer-id");
 }

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "config/config_documents.hpp"
+#include "config/config_tables.hpp"
 #include "kovra.hpp"
 #include "kvxconfigparser.h"
 #include "support/configuration.hpp"
@@ -84,7 +84,8 @@ TEST(ComposeConfiguration, ShownRecordIsTheClassicRecord) {
     KVXConfigParser().GetConfiguration(sample(name).c_str(), 0, *classic);
     testing::internal::GetCapturedStderr();
     Problem why;
-    EXPECT_EQ(assignConfiguration(*shown, recordOf(sample(name)), why), frame::Assigned::done)
+    EXPECT_EQ(assignAll(config::configuration, *shown, recordOf(sample(name)), why),
+              frame::Assigned::done)
         << name << ": " << why.description();
     EXPECT_TRUE(test::same(*shown, *classic)) << name;
   }

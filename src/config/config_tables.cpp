@@ -1,0 +1,65 @@
+#include "config/config_tables.hpp"
+
+#include <arpa/inet.h>
+
+#include <array>
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+namespace Kovra::config {
+
+namespace {
+
+constexpr char ipv4Form[] = "an IPv4 address, four numbers with dots between them";
+
+std::string printed(unsigned long value) {
+  in_addr address{};
+  address.s_addr = static_cast<in_addr_t>(value);
+  std::array<char, INET_ADDRSTRLEN> text{};
+  return ::inet_ntop(AF_INET, &address, text.data(), text.size());
+}
+
+}  // namespace
+
+bool Ipv4Kind::read(Element element, unsigned long& out) {
+  char const* const text = element.text();
+  if (text == nullptr) return false;
+  bool const isEmpty = *text == '\0';
+  out = isEmpty ? 0 : ::inet_addr(text);
+  return !isEmpty;
+}
+
+void Ipv4Kind::report(Observer& observer, std::string_view name, Element element,
+                      unsigned long value) {
+  observer.member(name, shown(printed(value)));
+  std::string_view const text = element.text();
+  if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, ipv4Form);
+}
+
+bool Ipv4Kind::write(Sink& sink, char const* element, unsigned long value) {
+  sink.leaf(element, printed(value).c_str());
+  return true;
+}
+
+Assigned Ipv4Kind::assign(unsigned long& out, Value const& value, Problem& problem) {
+  in_addr address{};
+  if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
+      ::inet_pton(AF_INET, value.text.c_str(), &address) != 1) {
+    return fail(problem, described(value), ipv4Form);
+  }
+  out = address.s_addr;
+  return Assigned::done;
+}
+
+void announce(RibbonName const& name, char const* description) {
+  {
+    static std::mutex publishing;
+    std::lock_guard<std::mutex> const lock(publishing);
+    std::memcpy(szRibbonName, name.get(), sizeof szRibbonName);
+  }
+  // Tools of hosts look for these lines, also for the second one that never tells anything.
+  std::fprintf(stderr, "DEBUG:RIBBON NAME %s\nDEBUG:RIBBON NAME2 %s\n", name.get(), description);
+}
+
+}  // namespace Kovra::config

@@ -7,7 +7,7 @@
 #include "identity/identity_messages.hpp"
 #include "logs/logs_replies.hpp"
 #include "media/media_messages.hpp"
-#include "security/security_replies.hpp"
+#include "security/security_messages.hpp"
 #include "status/status_replies.hpp"
 
 namespace Kovra {
@@ -16,17 +16,13 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
-    configMessages,
-    identityMessages,
-    capsMessages,
-    mediaMessages,
+    securityMessages, configMessages, identityMessages, capsMessages, mediaMessages,
 };
 
 /// The lists of the families that only have replies.
 constexpr std::span<frame::ReplyReader const> (*readers[])() = {
-    statusReplies,        jobReplies,       mediaStatusReplies, sensorStatusReplies,
-    counterReplies,       wirelessReplies,  sensorReplies,      logReplies,
-    magneticTrackReplies, laminatorReplies, securityReplies,
+    statusReplies,   jobReplies,    mediaStatusReplies, sensorStatusReplies,  counterReplies,
+    wirelessReplies, sensorReplies, logReplies,         magneticTrackReplies, laminatorReplies,
 };
 
 ReplyLine lineOf(frame::ReplyReader const& reply) {

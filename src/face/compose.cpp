@@ -264,4 +264,34 @@ Composition composePrinterId(Value const& record, std::vector<std::string> const
   return compose("printer-id", record, choices);
 }
 
+Composition composeNonce(Value const& record) {
+  return compose("nonce", record);
+}
+
+Composition composeSecureRequest(Value const& record) {
+  return compose("secure-action-request", record);
+}
+
+Composition composeSecureDirective(Value const& record, int timeout) {
+  Value choices = noChoices();
+  add(choices, "timeout", shown(timeout));
+  return compose("secure-action-directive", record, choices);
+}
+
+Composition composePasskey(Value const& record) {
+  return compose("passkey", record);
+}
+
+Composition composePasskeyChange(Value const& record) {
+  return compose("passkey-change", record);
+}
+
+Composition composeKeys(Value const& record) {
+  return compose("security-keys", record);
+}
+
+Composition composeKeysChange(Value const& record) {
+  return compose("security-key-change", record);
+}
+
 }  // namespace Kovra

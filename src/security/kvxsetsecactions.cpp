@@ -2,13 +2,13 @@
 
 #include "frame/output.hpp"
 #include "frame/wipe.hpp"
-#include "security/kvxsetsecactions_documents.hpp"
+#include "security/security_tables.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame::typed;
+using namespace security;
 
 /// Every document begins by wiping the one before it.
 TiXmlElement* begin(TiXmlDocument& document, char const* root) {
@@ -17,42 +17,22 @@ TiXmlElement* begin(TiXmlDocument& document, char const* root) {
   return beginDocument(document, root);
 }
 
-}  // namespace
-
+/// A root with nothing but a text; a null one is none.
 TiXmlElement* buildText(TiXmlDocument& document, char const* root, char const* text) {
   TiXmlElement* const element = begin(document, root);
   if (text != nullptr) element->LinkEndChild(new TiXmlText(text));
   return element;
 }
 
-TiXmlElement* buildRequest(TiXmlDocument& document, _tagSecActionXMLValues const& values) {
-  TiXmlElement* const root = begin(document, *requestRoots);
-  writeAll(*root, requestTable<_tagSecActionXMLValues>, values, {}, false);
-  return root;
-}
-
-TiXmlElement* buildDirective(TiXmlDocument& document, _tagSecActionXMLValues const& values,
-                             int timeout) {
-  TiXmlElement* const root = begin(document, *requestRoots);
-  TiXmlElement* const action = KVXHelper::AddTag(root, *directiveRoots);
-  if (action == nullptr) return root;
-  writeAll(*action, directiveTable<_tagSecActionXMLValues>, values, {}, false);
-  if (timeout != 0) KVXHelper::AddTagNumber(action, "timeout", timeout);
-  return root;
-}
-
-TiXmlElement* buildKeys(TiXmlDocument& document, _tagSecKeys const& keys) {
-  TiXmlElement* const root = begin(document, *keysRoots);
-  writeAll(*root, keysTable, keys, {}, false);
-  return root;
-}
-
+/// `parts` are of KeyChange.
 TiXmlElement* buildKeyChange(TiXmlDocument& document, KeyChangeTexts const& texts,
                              Circumstances parts) {
-  TiXmlElement* const root = begin(document, *keysRoots);
+  TiXmlElement* const root = begin(document, keysRoots[0]);
   writeBelow(*root, "set", keyChangeTable<KeyChangeTexts>, texts, parts);
   return root;
 }
+
+}  // namespace
 
 KVXSetSecActions::KVXSetSecActions() : root_(nullptr) {}
 KVXSetSecActions::~KVXSetSecActions() {
@@ -60,19 +40,22 @@ KVXSetSecActions::~KVXSetSecActions() {
 }
 
 bool KVXSetSecActions::GetNonceXML(char* nonce, wchar_t* out, int outLen) {
-  root_ = buildText(*this, *nonceRoots, nonce);
+  root_ = buildText(*this, nonceRoots[0], nonce);
   return saveJob(out, outLen);
 }
 
 bool KVXSetSecActions::SecureActionRequestXML(_tagSecActionXMLValues& values, wchar_t* out,
                                               int outLen) {
-  root_ = buildRequest(*this, values);
+  root_ = begin(*this, requestRoots[0]);
+  writeAll(*root_, requestTable<_tagSecActionXMLValues>, values, {}, false);
   return saveJob(out, outLen);
 }
 
 bool KVXSetSecActions::SecureActionDirectiveXML(_tagSecActionXMLValues& values, wchar_t* out,
                                                 int outLen, int timeout) {
-  root_ = buildDirective(*this, values, timeout);
+  root_ = begin(*this, requestRoots[0]);
+  TreeSink sink(*root_);
+  writeDirective(sink, values, timeout);
   return saveJob(out, outLen);
 }
 
@@ -86,12 +69,13 @@ bool KVXSetSecActions::GetPasskeyXML(char* currentPasskey, char* newPasskeyText,
 }
 
 bool KVXSetSecActions::GetSecureActionXML(char* passkey, wchar_t* out, int outLen) {
-  root_ = buildText(*this, *passkeyRoots, passkey);
+  root_ = buildText(*this, passkeyRoots[0], passkey);
   return saveJob(out, outLen);
 }
 
 bool KVXSetSecActions::SetSecureActionXML(_tagSecKeys& keys, wchar_t* out, int outLen) {
-  root_ = buildKeys(*this, keys);
+  root_ = begin(*this, keysRoots[0]);
+  writeAll(*root_, keysTable, keys, {}, false);
   return saveJob(out, outLen);
 }
 

@@ -7,37 +7,14 @@
 
 #include <type_traits>
 
-#include "frame/typed/field.hpp"
-#include "frame/typed/secret.hpp"
+#include "frame/field.hpp"
+#include "frame/wipe.hpp"
 #include "kvxsecrecords.h"
+#include "security/security_words.hpp"
 
-namespace Kovra {
+namespace Kovra::security {
 
-// Words.
-
-/// Tried in this order wherever they stand in a text, so that "unlock_printer" comes before the
-/// "lock_printer" in it. Actions are carried as texts; none has a code.
-inline constexpr frame::typed::Word actionWords[] = {
-    {"cancel_printer_passkey", 0},
-    {"set_single_sided", 0},
-    {"set_double_sided", 0},
-    {"reset_physical_address", 0},
-    {"reset_oem", 0},
-    {"reset_printer_serial_number", 0},
-    {"reset_laminator_serial_number", 0},
-    {"clear_error_log", 0},
-    {"clear_card_cleaning_log", 0},
-    {"clear_service_log", 0},
-    {"reset_card_count", 0},
-    {"reset_impression_count", 0},
-    {"reset_system_defaults", 0},
-    {"reset_cards_laminated", 0},
-    {"unlock_printer", 0},
-    {"lock_printer", 0},
-};
-inline constexpr frame::typed::Vocabulary actionNames{actionWords, frame::typed::Match::substring,
-                                                      0};
-static_assert(frame::typed::everyWordIsReachable(actionNames));
+using namespace frame;
 
 // Roots.
 
@@ -62,7 +39,7 @@ struct KeyChangeTexts {
 };
 
 /// Which parts of a change are written.
-enum KeyChange : frame::typed::Circumstances {
+enum KeyChange : Circumstances {
   hostKeys = 1U,
   dataKeys = 2U,
   lockKeys = 4U,
@@ -73,148 +50,123 @@ enum KeyChange : frame::typed::Circumstances {
 
 /// A text of the caller's, which may be null: then nothing is written.
 template <auto M>
-struct GivenTextReading : frame::typed::NeverAssigned {
+struct GivenTextReading : NeverAssigned {
   template <class Record>
-  static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::typed::Circumstances, bool) {
-    return KVXHelper::AddTagString(&parent, element, record.*M);
+  static bool write(Sink& sink, char const* element, Record const& record, Circumstances, bool) {
+    if (record.*M == nullptr) return false;
+    sink.leaf(element, record.*M);
+    return true;
   }
 };
-
-template <auto M>
-constexpr auto givenText(std::string_view element) {
-  return frame::typed::reading<typename frame::typed::Member<M>::Record, GivenTextReading<M>>(
-      element);
-}
 
 /// A secret of either kind of record.
 template <auto M>
 constexpr auto secret(std::string_view element) {
-  if constexpr (std::is_array_v<typename frame::typed::Member<M>::Type>) {
-    return frame::typed::secretText<M>(element);
+  using Record = typename frame::Member<M>::Record;
+  if constexpr (std::is_array_v<typename frame::Member<M>::Type>) {
+    return secretText<M>(element);
   } else {
-    return givenText<M>(element);
+    return reading<Record, GivenTextReading<M>>(element);
   }
 }
 
-/// A text of the caller's, in the form of those that a record's array holds.
-class GivenText {
- public:
-  explicit GivenText(char const* text) : text_(text) {}
-  char const* get() const { return text_; }
-
- private:
-  char const* text_;
-};
-
-template <class Text>
-auto terminated(Text const& text) {
-  if constexpr (std::is_array_v<Text>) {
-    return frame::typed::TerminatedText<std::extent_v<Text>>(text);
-  } else {
-    return GivenText(text);
-  }
+/// Sets an attribute to a text of either kind of record; one of the caller's that is null sets
+/// nothing. Is it set?
+template <std::size_t N>
+bool setAttribute(Sink& sink, char const* name, char const (&text)[N]) {
+  sink.attribute(name, TerminatedText<N>(text).get());
+  return true;
 }
-
-/// Sets the attributes that say which printer is meant; the result is that of the last one.
-template <class Record>
-bool identify(TiXmlElement& printer, Record const& record) {
-  KVXHelper::AddTagAttrib(&printer, "model", terminated(record.model).get());
-  KVXHelper::AddTagAttrib(&printer, "serial", terminated(record.serial).get());
-  return KVXHelper::AddTagAttrib(&printer, "nonce", terminated(record.nonce).get());
+inline bool setAttribute(Sink& sink, char const* name, char const* const& text) {
+  if (text == nullptr) return false;
+  sink.attribute(name, text);
+  return true;
 }
 
 /// Deliberately not read, though it counts as read: model, serial and nonce of the record stay the
-/// host's own. Hosts compare them with what they sent.
-struct PrinterKind {
-  template <class Record>
-  static bool read(frame::typed::Element, Record&, frame::typed::Watch const&) {
-    return true;
-  }
-  template <class Record>
-  static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::typed::Circumstances, bool) {
-    TiXmlElement* const printer = KVXHelper::AddTag(&parent, element);
-    return printer != nullptr && identify(*printer, record);
-  }
-  /// Texts of the caller's take no values.
-  template <class Record>
-  static frame::typed::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
-    return frame::typed::Assigned::notMine;
-  }
-  template <class Record>
-  requires std::is_array_v<decltype(Record::model)>
-  static frame::typed::Assigned assign(Record& record, std::string_view member, Value const& value,
-                                       Problem& problem) {
-    constexpr frame::typed::Table members = {
-        frame::typed::text<&Record::model>("model"),
-        frame::typed::text<&Record::serial>("serial"),
-        frame::typed::text<&Record::nonce>("nonce"),
-    };
-    return frame::typed::assignMember(members, record, member, value, problem);
+/// host's own. Hosts compare them with what they sent. Texts of the caller's take no values.
+template <class Record>
+struct PrinterReading : NeverAssigned {
+  static bool read(Element, Record&, Watch const&) { return true; }
+
+  /// The attributes say which printer is meant; the result is that of the last one.
+  static bool write(Sink& sink, char const* element, Record const& record, Circumstances, bool) {
+    sink.open(element);
+    setAttribute(sink, "model", record.model);
+    setAttribute(sink, "serial", record.serial);
+    bool const result = setAttribute(sink, "nonce", record.nonce);
+    sink.close(element);
+    return result;
   }
 };
 
-/// Sets the attribute that names an action.
-template <class Record>
-void nameAction(TiXmlElement& action, Record const& record) {
-  KVXHelper::AddTagAttrib(&action, "name", terminated(record.action).get());
-}
-
 /// The action of a request, likewise. Written with the printer inside it, read beside it: meant.
-struct RequestedActionKind {
-  template <class Record>
-  static bool read(frame::typed::Element, Record&, frame::typed::Watch const&) {
-    return true;
+template <class Record>
+struct RequestedActionReading : NeverAssigned {
+  static bool read(Element, Record&, Watch const&) { return true; }
+
+  static bool write(Sink& sink, char const* element, Record const& record,
+                    Circumstances circumstances, bool result) {
+    sink.open(element);
+    setAttribute(sink, "name", record.action);
+    bool const printer =
+        PrinterReading<Record>::write(sink, "printer", record, circumstances, result);
+    sink.close(element);
+    return printer;
   }
-  template <class Record>
-  static bool write(TiXmlElement& parent, char const* element, Record const& record,
-                    frame::typed::Circumstances circumstances, bool result) {
-    TiXmlElement* const action = KVXHelper::AddTag(&parent, element);
-    if (action == nullptr) return false;
-    nameAction(*action, record);
-    return PrinterKind::write(*action, "printer", record, circumstances, result);
+
+  static void outline(Outline& outline) { outlineWords(actionNames, outline); }
+};
+
+/// Whoever writes a request by hand gets to know that no printer knows its action.
+struct ActionKind : NeverWritten {
+  static constexpr Shape shape = Shape::text;
+
+  template <std::size_t N>
+  static bool read(Element element, char (&out)[N]) {
+    return readText(element, out);
   }
-  /// Texts of the caller's take no values.
-  template <class Record>
-  static frame::typed::Assigned assign(Record&, std::string_view, Value const&, Problem&) {
-    return frame::typed::Assigned::notMine;
+  template <std::size_t N>
+  static void report(Observer& observer, std::string_view name, Element element,
+                     char const (&value)[N]) {
+    reportText(observer, name, element, value);
   }
-  /// Whoever writes a request by hand gets to know that no printer knows its action.
-  template <class Record>
-  requires std::is_array_v<decltype(Record::action)>
-  static frame::typed::Assigned assign(Record& record, std::string_view member, Value const& value,
-                                       Problem& problem) {
-    if (member != "action") return frame::typed::Assigned::notMine;
-    frame::typed::Word const* const word = actionNames.find(value.text.c_str());
+  template <std::size_t N>
+  static Assigned assign(char (&out)[N], Value const& value, Problem& problem) {
+    Word const* const word = actionNames.find(value.text.c_str());
     if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
-      return frame::typed::fail(problem, frame::typed::described(value),
-                                "one of: " + frame::typed::listed(actionNames));
+      return fail(problem, described(value), "one of: " + listed(actionNames));
     }
-    return frame::typed::assignText(record.action, value, problem);
-  }
-  static void outline(frame::typed::Outline& outline) {
-    for (frame::typed::Word const& word : actionNames.words) outline.emplace(word.text);
+    return assignText(out, value, problem);
   }
 };
 
 // Tables.
 
 template <class Record>
-inline constexpr frame::typed::Table requestTable = {
-    frame::typed::reading<Record, RequestedActionKind>("action"),
-    frame::typed::readOnly(frame::typed::reading<Record, PrinterKind>("printer")),
+inline constexpr Table requestTable = {
+    reading<Record, RequestedActionReading<Record>>("action"),
+    readOnly(reading<Record, PrinterReading<Record>>("printer")),
 };
 
 /// The children of a directive's "action".
 template <class Record>
-inline constexpr frame::typed::Table directiveTable = {
-    frame::typed::reading<Record, PrinterKind>("printer"),
+inline constexpr Table directiveTable = {
+    reading<Record, PrinterReading<Record>>("printer"),
     secret<&Record::hmac>("hmac"),
 };
 
+/// What tells which printer is meant: for those who show or compose a record, since attributes are
+/// only written, by the rows above.
+template <class Record>
+inline constexpr Table printerMembers = {
+    text<&Record::model>("model"),
+    text<&Record::serial>("serial"),
+    text<&Record::nonce>("nonce"),
+};
+
 /// In the order of the document, which is not that of the record.
-inline constexpr frame::typed::Table keysTable = {
+inline constexpr Table keysTable = {
     secret<&_tagSecKeys::host_authentication_key>("host_authentication_key"),
     secret<&_tagSecKeys::data_encryption_key>("data_encryption_key"),
     secret<&_tagSecKeys::printer_lock_key>("printer_lock_key"),
@@ -222,7 +174,7 @@ inline constexpr frame::typed::Table keysTable = {
 
 /// The children of "set".
 template <class Record>
-inline constexpr frame::typed::Table keyChangeTable = {
+inline constexpr Table keyChangeTable = {
     secret<&Record::current_passkey>("current_passkey"),
     when(hostKeys,
          secret<&Record::current_host_authentication_key>("current_host_authentication_key")),
@@ -234,6 +186,64 @@ inline constexpr frame::typed::Table keyChangeTable = {
     when(newPasskey, secret<&Record::new_passkey>("new_passkey")),
 };
 
-}  // namespace Kovra
+/// A reply may have several sets; the later ones overwrite.
+inline constexpr Table keyChanges = {
+    group<_tagSecSetKeys, keyChangeTable<_tagSecSetKeys>>("set"),
+};
+
+// Roots whose own text is the message.
+
+struct Nonce {
+  char nonce[32];
+};
+inline constexpr Table nonceTable = {text<&Nonce::nonce>("nonce")};
+inline constexpr Table passkeyTable = {secretText<&_tagSecSetKeys::current_passkey>("passkey")};
+
+// Diffie-Hellman values.
+
+/// The values of both sides.
+struct DiffieHellman {
+  _tagHostDHKeys host;
+  long printer_interim_key;
+};
+
+inline constexpr Table hostValues = {
+    number<&_tagHostDHKeys::modulus>("modulus"),
+    number<&_tagHostDHKeys::base>("base"),
+    number<&_tagHostDHKeys::host_interim_key>("host_interim_key"),
+};
+
+/// Unlike elsewhere one value is enough, and an element without text takes nothing back.
+bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimKey,
+                       Watch const& watch);
+
+struct DiffieHellmanReading {
+  static bool read(Element root, DiffieHellman& record, Watch const& watch) {
+    return readDiffieHellman(root, record.host, record.printer_interim_key, watch);
+  }
+};
+
+// Directive.
+
+/// Brings a text to the keyword in it. A keyword that stands in the text is no longer than the
+/// text.
+bool bringToKeyword(char* text);
+
+struct DirectiveReading {
+  static bool read(Element root, _tagSecDirecXML& record, Watch const& watch);
+};
+
+// Writing: what is below the root.
+
+/// Adds what a directive's root holds. Texts may be null where the writer's may.
+template <class Record>
+void writeDirective(Sink& sink, Record const& record, int timeout) {
+  sink.open(directiveRoots[0]);
+  writeAll(sink, directiveTable<Record>, record, {}, false);
+  if (timeout != 0) NumberKind::write(sink, "timeout", timeout);
+  sink.close(directiveRoots[0]);
+}
+
+}  // namespace Kovra::security
 
 #endif

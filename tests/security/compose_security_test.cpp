@@ -88,8 +88,8 @@ TEST(ComposedAction, HasNoCode) {
   }
   expectRefused(Value());
   // Whoever asks the vocabulary gets no code, either.
-  for (frame::Word const& word : actionNames.words) EXPECT_EQ(word.code, 0) << word.text;
-  EXPECT_EQ(actionNames.words.size(), std::size(actions));
+  for (frame::Word const& word : security::actionNames.words) EXPECT_EQ(word.code, 0) << word.text;
+  EXPECT_EQ(security::actionNames.words.size(), std::size(actions));
 }
 
 TEST(DecodedAction, IsAText) {

@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "control/kvxdevicecontrol_documents.hpp"
+#include "control/control_tables.hpp"
 #include "frame/output.hpp"
 #include "kvxsecactionparser.h"
 #include "kvxsetsecactions.h"
@@ -101,8 +101,14 @@ int const writeMotor = registered("write_motor_command", [](benchmark::State& st
   char out[room];
   compare(state,
           [&] {
+            using namespace Kovra::control;
             TiXmlDocument document;
-            Kovra::buildNamedMotor(document, 1, 0, 50, 1);
+            TreeSink sink(*beginDocument(document, controlRoots[0]));
+            Command command;
+            command.motor = 1;
+            command.state = stateRunning;
+            command.speed = 50;
+            writeRowsBelow(sink, "motor", namedMotor, &command, circumstancesOf(command));
             benchmark::DoNotOptimize(Kovra::frame::printNarrow(document, out, room));
           },
           {byHand([&] {

@@ -4,6 +4,7 @@
 
 #include "caps/caps_messages.hpp"
 #include "config/config_messages.hpp"
+#include "control/control_messages.hpp"
 #include "identity/identity_messages.hpp"
 #include "logs/logs_replies.hpp"
 #include "media/media_messages.hpp"
@@ -16,7 +17,8 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
-    securityMessages, configMessages, identityMessages, capsMessages, mediaMessages,
+    securityMessages, configMessages, identityMessages,
+    capsMessages,     mediaMessages,  controlMessages,
 };
 
 /// The lists of the families that only have replies.

@@ -294,4 +294,27 @@ Composition composeKeysChange(Value const& record) {
   return compose("security-key-change", record);
 }
 
+namespace {
+constexpr std::string_view deviceCommand = "device-control ";
+}  // namespace
+
+std::vector<std::string> controlledDevices() {
+  std::vector<std::string> devices;
+  for (MessageRow const& message : catalogue()) {
+    bool const isWritten = message.composing != nullptr;
+    std::string_view const command = isWritten ? message.composing->command : std::string_view();
+    if (command.substr(0, deviceCommand.size()) != deviceCommand) continue;
+    devices.emplace_back(command.substr(deviceCommand.size()));
+  }
+  return devices;
+}
+
+Composition composeDeviceControl(std::string const& device, Value const& command) {
+  std::string const name = std::string(deviceCommand) + device;
+  if (findRequest(name) != nullptr) return compose(name, command);
+  Composition refused;
+  refuse(refused.problem, "", "device \"" + device + '"', "a device that takes commands");
+  return refused;
+}
+
 }  // namespace Kovra

@@ -6,7 +6,7 @@
 #include "config/config_messages.hpp"
 #include "control/control_messages.hpp"
 #include "identity/identity_messages.hpp"
-#include "logs/logs_replies.hpp"
+#include "logs/logs_messages.hpp"
 #include "media/media_messages.hpp"
 #include "security/security_messages.hpp"
 #include "status/status_replies.hpp"
@@ -17,14 +17,14 @@ namespace {
 
 /// A family's list of messages; adding a family is adding its line.
 constexpr std::span<frame::MessageRow const> (*families[])() = {
-    securityMessages, configMessages, identityMessages,
-    capsMessages,     mediaMessages,  controlMessages,
+    logsMessages, securityMessages, configMessages,  identityMessages,
+    capsMessages, mediaMessages,    controlMessages,
 };
 
 /// The lists of the families that only have replies.
 constexpr std::span<frame::ReplyReader const> (*readers[])() = {
-    statusReplies,   jobReplies,    mediaStatusReplies, sensorStatusReplies,  counterReplies,
-    wirelessReplies, sensorReplies, logReplies,         magneticTrackReplies, laminatorReplies,
+    statusReplies,  jobReplies,      mediaStatusReplies, sensorStatusReplies,
+    counterReplies, wirelessReplies, sensorReplies,
 };
 
 ReplyLine lineOf(frame::ReplyReader const& reply) {

@@ -20,13 +20,13 @@ namespace {
 
 /// Which replies a document may be: those with one of its top-level elements for a root.
 struct Candidate {
-  ReplyLine const* reply;
+  frame::MessageRow const* reply;
   frame::Element root;
 };
 
 std::vector<Candidate> candidates(frame::Reply const& text, std::string_view as) {
   std::vector<Candidate> found;
-  for (ReplyLine const& reply : replies()) {
+  for (frame::MessageRow const& reply : replies()) {
     if (!as.empty() && reply.name != as) continue;
     if (frame::Element const root = text.root(reply.roots)) found.push_back({&reply, root});
   }
@@ -43,7 +43,9 @@ Watched watch(Candidate const& candidate) {
   auto reading = std::make_unique<Reading>();
   reading->document = candidate.reply->name;
   auto observer = std::make_unique<frame::Observer>(reading->record);
-  reading->result = candidate.reply->decode(candidate.root, *observer);
+  frame::AnyRecord const record(*candidate.reply->record);
+  reading->result =
+      candidate.reply->read(*candidate.reply, candidate.root, record.memory(), *observer);
   return {std::move(reading), std::move(observer)};
 }
 
@@ -113,7 +115,7 @@ void readAll(std::vector<Candidate> const& found, frame::Places const& places, D
 
 std::vector<Document> documents() {
   std::vector<Document> all;
-  for (ReplyLine const& reply : replies()) {
+  for (frame::MessageRow const& reply : replies()) {
     Document& document = all.emplace_back();
     document.name = reply.name;
     document.title = reply.title;
@@ -124,9 +126,8 @@ std::vector<Document> documents() {
 
 std::vector<std::string> vocabulary() {
   frame::Outline words;
-  for (ReplyLine const& reply : replies()) {
-    words.insert(reply.roots.begin(), reply.roots.end());
-    reply.outline(words);
+  for (frame::MessageRow const& reply : replies()) {
+    frame::outlineOf(reply, words);
   }
   return {words.begin(), words.end()};
 }

@@ -115,7 +115,7 @@ std::string joined(std::vector<std::string> const& words) {
 }
 
 std::string rootsOf(std::string const& as) {
-  ReplyLine const* const reply = findReply(as);
+  frame::MessageRow const* const reply = findReply(as);
   if (reply == nullptr) return "the root element of a reply that Kovra reads";
   std::vector<std::string> roots;
   for (char const* const root : reply->roots) roots.push_back(tag(root));
@@ -129,7 +129,7 @@ Decoding refuseName(std::string const& as) {
   refused.status = Decoding::Status::unknownName;
   refused.found = quoted(as);
   std::vector<std::string> names;
-  for (ReplyLine const& reply : replies()) names.emplace_back(reply.name);
+  for (frame::MessageRow const& reply : replies()) names.emplace_back(reply.name);
   refused.expected = "one of: " + joined(names);
   return refused;
 }
@@ -162,7 +162,8 @@ Decoding refuseRoot(frame::Tree const& tree, frame::Places& places, std::string 
     return refused;
   }
   bool const otherReply =
-      !as.empty() && std::any_of(replies().begin(), replies().end(), [&](ReplyLine const& reply) {
+      !as.empty() &&
+      std::any_of(replies().begin(), replies().end(), [&](frame::MessageRow const& reply) {
         return std::find(reply.roots.begin(), reply.roots.end(), root.name()) != reply.roots.end();
       });
   if (otherReply) refused.status = Decoding::Status::wrongRoot;

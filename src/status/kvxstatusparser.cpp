@@ -1,86 +1,31 @@
 #include "kvxstatusparser.h"
 
-#include "frame/typed/reply.hpp"
-#include "frame/vocabulary.hpp"
-#include "status/kvxstatusparser_words.hpp"
-#include "status/status_replies.hpp"
+#include "frame/message.hpp"
+#include "status/status_tables.hpp"
 
 namespace Kovra {
 
 namespace {
 
-using namespace frame::typed;
+using namespace status;
 
-// General status.
-
-/// The codes are the state numbering that hosts share with other sources: the gaps are meant, and
-/// so are words that share a code.
-constexpr Word printerStateWords[] = {
-    {"initializing", 1},
-    {"idle", 2},
-    {"xfer_rollers_heating", 3},
-    {"printing_heating", 3},
-    {"standby", 4},
-    {"printing", 5},
-    {"alarm_handling", 6},
-    {"offline", 7},
-    {"canceling", 8},
-    {"temp_out_of_range", 9},
-    {"mag_ops", 10},
-    {"contact_ops", 11},
-    {"contactless_ops", 12},
-    {"config_data", 13},
-    {"job_data", 14},
-    {"diagnostic_mode", 15},
-    {"xfer_rollers_cooling", 16},
-    {"printing_cooling", 16},
-    {"laminating_cooling", 16},
-    {"insert_card", 17},
-    {"laminating", 18},
-    {"laminating_heating", 19},
-    {"card_ready", 35},
-    {"cleaning", 26},
-};
-constexpr Vocabulary printerStates{printerStateWords, Match::exact, 38};
-static_assert(everyWordIsReachable(printerStates));
-
-constexpr Table generalStatus = {
-    keyword<&KVGeneralStatus::printer_state, printerStates>("printer_state"),
-    hexadecimal<&KVGeneralStatus::alarms>("alarms"),
-    number<&KVGeneralStatus::error>("error"),
-    flagIf<&KVGeneralStatus::printer_lock, "locked">("printer_lock"),
-    number<&KVGeneralStatus::num_jobs_receiving_or_pending>("num_jobs_receiving_or_pending"),
-    number<&KVGeneralStatus::num_jobs_inprogress>("num_jobs_inprogress"),
-    number<&KVGeneralStatus::num_jobs_done_ok>("num_jobs_done_ok"),
-    number<&KVGeneralStatus::num_jobs_done_error>("num_jobs_done_error"),
-    number<&KVGeneralStatus::num_jobs_total>("num_jobs_total"),
-    number<&KVGeneralStatus::action_id_next>("action_id_next"),
-    number<&KVGeneralStatus::warning>("warning"),
-    keyword<&KVGeneralStatus::laminator_state, laminatorStates>("laminator_state"),
-    number<&KVGeneralStatus::param_chg_counter>("param_chg_counter"),
-};
-
-constexpr char const* generalStatusRoots[] = {"get_general_status"};
-using GeneralStatusReading = TableReading<generalStatus>;
-
-// All replies of this class, for the catalogue.
-
-constexpr ReplyReader replies[] = {
-    reader<KVGeneralStatus, GeneralStatusReading>(
-        "general-status", "state, alarms, lock and job counters", generalStatusRoots),
-};
+/// Reads the number of cards with `read`, which takes a record, and hands it to the host's variable
+/// when there was one.
+template <class Read>
+bool readCards(int& out, Read read) {
+  CardsUntilCleaning record;
+  bool const result = read(record);
+  if (record.total_cards_until_next_cleaning) out = *record.total_cards_until_next_cleaning;
+  return result;
+}
 
 }  // namespace
-
-std::span<frame::ReplyReader const> statusReplies() {
-  return replies;
-}
 
 KVXStatusParser::KVXStatusParser() = default;
 KVXStatusParser::~KVXStatusParser() = default;
 
 bool KVXStatusParser::ParseStatus(wchar_t const& text, int len, KVGeneralStatus& out) {
-  return readReply<GeneralStatusReading>(text, len, generalStatusRoots, out);
+  return readReply(text, len, generalStatusRoots, generalStatus, out);
 }
 
 bool KVXStatusParser::parseStatus(TiXmlElement* root, KVGeneralStatus& out) {
@@ -93,6 +38,185 @@ int KVXStatusParser::printerStateToInt(char* keyword) {
 
 int KVXStatusParser::lamStateToInt(char* keyword) {
   return laminatorStates.codeOf(keyword);
+}
+
+// Jobs.
+
+bool KVXStatusParser::ParseJobList(wchar_t const& text, int len, KVJobList& out) {
+  return readReplyBy<JobListReading>(text, len, jobListRoots, out);
+}
+
+bool KVXStatusParser::parseJobList(TiXmlElement* root, KVJobList& out) {
+  return readHost<JobListReading>(root, out);
+}
+
+bool KVXStatusParser::parseJobInfo(TiXmlElement* job, _KVJobInfo& out) {
+  return walk(job, jobInfo, out);
+}
+
+bool KVXStatusParser::ParseJobStatus(wchar_t const& text, int len, KVJobStatus& out) {
+  return readReply(text, len, jobStatusRoots, jobStatus, out);
+}
+
+bool KVXStatusParser::parseJobStatus(TiXmlElement* root, KVJobStatus& out) {
+  return walk(root, jobStatus, out);
+}
+
+bool KVXStatusParser::parseJobPrinting(TiXmlElement* printing, KVJobStatus& out) {
+  return walk(printing, jobPrinting, out);
+}
+
+bool KVXStatusParser::getStatus(TiXmlElement* encoder, KVJobStatus& out) {
+  return walk(encoder, encoderStates, out);
+}
+
+int KVXStatusParser::jobStatusToInt(char* keyword) {
+  return jobStates.codeOf(keyword);
+}
+
+// Counters.
+
+bool KVXStatusParser::ParseCardCount(wchar_t const& text, int len, KVCardCount& out) {
+  return readReply(text, len, countRoots, cardCount, out);
+}
+
+bool KVXStatusParser::parseCardCount(TiXmlElement* root, KVCardCount& out) {
+  return walk(root, cardCount, out);
+}
+
+bool KVXStatusParser::ParseCleanLogCount(wchar_t const& text, int len, int& out) {
+  return readCards(out, [&](CardsUntilCleaning& record) {
+    return readReply(text, len, countRoots, cardsUntilCleaning, record);
+  });
+}
+
+bool KVXStatusParser::parseCleanLog(TiXmlElement* root, int& out) {
+  return readCards(
+      out, [&](CardsUntilCleaning& record) { return walk(root, cardsUntilCleaning, record); });
+}
+
+bool KVXStatusParser::ParseUpTime(wchar_t const& text, int len, KVUpTimes& out) {
+  return readReply(text, len, upTimeRoots, upTimes, out);
+}
+
+bool KVXStatusParser::parseUpTime(TiXmlElement* root, KVUpTimes& out) {
+  return walk(root, upTimes, out);
+}
+
+bool KVXStatusParser::ParseCleaningStatus(wchar_t const& text, int len, KVCleaningStatus& out) {
+  return readReply(text, len, cleaningStatusRoots, cleaningStatus, out);
+}
+
+int KVXStatusParser::cleaningStateToInt(char* keyword) {
+  return cleaningStates.codeOf(keyword);
+}
+
+bool KVXStatusParser::GetPrinterFreeSpace(wchar_t const& text, int len, __MEMORY& out) {
+  return readReply(text, len, freeRamRoots, freeSpace, out);
+}
+
+bool KVXStatusParser::GetFlashFreeSpace(wchar_t const& text, int len, __MEMORY& out) {
+  return readReply(text, len, freeFlashRoots, freeSpace, out);
+}
+
+bool KVXStatusParser::getFreeSpace(TiXmlElement* root, __MEMORY& out) {
+  return walk(root, freeSpace, out);
+}
+
+// Media.
+
+bool KVXStatusParser::ParseMediaStatus(wchar_t const& text, int len, MediaStatus& out) {
+  return readReply(text, len, mediaStatusRoots, mediaStatus, out);
+}
+
+bool KVXStatusParser::parseMediaStatus(TiXmlElement* root, MediaStatus& out) {
+  return walk(root, mediaStatus, out);
+}
+
+bool KVXStatusParser::getRibbonStatus(TiXmlElement* element, MediaStatus& out) {
+  return walk(element, ribbon, out.ribbon);
+}
+
+bool KVXStatusParser::getInTMStatus(TiXmlElement* element, MediaStatus& out) {
+  return walk(element, film, out.film);
+}
+
+bool KVXStatusParser::getLaminateStatus(TiXmlElement* element, _MediaStatusInfo& out) {
+  return walk(element, laminate, out);
+}
+
+bool KVXStatusParser::getRibbonDescription(TiXmlElement* sequence, char* description) {
+  if (description == nullptr) return false;
+  Description whole(description, Description::extent);
+  return walk(sequence, ribbonPanels, whole);
+}
+
+// Sensors.
+
+bool KVXStatusParser::ParseSensorStatus(wchar_t const& text, int len, _SENSOR& out) {
+  return readReply(text, len, sensorStatusRoots, sensorStatus, out);
+}
+
+bool KVXStatusParser::parseSensorStatus(TiXmlElement* root, _SENSOR& out) {
+  return walk(root, sensorStatus, out);
+}
+
+bool KVXStatusParser::parseSensorState(TiXmlElement* states, _SENSOR& out) {
+  return walk(states, sensorStates, out);
+}
+
+bool KVXStatusParser::parseSensorValue(TiXmlElement* values, _SENSOR& out) {
+  return walk(values, sensorValues, out);
+}
+
+// Wireless.
+
+bool KVXStatusParser::ParseWirelessStatusXML(wchar_t const& text, int len,
+                                             _tagWirelessStatus& out) {
+  return readReply(text, len, wirelessStatusRoots, wirelessStatus, out);
+}
+
+bool KVXStatusParser::parseWirelessStatus(TiXmlElement* root, _tagWirelessStatus& out) {
+  return walk(root, wirelessStatus, out);
+}
+
+bool KVXStatusParser::ParsePacketsInfo(TiXmlElement* element, _tagPackets& out) {
+  return walk(element, packets, out);
+}
+
+bool KVXStatusParser::ParseWirlessRadioXML(wchar_t const& text, int len,
+                                           _tagWirelessRadioStatus& out) {
+  return readReply(text, len, radioStatusRoots, radioStatus, out);
+}
+
+bool KVXStatusParser::parseWirelessRadioStatus(TiXmlElement* root, _tagWirelessRadioStatus& out) {
+  return walk(root, radioStatus, out);
+}
+
+bool KVXStatusParser::ParseAccessPoints(wchar_t const& text, int len, _tagAccessPoints& out) {
+  return readReplyBy<AccessPointsReading>(text, len, accessPointsRoots, out);
+}
+
+bool KVXStatusParser::parseAllWirelessAccessPoint(TiXmlElement* root, _tagAccessPoints& out) {
+  return readHost<AccessPointsReading>(root, out);
+}
+
+bool KVXStatusParser::parseWirelessAccessPoints(TiXmlElement* element, _tagAccessPoint& out) {
+  return walk(element, accessPoint, out);
+}
+
+int KVXStatusParser::GetWirelessState(char* keyword) {
+  return wirelessStates.codeOf(keyword);
+}
+
+bool KVXStatusParser::GetSecurity(TiXmlElement* element, unsigned int& out) {
+  return readHostMember<&_tagWirelessStatus::security>(
+      element, status::security<&_tagWirelessStatus::security>(""), out);
+}
+
+bool KVXStatusParser::GetCrypto(TiXmlElement* element, unsigned int& out) {
+  return readHostMember<&_tagWirelessStatus::crypto>(
+      element, status::cipher<&_tagWirelessStatus::crypto>(""), out);
 }
 
 }  // namespace Kovra

@@ -48,7 +48,7 @@ TEST(Documents, AreTheCatalogue) {
     EXPECT_TRUE(names.insert(document.name).second) << document.name;
     EXPECT_FALSE(document.title.empty()) << document.name;
     EXPECT_FALSE(document.roots.empty()) << document.name;
-    ReplyLine const* const reply = findReply(document.name);
+    frame::MessageRow const* const reply = findReply(document.name);
     ASSERT_NE(reply, nullptr) << document.name;
     EXPECT_EQ(reply->title, document.title);
     EXPECT_EQ(Texts(reply->roots.begin(), reply->roots.end()), document.roots);

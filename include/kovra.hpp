@@ -18,6 +18,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kovra_base.h"
@@ -175,6 +176,91 @@ struct KOVRA_EXPORT Composition {
   Problem problem;   ///< why there is no document
   std::string text;  ///< the document, UTF-8 as the record's texts are
 };
+
+// Every message has a name, and one compose() for all; the functions behind them say the same of
+// one document each.
+
+/// Something that whoever composes a document may choose.
+class KOVRA_EXPORT Choice {
+ public:
+  enum class Form : int {
+    flag,    ///< true or false
+    word,    ///< one of the words
+    words,   ///< a list of them
+    number,  ///< a whole number
+  };
+
+  explicit Choice(void const* row) : row_(row) {}
+
+  std::string name() const;  ///< its key among the choices: "sections"
+  Form form() const;
+  std::string title() const;  ///< what it does
+  std::vector<std::string> words() const;
+  bool isRequired() const;
+  std::string example() const;  ///< what stands for the value in a help: "1|2"
+  long least() const;           ///< of a number; without bounds, both are 0
+  long most() const;
+
+ private:
+  void const* row_;
+};
+
+/// A member of a message's record.
+class KOVRA_EXPORT MemberDescription {
+ public:
+  MemberDescription(std::string name, Value::Kind kind, std::string title)
+      : name_(std::move(name)), kind_(kind), title_(std::move(title)) {}
+
+  std::string const& name() const { return name_; }
+  Value::Kind kind() const { return kind_; }
+  /// What there is to say of it; empty where the name says it.
+  std::string const& title() const { return title_; }
+
+ private:
+  std::string name_;
+  Value::Kind kind_;
+  std::string title_;
+};
+
+/// What the printer says, or what it accepts, or both.
+class KOVRA_EXPORT Message {
+ public:
+  explicit Message(void const* row) : row_(row) {}
+
+  std::string name() const;                ///< for people and programs: "general-status"
+  std::string title() const;               ///< a few words on what it tells
+  std::vector<std::string> roots() const;  ///< of a reply, the preferred one first
+  bool isRead() const;
+  bool isWritten() const;
+  /// Of the record that is composed, or else of the one that is read.
+  std::vector<MemberDescription> members() const;
+
+  // Of a message that is written.
+
+  std::vector<std::string> required() const;  ///< members that always have to be there
+  std::vector<Choice> choices() const;
+  std::string command() const;  ///< the words of a command line that composes it
+  /// What the documents have in common that are composed by the same first of several words: a few
+  /// words, and what more there is to say. Empty for a message whose command is one word.
+  std::string groupPurpose() const;
+  std::string groupHelp() const;
+  std::string purpose() const;   ///< a few words on what the document is for
+  std::string help() const;      ///< what more there is to say, with an example
+  std::string recordOf() const;  ///< the reply whose record is composed; empty for a command
+  /// Paths of the members that are secrets: "wireless.key".
+  std::vector<std::string> secrets() const;
+
+ private:
+  void const* row_;
+};
+
+/// Every message, in a fixed order to which later versions only add.
+KOVRA_EXPORT std::vector<Message> messages();
+
+/// Composes the document of a message by its name, or by the words of a command line, of a record
+/// and the choices: an object with a member for each that is made.
+KOVRA_EXPORT Composition compose(std::string const& message, Value const& record,
+                                 Value const& choices = {});
 
 /// What of a printer's capabilities is composed.
 struct KOVRA_EXPORT CapabilitiesChoice {

@@ -215,11 +215,7 @@ Value listOf(std::vector<std::string> const& words) {
 
 /// The words of the message's first choice.
 std::vector<std::string> wordsOf(std::string_view message) {
-  std::vector<std::string> words;
-  for (Word const& word : findRequest(message)->composing->choices.front().words->words) {
-    words.emplace_back(word.text);
-  }
-  return words;
+  return Choice(&findRequest(message)->composing->choices.front()).words();
 }
 
 }  // namespace

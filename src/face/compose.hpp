@@ -16,10 +16,6 @@ namespace Kovra {
 bool composeRecord(frame::MessageRow const& message, void const* record, frame::Chosen chosen,
                    frame::Circumstances circumstances, std::string& text, Problem& problem);
 
-/// Composes the document of a message by its name, or by the words of a command line, of a record
-/// and the choices: an object with a member for each that is made.
-Composition compose(std::string const& message, Value const& record, Value const& choices = {});
-
 }  // namespace Kovra
 
 #endif

@@ -168,6 +168,7 @@ bool composeRecord(MessageRow const& message, void const* record, Chosen chosen,
                    Circumstances circumstances, std::string& text, Problem& problem) {
   Composing const& composing = *message.composing;
   TextSink sink;
+  sink.declare();
   sink.open(composing.root);
   bool const isWritten = composing.write(sink, record, chosen, circumstances);
   sink.close(composing.root);

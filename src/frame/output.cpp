@@ -17,6 +17,8 @@
 #include <string_view>
 
 #include "frame/bytes.hpp"
+#include "frame/nodes.hpp"
+#include "frame/sink.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra::frame {
@@ -48,23 +50,88 @@ void convertWide(std::string_view text, wchar_t* out, std::size_t length) {
   if (converted == static_cast<std::size_t>(-1)) terminateAtBadCharacter(text, out, length);
 }
 
-/// The one form in which documents are printed; lines end with TinyXML's default, "\n".
-bool print(TiXmlPrinter& printer, TiXmlDocument const& document) {
-  printer.SetIndent(printIndent);
-  return document.Accept(&printer);
+bool isTerminated(std::string const& text) {
+  return text.find('\0') == text.npos;
 }
 
-bool printWide(TiXmlPrinter& printer, TiXmlDocument const& document, wchar_t* out, int length) {
-  if (out == nullptr || !print(printer, document)) return false;
-  if (length > 0) convertWide(printer.CStr(), out, static_cast<std::size_t>(length));
+/// Is it the declaration that beginDocument() makes?
+bool isUsual(TiXmlDeclaration const& declaration) {
+  return std::strcmp(declaration.Version(), "1.0") == 0 &&
+         std::strcmp(declaration.Encoding(), "UTF-8") == 0 && *declaration.Standalone() == '\0';
+}
+
+/// The only child of an element, if it is a text that stands in its line.
+TiXmlText const* onlyText(TiXmlElement const& element) {
+  TiXmlNode const* const child = element.FirstChild();
+  if (child == nullptr || child != element.LastChild()) return nullptr;
+  TiXmlText const* const text = child->ToText();
+  return text != nullptr && !text->CDATA() && isTerminated(text->ValueStr()) ? text : nullptr;
+}
+
+bool openElement(TiXmlElement const& element, TextSink& sink) {
+  sink.open(element.Value());
+  bool isUsual = isTerminated(element.ValueStr());
+  visitAttributes(element, [&](TiXmlAttribute const& attribute) {
+    isUsual = isUsual && isTerminated(attribute.NameTStr()) && isTerminated(attribute.ValueStr());
+    sink.attribute(attribute.Name(), attribute.Value());
+  });
+  return isUsual;
+}
+
+/// The node after `node` in the order of the document, of which `node` was opened when `isOpened`;
+/// elements that end before it are closed.
+TiXmlNode const* nextNode(TiXmlNode const* node, bool isOpened, TextSink& sink) {
+  if (isOpened && node->FirstChild() != nullptr) return node->FirstChild();
+  if (isOpened) sink.close(node->Value());
+  while (node->NextSibling() == nullptr) {
+    node = node->Parent();
+    if (node->ToElement() == nullptr) return nullptr;
+    sink.close(node->Value());
+  }
+  return node->NextSibling();
+}
+
+/// Prints what writers make of documents: declarations, and elements with attributes and either one
+/// text or other elements. False for any other document.
+bool printUsual(TiXmlDocument const& document, TextSink& sink) {
+  for (TiXmlNode const* node = document.FirstChild(); node != nullptr;) {
+    TiXmlElement const* const element = node->ToElement();
+    TiXmlDeclaration const* const declaration = node->ToDeclaration();
+    bool const isDeclared = declaration != nullptr && node->Parent() == &document;
+    if (element == nullptr && !(isDeclared && isUsual(*declaration))) return false;
+    if (element == nullptr) {
+      sink.declare();
+      node = nextNode(node, false, sink);
+    } else if (!openElement(*element, sink)) {
+      return false;
+    } else if (TiXmlText const* const text = onlyText(*element)) {
+      sink.text(text->Value());
+      sink.close(element->Value());
+      node = nextNode(node, false, sink);
+    } else {
+      node = nextNode(node, true, sink);
+    }
+  }
   return true;
 }
 
+/// Hands the document's text to `take`, and wipes it. There is one form in which documents are
+/// printed, TinyXML's with an indent of four blanks, where lines end with "\n"; what hosts put into
+/// their documents TinyXML prints itself.
+template <class Take>
+bool print(TiXmlDocument const& document, Take take) {
+  TextSink sink;
+  if (printUsual(document, sink)) return take(sink.printed());
+  SecretPrinter printer(document);
+  printer.SetIndent(printIndent);
+  return document.Accept(&printer) && take(std::string_view(printer.Str()));
+}
+
 /// A host that gets half a command would send it.
-bool copyWhole(std::string const& text, char* out, int length) {
+bool copyWhole(std::string_view text, char* out, int length) {
   if (length < 1) return false;
   bool const fits = text.size() < static_cast<std::size_t>(length);
-  std::memcpy(out, fits ? text.c_str() : "", fits ? text.size() + 1 : 1);
+  std::memcpy(out, fits ? text.data() : "", fits ? text.size() + 1 : 1);
   return fits;
 }
 
@@ -158,23 +225,15 @@ TiXmlElement* beginDocument(TiXmlDocument& document, char const* root) {
 }
 
 bool printWide(TiXmlDocument const& document, wchar_t* out, int length) {
-  TiXmlPrinter printer;
-  return printWide(printer, document, out, length);
-}
-
-bool printSecretWide(TiXmlDocument const& document, wchar_t* out, int length) {
-  SecretPrinter printer(document);
-  return printWide(printer, document, out, length);
+  return out != nullptr && print(document, [&](std::string_view text) {
+           if (length > 0) convertWide(text, out, static_cast<std::size_t>(length));
+           return true;
+         });
 }
 
 bool printNarrow(TiXmlDocument const& document, char* out, int length) {
-  TiXmlPrinter printer;
-  return out != nullptr && print(printer, document) && copyWhole(printer.Str(), out, length);
-}
-
-std::string printNarrow(TiXmlDocument const& document) {
-  SecretPrinter printer(document);
-  return print(printer, document) ? printer.Str() : std::string();
+  return out != nullptr &&
+         print(document, [&](std::string_view text) { return copyWhole(text, out, length); });
 }
 
 void saveDebugCopy(TiXmlDocument const& document, char const* path) {

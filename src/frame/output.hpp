@@ -15,23 +15,18 @@ namespace Kovra::frame {
 /// `document` holds already, and returns the root. The document owns it.
 TiXmlElement* beginDocument(TiXmlDocument& document, char const* root);
 
-/// Prints `document` with an indent of four blanks and converts it into `out`, at most `length`
-/// wide characters; a terminator is written only where there is room for it. Where a character
-/// cannot be converted in the process's locale the output ends, with a terminator if there is room.
-/// False, with `out` untouched, when `out` is null or printing fails.
+/// Prints `document` with an indent of four blanks, wipes that text (any may hold a key), and
+/// converts it into `out`, at most `length` wide characters; a terminator is written only where
+/// there is room for it. Where a character cannot be converted in the process's locale the output
+/// ends, with a terminator if there is room. False, with `out` untouched, when `out` is null or
+/// printing fails.
 bool printWide(TiXmlDocument const& document, wchar_t* out, int length);
-
-/// The same for a document with secrets: the printed text is wiped.
-bool printSecretWide(TiXmlDocument const& document, wchar_t* out, int length);
 
 /// Prints `document` in the same way and copies it with its terminator into `out`, which takes
 /// `length` characters. A document that does not fit leaves an empty text (when `length` is at
 /// least 1), and the result is false. False, with `out` untouched, when `out` is null or printing
 /// fails.
 bool printNarrow(TiXmlDocument const& document, char* out, int length);
-
-/// The printed document as a text; empty when printing fails. The library keeps no other copy.
-std::string printNarrow(TiXmlDocument const& document);
 
 /// Saves `document` at `path` for people who debug a host, whole or not at all: as a new file
 /// beside it, with mode 0600, that is then renamed over it. Nothing is written when anything stands

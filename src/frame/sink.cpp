@@ -66,6 +66,11 @@ void WipedCharacters::append(std::size_t count, char c) {
   end_ += count;
 }
 
+void WipedCharacters::terminate() {
+  if (end_ == limit_) makeRoom(1);
+  *end_ = '\0';
+}
+
 // The text.
 
 namespace {
@@ -105,28 +110,29 @@ bool isPlain(char c) {
   return plainCharacters[static_cast<unsigned char>(c)];
 }
 
-/// What looks like the reference "&#x", TinyXML passes through, up to the semicolon or the last
-/// character of the text, whatever is in it.
-std::size_t lengthOfReference(std::string_view text) {
-  if (text.size() < 3 || text.substr(0, 3) != "&#x") return 0;
-  return std::min(text.find(';'), text.size() - 1);
-}
-
 }  // namespace
 
-TextSink::TextSink() {
+void TextSink::declare() {
   out_.append("<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n");
+}
+
+void TextSink::escapedByTinyxml(char const* text) {
+  std::string escaped;
+  TiXmlBase::EncodeString(text, &escaped);
+  out_.append(std::string_view(escaped));
+  wipe(escaped.data(), escaped.size());
 }
 
 void TextSink::escaped(char const* begin) {
   std::string_view text = begin;
-  while (!text.empty()) {
+  for (;;) {
     auto const stop = std::find_if_not(text.begin(), text.end(), isPlain);
-    std::size_t plain = static_cast<std::size_t>(stop - text.begin());
-    plain += lengthOfReference(text.substr(plain));
+    auto const plain = static_cast<std::size_t>(stop - text.begin());
     out_.append(text.substr(0, plain));
     text.remove_prefix(plain);
-    if (text.empty() || isPlain(text.front())) continue;
+    if (text.empty()) return;
+    // Some builds of TinyXML take this for a reference and pass on what follows.
+    if (text.substr(0, 3) == "&#x") return escapedByTinyxml(text.data());
     if (isControl(text.front())) {
       constexpr char digits[] = "0123456789ABCDEF";
       auto const code = static_cast<unsigned char>(text.front());

@@ -63,6 +63,8 @@ class WipedCharacters {
   void append(std::size_t count, char c);
 
   std::string_view view() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
+  /// Puts a zero byte behind them, which is none of them.
+  void terminate();
 
  private:
   void makeRoom(std::size_t more);
@@ -77,22 +79,25 @@ class WipedCharacters {
 /// Prints a document as TinyXML prints its tree with an indent of four blanks, byte for byte.
 class TextSink final : public Sink {
  public:
-  /// Begins with the declaration (version 1.0, encoding UTF-8).
-  TextSink();
-
+  /// Adds the declaration (version 1.0, encoding UTF-8) of what follows.
+  void declare();
   void open(char const* element) override;
   void attribute(char const* name, char const* value) override;
   void text(char const* text) override;
   void close(char const* element) override;
   void leaf(char const* element, char const* text) override;
 
-  /// All that was printed, until the next event.
-  std::string_view printed() const { return out_.view(); }
+  /// All that was printed, with a zero byte behind it; good until the next event.
+  std::string_view printed() {
+    out_.terminate();
+    return out_.view();
+  }
 
  private:
   void indent();
   void endTag(char const* element);
   void escaped(char const* text);
+  void escapedByTinyxml(char const* text);
 
   WipedCharacters out_;
   std::size_t depth_ = 0;

@@ -95,7 +95,7 @@ bool KVXSetSecActions::SetHostAndEncryptXML(wchar_t* out, int outLen, char* curr
 }
 
 bool KVXSetSecActions::saveJob(wchar_t* out, int outLen) {
-  return printSecretWide(*this, out, outLen);
+  return printWide(*this, out, outLen);
 }
 
 bool KVXSetSecActions::saveJob(char* path) {

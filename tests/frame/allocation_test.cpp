@@ -261,12 +261,15 @@ void expectNothingLost(char const* what, std::function<void()> const& save) {
 TEST_F(NoMemory, LosesNothingWhenADocumentCannotBePrinted) {
   std::array<wchar_t, 1024> out{};
   std::array<char, 1024> narrow{};
-  expectNothingLost("printWide", [&] { frame::printWide(longDocument(), out.data(), 1024); });
-  expectNothingLost("printSecretWide",
-                    [&] { frame::printSecretWide(longDocument(), out.data(), 1024); });
-  expectNothingLost("printNarrow",
-                    [&] { frame::printNarrow(longDocument(), narrow.data(), 1024); });
-  expectNothingLost("printNarrow to a text", [] { frame::printNarrow(longDocument()); });
+  // One that asks for memory because it is long, and one that TinyXML prints itself.
+  TiXmlDocument large;
+  KVXHelper::AddTagString(frame::beginDocument(large, "r"), "e", std::string(40000, 'x').c_str());
+  TiXmlDocument odd = longDocument();
+  odd.LinkEndChild(new TiXmlComment(longText));
+  for (TiXmlDocument const* const document : {&large, &odd}) {
+    expectNothingLost("printWide", [&] { frame::printWide(*document, out.data(), 1024); });
+    expectNothingLost("printNarrow", [&] { frame::printNarrow(*document, narrow.data(), 1024); });
+  }
 }
 
 TEST_F(NoMemory, LosesNothingWhenADocumentCannotBeSaved) {

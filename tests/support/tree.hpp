@@ -9,6 +9,8 @@
 
 #include <string>
 
+#include "support/printed.hpp"
+
 namespace Kovra::test {
 
 /// A parsed document and its root.

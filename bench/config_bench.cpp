@@ -10,6 +10,8 @@
 #include <string>
 
 #include "config/config_tables.hpp"
+#include "face/catalogue.hpp"
+#include "face/compose.hpp"
 #include "frame/output.hpp"
 #include "kvxconfigparser.h"
 #include "kvxsetconfig.h"
@@ -203,6 +205,26 @@ int const writing = registered("configuration_writing", [](benchmark::State& sta
   requireTheSameDocument(*config);
   std::wstring out(room, L'\0');
   compare(state, [&] { writeWithKovra(*config, out.data()); },
+          {byHand([&] { writeByHand(*config, out.data()); })});
+});
+
+/// The face's composing, from a record that is filled: a text in UTF-8 instead of wide characters.
+int const composing = registered("configuration_composing", [](benchmark::State& state) {
+  auto const config = fullConfiguration();
+  frame::MessageRow const& message = *findRequest("configuration");
+  long const chosen[] = {compared, 0, 0};
+  std::string text;
+  Problem problem;
+  auto const compose = [&] { composeRecord(message, config.get(), chosen, 0, text, problem); };
+  compose();
+  std::wstring out(room, L'\0');
+  writeByHand(*config, out.data());
+  require(widened(text) == out.c_str(), "the configuration composed is another one");
+  compare(state,
+          [&] {
+            std::string().swap(text);
+            compose();
+          },
           {byHand([&] { writeByHand(*config, out.data()); })});
 });
 

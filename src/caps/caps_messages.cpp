@@ -65,7 +65,7 @@ class Room {
   /// had are gone then. Throws std::bad_alloc also for more than any printer's capabilities need.
   bool grow() {
     std::size_t needed = 0;
-    for (List const* const list : lists) needed += wanted(*list) * list->entries.size;
+    for (List const* const list : lists) needed += wanted(*list) * list->size;
     if (needed > limit) throw std::bad_alloc();
     bool grew = false;
     for (std::size_t i = 0; i < arrays_.size(); ++i) {
@@ -78,7 +78,7 @@ class Room {
 
   void place(std::size_t index, std::size_t room) {
     List const& list = *lists[index];
-    arrays_[index] = {std::make_unique<std::byte[]>(room * list.entries.size), room};
+    arrays_[index] = {std::make_unique<std::byte[]>(room * list.size), room};
     list.place(record, arrays_[index].entries.get());
     list.count(record) = static_cast<int>(room);
   }

@@ -9,17 +9,17 @@ namespace {
 bool readIntoTheFirst(List const& list, Element element, void* entry, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list.member); });
   Element overwritten;
-  return walkEntries(element, list.entries.item, watch, [&](Element child, bool) {
+  return walkEntries(element, list.item, watch, [&](Element child, bool) {
     remark(watch, [&](Observer& observer) {
       if (overwritten) observer.surplusEntry(overwritten, 1);
     });
     overwritten = child;
-    return readEntry(child, list.entries, entry, list.member, 0, watch);
+    return readEntry(child, list, entry, list.member, 0, watch);
   });
 }
 
 List const& listIn(Row const& row) {
-  return *static_cast<List const*>(row.with);
+  return static_cast<List const&>(*static_cast<Entries const*>(row.with));
 }
 
 /// The record of a writer is only looked at.
@@ -45,11 +45,11 @@ Assigned assignRowOfList(Row const& row, void* place, std::string_view member, V
   if (member != row.member) return Assigned::notMine;
   List const& list = listIn(row);
   auto& caps = *static_cast<_Capabilities*>(place);
-  return assignEntries(list.entries, list.array(caps), list.capacity(caps), value, problem);
+  return assignEntries(list, list.array(caps), list.capacity(caps), value, problem);
 }
 
 void outlineRowOfList(Row const& row, Outline& outline) {
-  outlineEntries(listIn(row).entries, outline);
+  outlineEntries(listIn(row), outline);
 }
 
 }  // namespace
@@ -65,13 +65,13 @@ bool readList(List const& list, Element element, _Capabilities& caps, Watch cons
     return true;
   }
   if (list.intoTheFirst) return readIntoTheFirst(list, element, list.array(caps), watch);
-  return readEntries(element, list.entries, list.array(caps), room, list.member, watch);
+  return readEntries(element, list, list.array(caps), room, list.member, watch);
 }
 
 bool writeList(List const& list, Sink& sink, void const* entries, int count,
                Circumstances circumstances) {
   sink.open(list.name.data());
-  bool const result = writeEntries(sink, list.entries, entries, count, circumstances | list.with);
+  bool const result = writeEntries(sink, list, entries, count, circumstances | list.with);
   sink.close(list.name.data());
   return result;
 }

@@ -124,10 +124,9 @@ inline constexpr Table barCode = {text<&_BarCodeCaps::name>("")};
 // Lists. Each is an array of the host with its count beside it.
 
 /// What a list's reading, writing and room need to know of its members in the record.
-struct List {
+struct List : Entries {
   std::string_view name;    ///< of the element
   std::string_view member;  ///< of the array
-  Entries entries;
   int& (*count)(_Capabilities&);
   void* (*array)(_Capabilities&);
   void (*place)(_Capabilities&, void* array);
@@ -148,9 +147,9 @@ template <auto Array, auto Count, class Entry>
 constexpr List listOf(std::string_view name, EntriesOf<Entry> const& entries) {
   static_assert(std::is_same_v<typename frame::Member<Array>::Type, Entry*>,
                 "these entries are not those of the array");
-  return {name,
+  return {entries,
+          name,
           memberName<Array>,
-          entries,
           [](_Capabilities& caps) -> int& { return caps.*Count; },
           [](_Capabilities& caps) -> void* { return caps.*Array; },
           [](_Capabilities& caps, void* array) { caps.*Array = static_cast<Entry*>(array); }};
@@ -215,7 +214,7 @@ constexpr auto list() {
                                   .member = L.member,
                                   .place = &frame::detail::itself,
                                   .kind = &hostListKind,
-                                  .with = &L});
+                                  .with = static_cast<Entries const*>(&L)});
 }
 
 // The document.
@@ -243,6 +242,9 @@ struct SharpeningLevels {
  private:
   static constexpr Field<_Capabilities> bits =
       bitFlag<&_Capabilities::imageSharpeningLevels, sharpenings>("");
+
+ public:
+  static constexpr Table members = {bits};
 };
 
 /// "none" is written for every code that has no other word.

@@ -208,6 +208,8 @@ void announce(RibbonName const& name, char const* description);
 
 /// Only classic readings announce the name: the face reads without traces.
 struct RibbonDescriptionReading : NeverWritten {
+  static constexpr Table members = {text<&_RibbonInfo::description>("")};
+
   static bool read(Element element, _RibbonInfo& record, Watch const& watch) {
     RibbonName name;
     bool const read = name.read(element);
@@ -288,8 +290,10 @@ inline constexpr Table laminate = {
 };
 
 /// A part of the lamination whose presence marks a laminate as installed.
-template <auto M, auto const& Table, auto Installed, Circumstances Side = 0>
+template <auto M, auto const& Rows, auto Installed, Circumstances Side = 0>
 struct MarkingReading {
+  static constexpr Table members = {nested<M, Rows>(""), yesOrNo<Installed>("")};
+
   static bool read(Element element, _LaminationIfo& record, Watch const& watch) {
     record.*Installed = true;
     remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
@@ -300,7 +304,7 @@ struct MarkingReading {
   static bool write(Sink& sink, char const* element, _LaminationIfo const& record,
                     Circumstances circumstances, bool result) {
     if (Side != 0 && !record.topLaminateInstalled) return result;
-    return writeRowsBelow(sink, element, Table, &(record.*M), circumstances | Side);
+    return writeRowsBelow(sink, element, Rows, &(record.*M), circumstances | Side);
   }
 
   static Assigned assign(_LaminationIfo& record, std::string_view member, Value const& value,
@@ -310,10 +314,10 @@ struct MarkingReading {
   }
 
   static void keys(Keys& keys) { keys.insert(keys.end(), {memberName<M>, memberName<Installed>}); }
-  static void outline(Outline& outline) { outlineOf(Table, outline); }
+  static void outline(Outline& outline) { outlineOf(Rows, outline); }
 
  private:
-  static constexpr Field<_LaminationIfo> part = nested<M, Table>("");
+  static constexpr Field<_LaminationIfo> part = nested<M, Rows>("");
 };
 
 /// "laminate_common" marks the top laminate, for want of a flag of its own.
@@ -332,6 +336,8 @@ inline constexpr Table lamination = {
 
 /// Written only when a laminate is marked as installed.
 struct LaminationReading {
+  static constexpr Table members = {nested<&_KVConfiguration::lamination, lamination>("")};
+
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     return whole.read(element, record, watch);
   }
@@ -397,6 +403,8 @@ inline constexpr auto cardEntries = entries<card>("card");
 /// Each card is read from zeros and then takes its place by its description: "Custom 1" the first
 /// one, every other the second, also a third.
 struct CardsReading {
+  static constexpr Table members = {listOfRoot<&_KVConfiguration::cards, cardEntries>()};
+
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
     return walkEntries(element, cardEntries.item, watch,
@@ -477,6 +485,12 @@ inline constexpr Table transferSettings = {
 /// The first encoder goes into its member, a later one into the member for the second. A first one
 /// that is unknown or without text, and so 0, leaves the place to the next.
 struct ContactlessReading : NeverWritten {
+  static constexpr Table members = {
+      anyKeyword<&_InternalEncoderInfo::contactless_encoder, contactlessEncoders>(""),
+      readOnly(neverRead(
+          anyKeyword<&_InternalEncoderInfo::secondContactlessEncoder, contactlessEncoders>(""))),
+  };
+
   static bool read(Element element, _InternalEncoderInfo& record, Watch const& watch) {
     return (record.contactless_encoder == 0 ? first : second).read(element, record, watch);
   }

@@ -63,7 +63,7 @@ constinit Kind const wordAttributeKind = {.shape = Shape::keyword, .write = writ
 constinit Kind const numberAttributeKind = {.shape = Shape::integer, .write = writeNumber};
 constinit Kind const decimalAttributeKind = {.shape = Shape::real, .write = writeDecimal};
 constinit Kind const textAttributeKind = {.shape = Shape::text, .write = writeText};
-constinit Kind const constantAttributeKind = {.write = writeConstant};
+constinit Kind const constantAttributeKind = {.shape = Shape::text, .write = writeConstant};
 constinit Kind const wordContentKind = {.shape = Shape::keyword, .write = writeWordContent};
 constinit Kind const textContentKind = {.shape = Shape::text, .write = writeTextContent};
 

@@ -30,12 +30,6 @@ std::vector<std::string> texts(Texts const& from) {
   return {from.begin(), from.end()};
 }
 
-/// The rows below, of a member that has some.
-Rows below(Row const& row) {
-  bool const hasRows = row.kind->shape == Shape::record || row.kind->shape == Shape::group;
-  return hasRows ? *static_cast<Rows const*>(row.with) : Rows();
-}
-
 Value::Kind kindOf(Shape shape) {
   switch (shape) {
     case Shape::flag:
@@ -50,6 +44,7 @@ Value::Kind kindOf(Shape shape) {
       return Value::Kind::keyword;
     case Shape::text:
     case Shape::secret:
+    case Shape::word:
     case Shape::address:
     case Shape::ipv4:
       return Value::Kind::text;
@@ -76,7 +71,7 @@ std::string titleOf(std::string_view member, Composing const& composing) {
 void addMembers(Rows rows, Composing const& composing, std::vector<MemberDescription>& members) {
   for (Row const& row : rows) {
     if (row.kind->shape == Shape::group) {
-      addMembers(below(row), composing, members);
+      addMembers(rowsBelow(row), composing, members);
       continue;
     }
     Keys keys;
@@ -96,7 +91,7 @@ void addSecrets(Rows rows, std::string const& path, std::vector<std::string>& se
   for (Row const& row : rows) {
     std::string const inner = row.member.empty() ? path : path + std::string(row.member) + '.';
     if (row.kind->shape == Shape::secret) secrets.push_back(path + std::string(row.member));
-    addSecrets(below(row), inner, secrets);
+    addSecrets(rowsBelow(row), inner, secrets);
   }
 }
 

@@ -28,15 +28,18 @@ struct RecordType {
   void (*destroy)(void* memory);
   /// The record in what was made, for rows: there may be room for its lists around it.
   void* (*record)(void* memory);
+  /// Is it a record alone, which owns nothing?
+  bool isPlain = false;
 };
 
 template <class Record>
-inline constexpr RecordType recordType{sizeof(Record), [](void* memory) { new (memory) Record(); },
-                                       [](void* memory) {
-                                         static_assert(std::is_trivially_copyable_v<Record>);
-                                         wipe(memory, sizeof(Record));
-                                       },
-                                       [](void* memory) { return memory; }};
+inline constexpr RecordType recordType{
+    sizeof(Record), [](void* memory) { new (memory) Record(); },
+    [](void* memory) {
+      static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record>);
+      wipe(memory, sizeof(Record));
+    },
+    [](void* memory) { return memory; }, true};
 
 /// A record with an array for its list, as a host would make it.
 template <class Record, class Entry>

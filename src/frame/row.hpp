@@ -37,13 +37,14 @@ using Rows = std::span<Row const>;
 
 /// What a value is, for those who describe records.
 enum class Shape : std::uint8_t {
-  odd,  ///< read and written by steps of its own
+  odd,  ///< read and written by steps of its own; the row may have rows that tell of members
   flag,
   integer,
   natural,
   real,
   text,
   secret,
+  word,  ///< a text that is one of a vocabulary's words
   keyword,
   bits,
   address,
@@ -51,8 +52,11 @@ enum class Shape : std::uint8_t {
   setting,  ///< with its bounds
   record,   ///< by the rows below
   group,    ///< members of the record itself, by the rows below
-  list,
+  list,     ///< the row has what its entries are
 };
+
+/// The rows below a row: those of a record, of a group, or of an odd row's members.
+Rows rowsBelow(Row const& row);
 
 /// What can be done with the values of one type, each at its place. What is null is never done.
 struct Kind {
@@ -169,7 +173,8 @@ constexpr Field<Record> when(Circumstances needs, Field<Record> const& field) {
 constexpr bool namesAreUnique(Rows rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
-      if (rows[i].isRead && rows[j].isRead && rows[i].element == rows[j].element) return false;
+      bool const areRead = rows[i].isRead && rows[j].isRead && !rows[i].element.empty();
+      if (areRead && rows[i].element == rows[j].element) return false;
     }
   }
   return true;

@@ -383,13 +383,14 @@ constexpr auto aside() {
 }
 
 // A row with a reading of its own is a struct with
+//   members  a table of the members that it fills, for those who only look at rows
 //   read     `read(element, record, watch)`
 //   write    `write(sink, element, record, circumstances, result)`: the new running result
 //   assign   `assign(record, member, value, problem)`
 //   keys     `keys(keys)`: the members that assign takes
 //   outline  the words below the element
-// of which keys and outline may be left out. One that does not write or assign is NeverWritten or
-// NeverAssigned, as a kind is.
+// of which members, keys and outline may be left out. One that does not write or assign is
+// NeverWritten or NeverAssigned, as a kind is.
 
 namespace detail {
 
@@ -476,6 +477,7 @@ constexpr auto reading(std::string_view element) {
           .kind = &detail::kindOfReading<Record, Reading>,
           .size = static_cast<std::uint32_t>(sizeof(Record))};
   row.isRead = detail::ReadsRecord<Record, Reading>;
+  if constexpr (requires { Reading::members; }) row.with = &detail::rowsOf<Reading::members>;
   return Field<Record>(row);
 }
 

@@ -25,6 +25,12 @@ Assigned refuseKey(Rows rows, Problem& problem) {
 
 // Rows.
 
+Rows rowsBelow(Row const& row) {
+  Shape const shape = row.kind->shape;
+  bool const hasRows = shape == Shape::record || shape == Shape::group || shape == Shape::odd;
+  return hasRows && row.with != nullptr ? *static_cast<Rows const*>(row.with) : Rows();
+}
+
 bool readRow(Row const& row, Element element, void* record, Watch const& watch) {
   return row.kind->read(row, element, row.place(record), watch);
 }

@@ -43,7 +43,7 @@ bool KVXSetMedia::addMedia(_KVMediaInfo& media, char allTypes) {
 }
 
 bool KVXSetMedia::addCardInfo(TiXmlElement* cards, _CardInfo info) {
-  return writeInto(cards, cardList.entries.item.data(), card, info,
+  return writeInto(cards, cardList.item.data(), card, info,
                    omitTransfer ? 0 : Circumstances{withTransfer});
 }
 

@@ -1,5 +1,7 @@
 #include "media/media_messages.hpp"
 
+#include <memory>
+
 #include "kvxmediaparser.h"
 #include "media/media_tables.hpp"
 
@@ -12,12 +14,9 @@ using namespace media;
 /// A record with its lists, which is given back with all that it owns.
 class Room {
  public:
-  Room() : media_(GetKVMedia()) { BuildKVMedia(media_); }
-  ~Room() { DestroyKVMedia(media_); }
-  Room(Room const&) = delete;
-  Room& operator=(Room const&) = delete;
+  Room() : media_(GetKVMedia()) { BuildKVMedia(media_.get()); }
 
-  _KVMediaInfo* get() const { return media_; }
+  _KVMediaInfo* get() const { return media_.get(); }
 
   /// The result is that of the entry, which hosts do not look at.
   static bool read(Element root, Room& room, Watch const& watch) {
@@ -26,7 +25,11 @@ class Room {
   }
 
  private:
-  _KVMediaInfo* media_;
+  struct Destroy {
+    void operator()(_KVMediaInfo* media) const { DestroyKVMedia(media); }
+  };
+
+  std::unique_ptr<_KVMediaInfo, Destroy> media_;
 };
 
 constexpr RecordType roomType{

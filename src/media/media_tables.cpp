@@ -5,7 +5,7 @@ namespace Kovra::media {
 namespace {
 
 List const& listIn(Row const& row) {
-  return *static_cast<List const*>(row.with);
+  return static_cast<List const&>(*static_cast<Entries const*>(row.with));
 }
 
 bool readRowOfList(Row const& row, Element element, void* place, Watch const& watch) {
@@ -15,13 +15,13 @@ bool readRowOfList(Row const& row, Element element, void* place, Watch const& wa
 Assigned assignRowOfList(Row const& row, void* place, std::string_view member, Value const& value,
                          Problem& problem) {
   if (member != row.member) return Assigned::notMine;
-  return assignList(listIn(row).entries, value, problem, [&](std::size_t) {
+  return assignList(listIn(row), value, problem, [&](std::size_t) {
     return listIn(row).append(*static_cast<_KVMediaInfo*>(place));
   });
 }
 
 void outlineRowOfList(Row const& row, Outline& outline) {
-  outlineEntries(listIn(row).entries, outline);
+  outlineEntries(listIn(row), outline);
 }
 
 /// Cards of the types 0 and 1. A negative type counts as a large one.
@@ -36,14 +36,14 @@ constinit Kind const ownedListKind = {Shape::list,     readRowOfList, nullptr,
 
 bool readList(List const& list, Element element, _KVMediaInfo& media, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list.member); });
-  return walkEntries(element, list.entries.item, watch,
+  return walkEntries(element, list.item, watch,
                      [&](Element child, bool) { return readAppended(list, child, media, watch); });
 }
 
 bool readAppended(List const& list, Element element, _KVMediaInfo& media, Watch const& watch) {
   if (!list.isThere(media)) return false;
-  std::size_t const index = list.size(media);
-  return readEntry(element, list.entries, list.append(media), list.member, index, watch);
+  std::size_t const index = list.length(media);
+  return readEntry(element, list, list.append(media), list.member, index, watch);
 }
 
 bool writeCards(Sink& sink, _KVMediaInfo const& media, bool allTypes, bool omitsTransfer) {
@@ -52,7 +52,7 @@ bool writeCards(Sink& sink, _KVMediaInfo const& media, bool allTypes, bool omits
   for (std::size_t i = 0; media.cards != nullptr && i < media.cards->size(); ++i) {
     _CardInfo const* const info = (*media.cards)[i];
     if (info == nullptr || !(allTypes || isCommon(*info))) continue;
-    result = writeEntry(sink, cardList.entries, info, omitsTransfer ? 0 : Circumstances{withTransfer});
+    result = writeEntry(sink, cardList, info, omitsTransfer ? 0 : Circumstances{withTransfer});
   }
   sink.close(cardsName);
   return result;

@@ -52,11 +52,10 @@ inline constexpr Table ribbon = {
 // Lists. Each is a vector that the record owns, as it owns the entries.
 
 /// A list to which the children are appended. It may be missing: then it takes none.
-struct List {
+struct List : Entries {
   std::string_view member;
-  Entries entries;
   bool (*isThere)(_KVMediaInfo const&);
-  std::size_t (*size)(_KVMediaInfo const&);
+  std::size_t (*length)(_KVMediaInfo const&);
   /// Appends a cleared entry, or none: it is owned until the vector has a place for it, so that
   /// memory running out takes nothing from the record.
   void* (*append)(_KVMediaInfo&);
@@ -66,7 +65,7 @@ template <auto M, class Entry>
 constexpr List listOf(EntriesOf<Entry> const& entries) {
   static_assert(std::is_same_v<typename frame::Member<M>::Type, std::vector<Entry*>*>,
                 "these entries are not those of the list");
-  return {memberName<M>, entries, [](_KVMediaInfo const& media) { return media.*M != nullptr; },
+  return {entries, memberName<M>, [](_KVMediaInfo const& media) { return media.*M != nullptr; },
           [](_KVMediaInfo const& media) { return (media.*M)->size(); },
           [](_KVMediaInfo& media) -> void* {
             auto entry = std::make_unique<Entry>();
@@ -94,7 +93,7 @@ constexpr auto list(std::string_view element) {
                                           .member = L.member,
                                           .place = &frame::detail::itself,
                                           .kind = &ownedListKind,
-                                          .with = &L}));
+                                          .with = static_cast<Entries const*>(&L)}));
 }
 
 /// What is read and assigned. Written are only cards, and not all of them: see the writer.

@@ -19,7 +19,8 @@ constexpr Table diffieHellman = {
 
 constexpr Table request = {
     members<_tagSecReqXML, requestTable<_tagSecReqXML>>(),
-    readOnly(neverRead(row<&_tagSecReqXML::action, ActionKind>(""))),
+    readOnly(
+        neverRead(frame::detail::memberRow<&_tagSecReqXML::action>({}, actionKind, &actionNames))),
     members<_tagSecReqXML, printerMembers<_tagSecReqXML>>(),
 };
 

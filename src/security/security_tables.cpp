@@ -90,6 +90,24 @@ bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimK
          values.printer_interim_key.read;
 }
 
+// Actions.
+
+namespace {
+
+Assigned assignAction(Row const& row, void* place, std::string_view member, Value const& value,
+                      Problem& problem) {
+  if (member != row.member) return Assigned::notMine;
+  Word const* const word = actionNames.find(value.text.c_str());
+  if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
+    return fail(problem, described(value), "one of: " + listed(actionNames));
+  }
+  return assignText({static_cast<char*>(place), row.size}, value, problem);
+}
+
+}  // namespace
+
+constinit Kind const actionKind = {.shape = Shape::word, .assign = assignAction};
+
 // Directive.
 
 bool bringToKeyword(char* text) {

@@ -118,28 +118,9 @@ struct RequestedActionReading : NeverAssigned {
   static void outline(Outline& outline) { outlineWords(actionNames, outline); }
 };
 
-/// Whoever writes a request by hand gets to know that no printer knows its action.
-struct ActionKind : NeverWritten {
-  static constexpr Shape shape = Shape::text;
-
-  template <std::size_t N>
-  static bool read(Element element, char (&out)[N]) {
-    return readText(element, out);
-  }
-  template <std::size_t N>
-  static void report(Observer& observer, std::string_view name, Element element,
-                     char const (&value)[N]) {
-    reportText(observer, name, element, value);
-  }
-  template <std::size_t N>
-  static Assigned assign(char (&out)[N], Value const& value, Problem& problem) {
-    Word const* const word = actionNames.find(value.text.c_str());
-    if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
-      return fail(problem, described(value), "one of: " + listed(actionNames));
-    }
-    return assignText(out, value, problem);
-  }
-};
+/// The action of a request for whoever composes it, who gets to know that no printer knows another.
+/// The row has the words.
+extern Kind const actionKind;
 
 // Tables.
 

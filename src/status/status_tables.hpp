@@ -210,8 +210,16 @@ struct PanelReading : NeverWritten, NeverAssigned {
 
 inline constexpr Table ribbonPanels = {reading<Description, PanelReading>("panel")};
 
+/// What a ribbon's or film's kind is told in.
+inline constexpr Table kindMembers = {
+    text<&_MediaStatusInfo::description>(""),
+    keyword<&_MediaStatusInfo::code, ribbonNames>(""),
+};
+
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading : NeverWritten, NeverAssigned {
+  static constexpr auto const& members = kindMembers;
+
   static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch const& watch) {
     Description description(ribbon.description);
     if (!walk(sequence, ribbonPanels, description, watch)) return false;
@@ -234,6 +242,8 @@ struct SequenceReading : NeverWritten, NeverAssigned {
 
 /// The description fills two members: its own, and the code of the ribbon that it names.
 struct NameReading : NeverWritten, NeverAssigned {
+  static constexpr auto const& members = kindMembers;
+
   static bool read(Element element, _MediaStatusInfo& media, Watch const& watch) {
     bool const read = readText(element, media.description);
     if (read) media.code = codeIn(element);

@@ -1,0 +1,187 @@
+// What can be said of every message that is written.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "face/catalogue.hpp"
+#include "face/compose.hpp"
+#include "frame/output.hpp"
+#include "support/allocations.hpp"
+#include "support/generated.hpp"
+#include "support/printed.hpp"
+#include "support/streams.hpp"
+
+namespace Kovra {
+namespace {
+
+using namespace frame;
+
+constexpr std::uint32_t seeds = 20;
+
+std::vector<MessageRow const*> requests() {
+  std::vector<MessageRow const*> all;
+  for (MessageRow const& message : catalogue()) {
+    if (message.composing != nullptr) all.push_back(&message);
+  }
+  return all;
+}
+
+Assigned fill(MessageRow const& message, AnyRecord const& record, Value const& value,
+              Problem& problem) {
+  Composing const& composing = *message.composing;
+  return composing.assign != nullptr ? composing.assign(record.memory(), value, problem)
+                                     : assignRows(message.rows, record.get(), value, problem);
+}
+
+/// The circumstances that the members of the value say.
+Circumstances sorted(MessageRow const& message, Value const& value) {
+  Circumstances circumstances = 0;
+  Problem problem;
+  if (message.composing->sort != nullptr) message.composing->sort(value, circumstances, problem);
+  return circumstances;
+}
+
+/// The document as the classic writers make it: a tree, printed by TinyXML.
+std::string byTree(MessageRow const& message, void const* record, std::vector<long> const& chosen,
+                   Circumstances circumstances) {
+  TiXmlDocument document;
+  TreeSink sink(*beginDocument(document, message.composing->root));
+  bool const isWritten = message.composing->write(sink, record, chosen, circumstances);
+  return isWritten ? test::printedByTinyxml(document) : "";
+}
+
+std::string byText(MessageRow const& message, void const* record, std::vector<long> const& chosen,
+                   Circumstances circumstances) {
+  std::string text;
+  Problem problem;
+  composeRecord(message, record, chosen, circumstances, text, problem);
+  return text;
+}
+
+TEST(EveryRequest, IsTheSameAsATextAndAsATree) {
+  for (MessageRow const* const message : requests()) {
+    std::set<std::string> documents;
+    for (std::uint32_t seed = 0; seed < seeds; ++seed) {
+      Value const value = test::Generator(seed).record(message->rows);
+      AnyRecord const record(*message->record);
+      Problem problem;
+      ASSERT_NE(fill(*message, record, value, problem), Assigned::failed)
+          << message->name << ", seed " << seed << ": " << problem.description();
+      for (std::vector<long> const& chosen : test::choicesOf(*message)) {
+        Circumstances const circumstances = sorted(*message, value);
+        std::string const text = byText(*message, record.get(), chosen, circumstances);
+        EXPECT_EQ(text, byTree(*message, record.get(), chosen, circumstances))
+            << message->name << ", seed " << seed;
+        documents.insert(text);
+      }
+    }
+    EXPECT_GT(documents.size(), 1U) << message->name << " is one document, whatever it is given";
+  }
+}
+
+TEST(EveryRequest, OfARecordOfZerosIsTheSameAsATextAndAsATree) {
+  for (MessageRow const* const message : requests()) {
+    AnyRecord const record(*message->record);
+    for (std::vector<long> const& chosen : test::choicesOf(*message)) {
+      EXPECT_EQ(byText(*message, record.get(), chosen, ~Circumstances{}),
+                byTree(*message, record.get(), chosen, ~Circumstances{}))
+          << message->name;
+    }
+  }
+}
+
+TEST(EveryRequest, IsFoundByItsNameAndItsCommand) {
+  std::set<std::string_view> commands;
+  for (MessageRow const* const message : requests()) {
+    EXPECT_EQ(findRequest(message->name), message);
+    EXPECT_EQ(findRequest(message->composing->command), message);
+    EXPECT_TRUE(commands.insert(message->composing->command).second) << message->name;
+    EXPECT_FALSE(message->composing->title.empty()) << message->name;
+    std::string_view const reply = message->composing->recordOf;
+    EXPECT_TRUE(reply.empty() || findReply(reply) != nullptr) << message->name;
+  }
+  EXPECT_EQ(findRequest("general-status"), nullptr);
+  EXPECT_EQ(findRequest(""), nullptr);
+}
+
+TEST(EveryRequest, NeedsTheMembersThatAreRequired) {
+  for (MessageRow const* const message : requests()) {
+    for (std::string_view const name : message->composing->required) {
+      Value value = test::record({});
+      for (std::string_view const other : message->composing->required) {
+        if (other == name) continue;
+        Value const generated = test::Generator(1).record(message->rows);
+        Value const* const member = generated.find(std::string(other));
+        ASSERT_NE(member, nullptr) << message->name << ": " << other;
+        value.members.push_back({std::string(other), *member});
+      }
+      Composition const composition = compose(std::string(message->name), value);
+      EXPECT_FALSE(composition.composed) << message->name << " without " << name;
+      EXPECT_EQ(composition.text, "") << message->name;
+      EXPECT_FALSE(composition.problem.expected.empty()) << message->name;
+    }
+  }
+}
+
+TEST(EveryRequest, RefusesChoicesAndMembersThatItDoesNotHave) {
+  for (MessageRow const* const message : requests()) {
+    std::string const name(message->name);
+    Composition const choice =
+        compose(name, test::record({}), test::record({{"no such choice", test::number(1)}}));
+    EXPECT_FALSE(choice.composed) << name;
+    EXPECT_EQ(choice.problem.path, "no such choice") << name;
+    EXPECT_FALSE(compose(name, test::record({}), test::number(1)).composed) << name;
+    Composition const member = compose(name, test::record({{"no such member", test::number(1)}}));
+    EXPECT_FALSE(member.composed) << name;
+    EXPECT_NE(member.problem.description().find("no"), std::string::npos) << name;
+    EXPECT_FALSE(compose(name, test::number(1)).composed) << name;
+  }
+}
+
+TEST(EveryRequest, PrintsNothingOnStandardOutputOrError) {
+  test::CaughtStream out(STDOUT_FILENO);
+  test::CaughtStream error(STDERR_FILENO);
+  for (MessageRow const* const message : requests()) {
+    compose(std::string(message->name), test::Generator(7).record(message->rows));
+  }
+  std::string const said = error.release();
+  EXPECT_EQ(out.release() + said, "");
+}
+
+using EveryRequestWithoutMemory = test::HeapTest;
+
+TEST_F(EveryRequestWithoutMemory, LosesNothing) {
+  for (MessageRow const* const message : requests()) {
+    Value const value = test::Generator(3).record(message->rows);
+    AnyRecord const record(*message->record);
+    Problem problem;
+    fill(*message, record, value, problem);
+    std::vector<long> const chosen = test::choicesOf(*message).back();
+    bool threw = true;
+    for (std::size_t failing = 1; threw; ++failing) {
+      test::Allocations allocations(failing);
+      threw = false;
+      try {
+        AnyRecord const another(*message->record);
+        Problem unused;
+        fill(*message, another, value, unused);
+        std::string text;
+        composeRecord(*message, another.get(), chosen, 0, text, unused);
+      } catch (std::bad_alloc const&) {
+        threw = true;
+      }
+      EXPECT_EQ(allocations.reclaim(), 0U) << message->name << ", allocation " << failing;
+    }
+    std::string const text = byText(*message, record.get(), chosen, 0);
+    EXPECT_EQ(text, byTree(*message, record.get(), chosen, 0)) << message->name;
+  }
+}
+
+}  // namespace
+}  // namespace Kovra

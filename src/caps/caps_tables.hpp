@@ -186,8 +186,9 @@ inline constexpr List graphicFormatList =
         "graphic_formats", codeEntries<graphicFormats>("graphic_format"));
 inline constexpr List fontList =
     listOf<&_Capabilities::fonts, &_Capabilities::fontCount>("fonts", entries<font>("font"));
-inline constexpr List templateList = listOf<&_Capabilities::templates, &_Capabilities::templateCount>(
-    "templates", entries<stored>("template"));
+inline constexpr List templateList =
+    listOf<&_Capabilities::templates, &_Capabilities::templateCount>("templates",
+                                                                     entries<stored>("template"));
 inline constexpr List graphicList =
     under(withLocation, listOf<&_Capabilities::graphics, &_Capabilities::graphicCount>(
                             "graphics", entries<stored>("graphic")));
@@ -195,9 +196,9 @@ inline constexpr List barCodeList = listOf<&_Capabilities::barcodes, &_Capabilit
     "barcodes", entries<barCode>("barcode"));
 
 /// All of them, for those who ask the same of each.
-inline constexpr List const* lists[] = {&hostPortList, &devicePortList,       &interfaceList,
+inline constexpr List const* lists[] = {&hostPortList, &devicePortList,    &interfaceList,
                                         &languageList, &graphicFormatList, &fontList,
-                                        &templateList, &graphicList,          &barCodeList};
+                                        &templateList, &graphicList,       &barCodeList};
 
 /// All children count, whatever their names. More than the array can hold: their number becomes the
 /// count, and that is a success. Otherwise the count stays as the host set it.

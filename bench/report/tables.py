@@ -21,8 +21,9 @@ MOST = {  # what is promised: ÷ bare parse, ÷ pugixml by hand
 }
 FURTHER = ("job_status", "job_list_100", "sensor_information", "capabilities_read", "media_read",
            "read_security_keys")
-WRITERS = ("configuration_writing", "capabilities_write", "media_write", "write_security_keys",
-           "write_key_change", "write_secure_directive", "write_motor_command")
+WRITERS = ("configuration_writing", "configuration_composing", "capabilities_write", "media_write",
+           "write_security_keys", "write_key_change", "write_secure_directive",
+           "write_motor_command")
 ENTRIES = (10, 100, 1000)
 LISTS = {"access points": "access_points_{}", "media cards": "media_read_{}"}
 

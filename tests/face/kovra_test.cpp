@@ -28,16 +28,6 @@ std::vector<std::string> readingsOf(std::string const& text, std::string const& 
   return all;
 }
 
-/// "LINE:COLUMN sentence" for each note.
-std::vector<std::string> notesOf(std::string const& text) {
-  std::vector<std::string> all;
-  for (Note const& note : decoded(text).notes) {
-    all.push_back(std::to_string(note.place.line) + ':' + std::to_string(note.place.column) + ' ' +
-                  note.description());
-  }
-  return all;
-}
-
 using Texts = std::vector<std::string>;
 
 TEST(Documents, AreTheCatalogue) {
@@ -97,81 +87,6 @@ TEST(Decode, TakesOnlyTheBytesThatItIsGiven) {
   std::string const text = "<get_count/>rest";
   EXPECT_EQ(decode(text.data(), text.size() - 4).status, Decoding::Status::decoded);
   EXPECT_EQ(decode(text.data(), text.size() - 5).status, Decoding::Status::malformed);
-}
-
-TEST(Notes, StandInTheOrderOfTheirPlacesWhicheverReaderHasThem) {
-  EXPECT_EQ(notesOf("<keys>\n<set><new_passkey/></set>\n<printer_lock_key/><other/></keys>"),
-            (Texts{"2:6 <new_passkey>: empty, not read", "3:1 <printer_lock_key>: empty, not read",
-                   "3:20 <other>: unknown element, skipped"}));
-}
-
-TEST(Notes, OfOnePlaceStandInTheOrderInWhichTheyWereMade) {
-  // So many that sorting them would show.
-  std::string text = "<configuration>\n";
-  Texts expected;
-  for (int line = 2; line < 52; ++line) {
-    text += "<lcd_contrast/>\n";
-    std::string const place = std::to_string(line) + ":1 <lcd_contrast>: ";
-    expected.push_back(place + "no number in attribute \"min, max\", not read");
-    expected.push_back(place + "empty, not read");
-  }
-  EXPECT_EQ(notesOf(text + "</configuration>"), expected);
-}
-
-TEST(Notes, OfAnElementAreToldOnceForAllReaders) {
-  EXPECT_EQ(notesOf("<get_count><other/></get_count>"),
-            Texts{"1:12 <other>: unknown element, skipped"});
-  EXPECT_EQ(notesOf("<get_count><total_cards_done/></get_count>"),
-            Texts{"1:12 <total_cards_done>: empty, not read"})
-      << "known to one of them";
-}
-
-TEST(Notes, BeyondAThousandAreCounted) {
-  std::string children;
-  for (int i = 0; i < 1003; ++i) children += "<other/>";
-  std::vector<Note> const notes =
-      decoded("<get_general_status>" + children + "</get_general_status>").notes;
-  ASSERT_EQ(notes.size(), 1001U);
-  EXPECT_EQ(notes.back().kind, Note::Kind::unlisted);
-  EXPECT_EQ(notes.back().description(), "3 more notes");
-  EXPECT_EQ(notes.back().place.line, 0);
-}
-
-Note note(Note::Kind kind, std::string const& found, std::string const& kept,
-          std::vector<std::string> const& expected) {
-  Note made;
-  made.kind = kind;
-  made.element = "e";
-  made.found = found;
-  made.kept = kept;
-  made.expected = expected;
-  return made;
-}
-
-TEST(Notes, HaveWordsForEveryKindAndNoneForSecrets) {
-  using Kind = Note::Kind;
-  EXPECT_EQ(note(Kind::unknownElement, "", "", {}).description(), "<e>: unknown element, skipped");
-  EXPECT_EQ(note(Kind::unknownWord, "x", "", {"a", "b"}).description(),
-            "<e>: unknown word \"x\"; one of: a, b");
-  EXPECT_EQ(note(Kind::unknownWord, "", "", {"a", "b"}).description(),
-            "<e>: unknown word; one of: a, b");
-  EXPECT_EQ(note(Kind::notANumber, "x", "", {"a number"}).description(),
-            "<e>: \"x\" is not a number");
-  EXPECT_EQ(note(Kind::notANumber, "", "", {"a number"}).description(),
-            "<e>: the text is not a number");
-  EXPECT_EQ(note(Kind::changedNumber, "70000", "4464", {}).description(),
-            "<e>: \"70000\" does not fit, kept as 4464");
-  EXPECT_EQ(note(Kind::changedNumber, "", "", {}).description(), "<e>: the text does not fit");
-  EXPECT_EQ(note(Kind::cutText, "longer", "long", {}).description(),
-            "<e>: text too long, cut to \"long\"");
-  EXPECT_EQ(note(Kind::cutText, "", "", {}).description(), "<e>: text too long");
-  EXPECT_EQ(note(Kind::emptyElement, "", "", {}).description(), "<e>: empty, not read");
-  EXPECT_EQ(note(Kind::noAttribute, "", "", {"min", "max"}).description(),
-            "<e>: no number in attribute \"min, max\", not read");
-  EXPECT_EQ(note(Kind::surplusEntry, "", "16", {}).description(),
-            "<e>: more than 16 entries, skipped");
-  EXPECT_EQ(note(Kind::unlisted, "", "7", {}).description(), "7 more notes");
-  EXPECT_EQ(note(static_cast<Kind>(99), "x", "y", {"z"}).description(), "");
 }
 
 TEST(Problems, AreOneSentenceWithThePathInFront) {

@@ -61,10 +61,14 @@ TEST(Refusal, OfAMalformedTextTellsWhatWasFoundAndWhatWouldBeRight) {
            {"<a>&#</a>",
             "1:4: malformed: found \"&#\" without a character's number; expected a reference such "
             "as \"&#38;\""},
+           {"<a b='&#38'/>",
+            "1:7: malformed: found \"&#\" without a character's number; expected a reference such "
+            "as \"&#38;\""},
            {"<a /b>",
             "1:5: malformed: found \"/\" in the tag in <a>, opened at line 1; expected \"/>\""},
            {"<a>\n<b></a></b>",
             "2:4: malformed: found </a> in <b>, opened at line 2; expected </b>"},
+           {"<a></>", "1:4: malformed: found </> in <a>, opened at line 1; expected </a>"},
            {"<a></a b>", "1:8: malformed: found no \">\" behind \"</a\"; expected </a>"},
            {"<a><?xml version?></a>",
             "1:17: malformed: found a broken declaration in <a>, opened at line 1; expected "
@@ -82,12 +86,26 @@ TEST(Refusal, OfAMalformedTextTellsWhatWasFoundAndWhatWouldBeRight) {
            {"<a><![CDATA[ ",
             "1:14: malformed: found the end of the text behind \"<![CDATA[\" in <a>, opened at "
             "line 1; expected its end"},
+           {"<a></a",
+            "1:7: malformed: found the end of the text inside a tag in <a>, opened at line 1; "
+            "expected \">\""},
+           {"<a>\n<!DOCTYPE",
+            "2:10: malformed: found the end of the text behind \"<!\" in <a>, opened at line 1; "
+            "expected its end"},
+           {"<a><?x",
+            "1:7: malformed: found the end of the text behind \"<?\" in <a>, opened at line 1; "
+            "expected its end"},
+           {"<a><?xml version='1",
+            "1:20: malformed: found the end of the text behind \"<?xml\" in <a>, opened at line 1; "
+            "expected its end"},
            {"<a><b></b>",
             "1:11: malformed: found the end of the text in <a>, opened at line 1; expected </a>"},
            {"<a>\0</a>"s, "1:4: malformed: found a NUL byte; expected text"},
        }) {
     Decoding const decoding = decoded(refused.text);
     EXPECT_EQ(told(decoding), refused.told);
+    EXPECT_EQ(decoding.description(),
+              "malformed: found " + decoding.found + "; expected " + decoding.expected);
     EXPECT_EQ(decoding.status, Decoding::Status::malformed) << refused.told;
     EXPECT_EQ(decoding.root, "") << refused.told;
     EXPECT_TRUE(decoding.readings.empty() && decoding.notes.empty()) << refused.told;
@@ -147,6 +165,11 @@ TEST(Refusal, OfAnUnknownRootTellsItsPlace) {
   EXPECT_EQ(none.root, "");
   EXPECT_EQ(told(none),
             "0:0: found no root element; expected the root element of a reply that Kovra reads");
+  EXPECT_EQ(told(decoded("<!-- x -->", "job-status")),
+            "0:0: found no root element; expected <get_job_status>");
+  EXPECT_EQ(told(decoded("<other/>", "capabilities")),
+            "1:1: found root element <other>; expected one of: <capabilities>, "
+            "<get_capabilities>");
 }
 
 TEST(Refusal, OfTheRootOfAnotherReplyNamesThoseThatWouldBeRight) {
@@ -167,6 +190,14 @@ TEST(Refusal, OfAnUnknownNameListsAllNames) {
   Decoding const unknown = decoded("<get_general_status/>", "general");
   EXPECT_EQ(unknown.status, Decoding::Status::unknownName);
   EXPECT_EQ(told(unknown), "0:0: unknown document \"general\"; expected one of: " + names);
+  EXPECT_EQ(unknown.found + unknown.root, "\"general\"");
+}
+
+// Whatever else is wrong: first the name, then what no XML can hold, then the XML.
+TEST(Refusal, TellsTheFirstThingThatIsWrong) {
+  EXPECT_EQ(decoded("<a\0"s, "general").status, Decoding::Status::unknownName);
+  EXPECT_EQ(told(decoded("<a b\n<\0"s)), "2:2: malformed: found a NUL byte; expected text");
+  EXPECT_EQ(decoded("<other", "job-list").status, Decoding::Status::malformed);
 }
 
 TEST(Refusal, OfNothingIsOne) {

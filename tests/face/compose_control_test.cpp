@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kovra.hpp"
@@ -58,6 +59,62 @@ TEST(ComposeDeviceControl, RefusesOtherDevices) {
       {{"wheel", record({}), "found device \"wheel\"; expected a device that takes commands"},
        {"", record({}), "found device \"\"; expected a device that takes commands"},
        {"motor", text("on"), "found \"on\"; expected an object"}});
+}
+
+// What no member of its kind takes, whatever the device.
+TEST(ComposeDeviceControl, RefusesValuesOfOtherKinds) {
+  std::string const switches = "expected a keyword: its code, or one of: off, on";
+  std::string const longest = "expected a text of at most 255 bytes, none of them NUL";
+  std::string const wholeNumber = "expected a whole number from -2147483648 to 2147483647";
+  Value secret = text("on!");
+  secret.secret = true;
+  expectProblems(
+      {{"fan", record({{"state", real(1.5)}}), "state: found 1.500000; " + switches},
+       {"fan", record({{"state", record({})}}), "state: found an object; " + switches},
+       {"fan", record({{"state", record({{"code", text("on")}})}}),
+        "state: found \"on\"; " + wholeNumber},
+       {"fan", record({{"state", number(2147483648L)}}), "state: found 2147483648; " + wholeNumber},
+       {"fan", record({{"state", secret}}),
+        "state: found a text of 3 bytes; expected one of: off, on"},
+       {"fan", record({{"text", number(1)}}), "text: found 1; expected a text"},
+       {"fan", record({{"text", text(std::string(256, 'x'))}}),
+        "text: found a text of 256 bytes; " + longest},
+       {"fan", record({{"text", text(std::string("a\0b", 3))}}),
+        "text: found " + std::string("\"a\0b\"", 5) + "; " + longest},
+       {"fan", texts({{"text", "\x01"}}),
+        "text: found a text with a character that XML cannot carry; expected a text without "
+        "control characters other than tabs and line ends"},
+       {"advance", record({{"panel", text(std::string(256, 'x'))}}),
+        "panel: found a text of 256 bytes; " + longest},
+       {"cam", record({{"state", text(std::string(256, 'x'))}}),
+        "state: found a text of 256 bytes; " + longest},
+       {"calibrate", texts({{"torque", "1.5"}}), "torque: found \"1.5\"; expected a number"},
+       {"motor", record({{"rpm", real(1e39)}}),
+        "rpm: found " + std::to_string(1e39) + "; expected a number that a float can hold"},
+       {"motor", record({{"speed", real(50)}}), "speed: found 50.000000; " + wholeNumber},
+       {"motor", texts({{"direction", "left"}}),
+        "direction: found \"left\"; expected one of: forward, reverse"},
+       {"rfid", texts({{"mode", "warm_up"}}),
+        "mode: found \"warm_up\"; expected one of: off, on, modulate"}});
+}
+
+// Names of members that each device takes, in the problem of one that it does not.
+TEST(ComposeDeviceControl, NamesTheMembersThatADeviceTakes) {
+  for (auto const& [device, members] : std::vector<std::pair<std::string, std::string>>{
+           {"motor", "motor, state, direction, speed, rpm, period"},
+           {"cam", "state, text"},
+           {"calibrate", "type, torque, rpm"},
+           {"fan", "state, text"},
+           {"sensor", "state, text"},
+           {"clutch", "state, text"},
+           {"advance", "panel, text"},
+           {"laminator", "spool, text"},
+           {"radio", "text"},
+           {"rfid", "mode, antenna"},
+       }) {
+    expectProblems({{device.c_str(), texts({{"colour", "red"}}),
+                     "colour: found an unknown key; expected one of: " + members}});
+  }
 }
 
 TEST(ComposeDeviceControl, RunsANamedMotor) {

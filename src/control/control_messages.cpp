@@ -74,7 +74,7 @@ constexpr Table rfidMembers = {word<&Said::mode, rfidModes>(), figure<&Said::ant
 Command commandOf(Said const& said) {
   return {.motor = said.motor,
           .state = said.state,
-          .direction = said.direction,
+          .direction = forwardOrReverse(said.direction),
           .speed = said.speed,
           .rpm = said.rpm,
           .period = said.period,
@@ -126,10 +126,7 @@ struct Writer {
     return Check(*static_cast<Said const*>(record), value, problem);
   }
 
-  static Written written(void const* record) {
-    auto const& said = *static_cast<Said const*>(record);
-    return {RowsOf(said), circumstancesOf(completed(said))};
-  }
+  static Rows written(void const* record) { return RowsOf(*static_cast<Said const*>(record)); }
 
   static bool write(Sink& sink, void const* record, Chosen, Circumstances) {
     auto const& said = *static_cast<Said const*>(record);
@@ -141,6 +138,9 @@ struct Writer {
  private:
   static Command completed(Said const& said) {
     Command command = commandOf(said);
+    Rows const rows = RowsOf(said);
+    bool const isSwitch = rows.data() == Rows(switched).data();
+    if (isSwitch || said.motor >= 0) command.state = onOrOff(said.state);
     if (std::string_view(Device) != "laminator") return command;
     if (said.spool >= 0) command.text = scals.wordOr(said.spool, nullptr);
     nameSpool(command);

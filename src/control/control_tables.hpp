@@ -93,6 +93,8 @@ inline constexpr Table anyMotor = {
     when(warmingUp, part<&Command::period>("period", numberAttributeKind)),
     when(running, part<&Command::direction>("direction", wordAttributeKind, &directions)),
     when(running, part<&Command::speed>("speed", numberAttributeKind)),
+    // A code without a word is none, and so no name.
+    content<&Command::motor>("motor", wordContentKind, &motors),
 };
 
 inline constexpr Table cam = {
@@ -143,6 +145,14 @@ inline constexpr int stateWarmingUp = 2;
 
 /// The rows of a device that is told a text by its name.
 Rows rowsOfDevice(std::string_view name);
+
+/// What is not "on" is off, and what is not forward is reverse: of switches, and of motors by name.
+constexpr int onOrOff(int state) {
+  return state == stateRunning ? stateRunning : 0;
+}
+constexpr int forwardOrReverse(int direction) {
+  return direction != 0 ? 1 : 0;
+}
 
 /// Puts the spool that a laminator's text says, or none, into the command.
 void nameSpool(Command& command);

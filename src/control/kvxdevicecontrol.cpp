@@ -30,8 +30,8 @@ bool KVXDeviceControl::RunMotorCommand(int state, int reverse, int speed, int mo
                                        int outLen) {
   Command command;
   command.motor = motor;
-  command.state = state == stateRunning ? stateRunning : 0;
-  command.direction = reverse != 0 ? 1 : 0;
+  command.state = onOrOff(state);
+  command.direction = forwardOrReverse(reverse);
   command.speed = speed;
   root_ = build(*this, "motor", namedMotor, command);
   return saveJob(out, outLen);

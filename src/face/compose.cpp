@@ -27,9 +27,12 @@ bool addWord(ChoiceRow const& choice, Value const& value, long& chosen, Problem&
   Word const* const word =
       value.kind == Value::Kind::text ? choice.words->find(value.text) : nullptr;
   if (word == nullptr) {
-    return refuse(problem, choice.name, described(value), "one of: " + listed(*choice.words));
+    bool const isText = value.kind == Value::Kind::text;
+    return refuse(problem, choice.name, isText ? '"' + value.text + '"' : described(value),
+                  "one of: " + listed(*choice.words));
   }
-  chosen |= word->code;
+  // Of one word the last counts, of several all.
+  chosen = word->code | (choice.form == ChoiceRow::Form::words ? chosen : 0);
   return true;
 }
 
@@ -107,24 +110,40 @@ bool hasRequired(Composing const& composing, Value const& value, Problem& proble
   return true;
 }
 
+/// Takes note of the attributes of a document, of which nothing else is looked at.
+class Attributes final : public Sink {
+ public:
+  void open(char const*) override {}
+  void attribute(char const* name, char const*) override { names_.emplace_back(name); }
+  void text(char const*) override {}
+  void close(char const*) override {}
+  void leaf(char const*, char const*) override {}
+
+  bool has(std::string_view name) const {
+    return std::find(names_.begin(), names_.end(), name) != names_.end();
+  }
+
+ private:
+  std::vector<std::string_view> names_;  // from the tables
+};
+
 /// Is the member one that the command takes?
-bool isTaken(Written const& written, std::string_view member) {
-  return std::any_of(written.rows.begin(), written.rows.end(), [&](Row const& row) {
-    return row.member == member && (!row.isNeeded || isWrittenUnder(row, written.circumstances));
+bool isTaken(Rows rows, Attributes const& written, std::string_view member) {
+  return std::any_of(rows.begin(), rows.end(), [&](Row const& row) {
+    return row.member == member && (!row.isNeeded || written.has(member));
   });
 }
 
 /// Does the document say what the command says, no less and no more? What it does not take is a
 /// mistake of whoever wrote it, and so is what was left out.
-bool saysTheSame(Written const& written, Value const& command, Problem& problem) {
+bool saysTheSame(Rows rows, Attributes const& written, Value const& command, Problem& problem) {
   for (Kovra::Member const& member : command.members) {
-    if (isTaken(written, member.name)) continue;
+    if (isTaken(rows, written, member.name)) continue;
     return refuse(problem, member.name, described(member.value),
                   "none: this command does not take it");
   }
-  for (Row const& row : written.rows) {
-    bool const isNeeded =
-        row.isNeeded && !row.member.empty() && isWrittenUnder(row, written.circumstances);
+  for (Row const& row : rows) {
+    bool const isNeeded = row.isNeeded && !row.member.empty() && written.has(row.member);
     if (!isNeeded || isNamed(command, row.member)) continue;
     return refuse(problem, row.member, "nothing", "a value: this command needs it");
   }
@@ -133,9 +152,14 @@ bool saysTheSame(Written const& written, Value const& command, Problem& problem)
 
 bool isComplete(Composing const& composing, Value const& value, void const* record,
                 Problem& problem) {
-  return (composing.check == nullptr || composing.check(record, value, problem)) &&
-         hasRequired(composing, value, problem) &&
-         (composing.written == nullptr || saysTheSame(composing.written(record), value, problem));
+  if ((composing.check != nullptr && !composing.check(record, value, problem)) ||
+      !hasRequired(composing, value, problem)) {
+    return false;
+  }
+  if (composing.written == nullptr) return true;
+  Attributes written;
+  composing.write(written, record, {}, 0);
+  return saysTheSame(composing.written(record), written, value, problem);
 }
 
 Assigned fill(MessageRow const& message, AnyRecord const& record, Value const& value,

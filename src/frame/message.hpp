@@ -106,12 +106,6 @@ struct MemberTitle {
   std::string_view title;
 };
 
-/// Rows, and the circumstances under which a record is written by them.
-struct Written {
-  Rows rows;
-  Circumstances circumstances;
-};
-
 /// Several documents that are composed by one word and then another.
 struct CommandGroup {
   std::string_view title;
@@ -144,8 +138,8 @@ struct Composing {
   Assigned (*assign)(void* memory, Value const& value, Problem& problem) = nullptr;
   /// Whether members agree with one another; false with a problem.
   bool (*check)(void const* record, Value const& value, Problem& problem) = nullptr;
-  /// Of a command: it takes the members that these rows write, and needs them all.
-  Written (*written)(void const* record) = nullptr;
+  /// Of a command: it takes the members that these rows write as attributes, and needs them all.
+  Rows (*written)(void const* record) = nullptr;
   /// Writes what is below the root. False when there was nothing to write.
   bool (*write)(Sink& sink, void const* record, Chosen chosen, Circumstances circumstances);
   /// Why there was nothing.

@@ -269,5 +269,23 @@ TEST(ComposeDeviceControl, DrivesTheAntenna) {
                    "2147483647"}});
 }
 
+/// What the classic operations make of such codes.
+TEST(ComposeDeviceControl, TakesCodesWithoutAWordAsTheClassicOperationsDo) {
+  for (char const* const device : {"fan", "sensor", "clutch"}) {
+    expectDocuments({{device, record({{"state", number(5)}}),
+                      "<" + std::string(device) + " state=\"off\" />"}});
+  }
+  expectDocuments(
+      {{"motor", record({{"motor", number(0)}, {"state", number(-1)}}),
+        "<motor state=\"off\">card_feed</motor>"},
+       {"motor", record({{"motor", number(-2)}, {"state", number(0)}}), "<motor state=\"off\" />"},
+       {"motor", record({{"state", number(1)}, {"direction", number(3)}, {"speed", number(5)}}),
+        "<motor state=\"on\" direction=\"reverse\" speed=\"5\" />"}});
+  std::string const none = "; expected none: this command does not take it";
+  expectProblems({{"motor", record({{"state", number(-2)}}), "state: found -2" + none},
+                  {"calibrate", record({{"type", number(-2)}}), "type: found -2" + none},
+                  {"calibrate", record({{"type", number(9)}}), "type: found 9" + none}});
+}
+
 }  // namespace
 }  // namespace Kovra

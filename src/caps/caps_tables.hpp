@@ -74,7 +74,7 @@ struct LaminatorKind {
 
 /// A text that is always the same; never read.
 template <Fixed Text>
-struct AlwaysReading : NeverAssigned {
+struct AlwaysReading : NeverRead, NeverAssigned {
   template <class Record>
   static bool write(Sink& sink, char const* element, Record const&, Circumstances, bool) {
     sink.leaf(element, Text.text);
@@ -316,7 +316,7 @@ inline constexpr auto magEncoderRow =
     keywordBy<&_Capabilities::magEncoderType, twoWays<magHeads, writtenMagHeads>>("mag_encoder");
 
 /// The record's print system is not looked at: meant.
-struct WrittenPrintSystem : NeverAssigned {
+struct WrittenPrintSystem : NeverRead, NeverAssigned {
   static bool write(Sink& sink, char const* element, _Capabilities const&,
                     Circumstances circumstances, bool) {
     sink.leaf(element, printSystemWord((circumstances & directToCard) != 0));

@@ -23,8 +23,8 @@ bool putWord(Vocabulary const& words, int code, char* buf, int room = wordRoom) 
   return copyWord(buf, room, words.wordOrEmpty(code)) && !words.wordOf(code).empty();
 }
 
-/// The class has no function of its own that would bring its virtual table along, and yet the library
-/// has always had one.
+/// The class has no function of its own that would bring its virtual table along, and yet the
+/// library has always had one.
 [[gnu::used]] TiXmlDocument* bringTable() {
   return new KVXSetCaps;
 }

@@ -90,7 +90,9 @@ void addMembers(Rows rows, Composing const& composing, std::vector<MemberDescrip
 void addSecrets(Rows rows, std::string const& path, std::vector<std::string>& secrets) {
   for (Row const& row : rows) {
     std::string const inner = row.member.empty() ? path : path + std::string(row.member) + '.';
-    if (row.kind->shape == Shape::secret) secrets.push_back(path + std::string(row.member));
+    std::string const own = path + std::string(row.member);
+    bool const isThere = std::find(secrets.begin(), secrets.end(), own) != secrets.end();
+    if (row.kind->shape == Shape::secret && !isThere) secrets.push_back(own);
     addSecrets(rowsBelow(row), inner, secrets);
   }
 }

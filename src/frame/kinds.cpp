@@ -534,7 +534,7 @@ constexpr Kind wordKindOf = {Shape::flag, readWordFlag<Flag>, nullptr, assignFla
 /// clears that of an element without text.
 template <class Flag, class Stored>
 bool readSwitch(Row const& row, Element element, void* place, Watch const& watch) {
-  Stored stored = static_cast<Stored>(at<Flag>(place));
+  Stored stored{};  // what the host has may be no value of a flag
   bool const read = convertFlag(element.text(), stored);
   if (read || std::is_same_v<Stored, bool>) at<Flag>(place) = static_cast<Flag>(stored);
   remark(watch, [&](Observer& observer) {

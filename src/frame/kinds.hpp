@@ -28,11 +28,12 @@ namespace Kovra::frame {
 //   assign   a value that a host gives, into the member
 //   outline  the words in the element
 //   shape    what the value is, where the member's type does not say it
-// of which the last four may be left out; one that does not write or assign says so. A kind that
-// needs to know more than a type is an object of its own, of functions that get the row.
+// of which missing, outline and shape may be left out; one that does not write or assign says so. A
+// kind that needs to know more than a type is an object of its own, of functions that get the row.
 
 /// What a kind or a reading never does it says, by being one of these: a function of another
 /// signature than is looked for would else be left out without a word.
+struct NeverRead {};
 struct NeverWritten {};
 struct NeverAssigned {};
 

@@ -165,7 +165,7 @@ constexpr Field<Record> uncounted(Field<Record> const& field) {
 template <class Record>
 constexpr Field<Record> when(Circumstances needs, Field<Record> const& field) {
   Row row = field.row();
-  row.needs = needs;
+  row.needs |= needs;
   return Field<Record>(row);
 }
 

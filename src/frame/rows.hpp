@@ -467,6 +467,8 @@ inline constexpr Kind kindOfReading{Shape::odd,
 /// A row whose reading is a small struct of its own, with a comment that says why it is odd.
 template <class Record, class Reading>
 constexpr auto reading(std::string_view element) {
+  static_assert(detail::ReadsRecord<Record, Reading> || std::is_base_of_v<NeverRead, Reading>,
+                "this reading reads nothing into this record and does not say so");
   static_assert(detail::WritesRecord<Record, Reading> || std::is_base_of_v<NeverWritten, Reading>,
                 "this reading writes nothing of this record and does not say so");
   static_assert(detail::AssignsRecord<Record, Reading> || std::is_base_of_v<NeverAssigned, Reading>,

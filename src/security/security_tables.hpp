@@ -50,7 +50,7 @@ enum KeyChange : Circumstances {
 
 /// A text of the caller's, which may be null: then nothing is written.
 template <auto M>
-struct GivenTextReading : NeverAssigned {
+struct GivenTextReading : NeverRead, NeverAssigned {
   template <class Record>
   static bool write(Sink& sink, char const* element, Record const& record, Circumstances, bool) {
     if (record.*M == nullptr) return false;
@@ -141,9 +141,9 @@ inline constexpr Table directiveTable = {
 /// only written, by the rows above.
 template <class Record>
 inline constexpr Table printerMembers = {
-    text<&Record::model>("model"),
-    text<&Record::serial>("serial"),
-    text<&Record::nonce>("nonce"),
+    text<&Record::model>(""),
+    text<&Record::serial>(""),
+    text<&Record::nonce>(""),
 };
 
 /// In the order of the document, which is not that of the record.

@@ -143,6 +143,8 @@ struct CardsUntilCleaning {
 
 /// A number of which it matters whether it was read at all.
 struct SoughtNumberKind : NeverWritten, NeverAssigned {
+  static constexpr Shape shape = Shape::integer;
+
   static bool read(Element element, std::optional<int>& out) {
     int number = 0;
     if (!NumberKind::read(element, number)) return false;

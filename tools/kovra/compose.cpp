@@ -94,8 +94,8 @@ std::string listed(std::vector<std::string> const& names) {
 
 CLI::Option* addNumberChoice(CLI::App& app, Choice const& choice, Object const& choices) {
   auto const add = choices.adder(choice.name());
-  CLI::Option* const option = app.add_option_function<long>(
-      "--" + choice.name(), [add](long given) { add(numberValue(given)); }, choice.title());
+  CLI::Option* const option = app.add_option_function<int>(
+      "--" + choice.name(), [add](int given) { add(numberValue(given)); }, choice.title());
   std::vector<long> allowed;
   for (long number = choice.least(); choice.most() != 0 && number <= choice.most(); ++number) {
     allowed.push_back(number);

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -65,9 +66,10 @@ void read(MessageRow const& message, Element root) {
 }
 
 void readEverything(std::uint8_t const* data, std::size_t size) {
-  std::vector<char> const exact(data, data + size);
-  if (std::find(exact.begin(), exact.end(), '\0') != exact.end()) return;
-  frame::Reply const reply(exact.data(), exact.size());
+  std::unique_ptr<char[]> const exact(new char[size]);
+  std::copy_n(data, size, exact.get());
+  if (std::find(exact.get(), exact.get() + size, '\0') != exact.get() + size) return;
+  frame::Reply const reply(exact.get(), size);
   for (MessageRow const& message : replies()) {
     if (Element const root = reply.root(message.roots)) read(message, root);
   }
@@ -171,7 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   composeAgain(data, size);
   std::string const input(reinterpret_cast<char const*>(data), size);
   std::uint32_t seed = 0;
-  std::memcpy(&seed, data, std::min(size, sizeof seed));
+  input.copy(reinterpret_cast<char*>(&seed), sizeof seed);
   for (MessageRow const& message : catalogue()) {
     if (message.composing != nullptr) composeBothWays(message, input, seed);
   }

@@ -131,20 +131,20 @@ bool KVXCapsParser::getPhysicalPage(TiXmlElement* page, _Capabilities& caps) {
 }
 
 bool KVXCapsParser::getPrintSystem(TiXmlElement* system, _Capabilities& caps) {
-  return readHostMember<&_Capabilities::printSystem>(system, printSystemRow, caps.printSystem);
+  return readHostMember<&_Capabilities::printSystem, printSystemRow>(system, caps.printSystem);
 }
 
 bool KVXCapsParser::getPrintType(TiXmlElement* type, _Capabilities& caps) {
-  return readHostMember<&_Capabilities::printType>(type, printTypeRow, caps.printType);
+  return readHostMember<&_Capabilities::printType, printTypeRow>(type, caps.printType);
 }
 
 bool KVXCapsParser::getLaminator(TiXmlElement* laminator, _Capabilities& caps) {
-  return readHostMember<&_Capabilities::laminatorPresent>(laminator, laminatorRow,
-                                                          caps.laminatorPresent);
+  return readHostMember<&_Capabilities::laminatorPresent, laminatorRow>(laminator,
+                                                                        caps.laminatorPresent);
 }
 
 bool KVXCapsParser::getLaminatorType(TiXmlElement* type, _Capabilities& caps) {
-  return readHostMember<&_Capabilities::laminatorType>(type, laminatorTypeRow, caps.laminatorType);
+  return readHostMember<&_Capabilities::laminatorType, laminatorTypeRow>(type, caps.laminatorType);
 }
 
 // Keywords.

@@ -36,11 +36,11 @@ bool KVXConfigParser::getOCPLanguage(TiXmlElement* language, _OCPLanguageCaps& o
 }
 
 bool KVXConfigParser::getErrorControl(TiXmlElement* control, ErrorControl& out) {
-  return readHostMember<&_KVConfiguration::error_control>(control, errorControl, out);
+  return readHostMember<&_KVConfiguration::error_control, errorControl>(control, out);
 }
 
 bool KVXConfigParser::getUSBSpeed(TiXmlElement* speed, USB_Speed& out) {
-  return readHostMember<&_KVConfiguration::usb_speed>(speed, usbSpeed, out);
+  return readHostMember<&_KVConfiguration::usb_speed, usbSpeed>(speed, out);
 }
 
 bool KVXConfigParser::getUsageCounters(TiXmlElement* counters, _KVConfiguration& out) {
@@ -128,7 +128,7 @@ bool KVXConfigParser::getCards(TiXmlElement* cards, _KVConfiguration& out) {
 }
 
 bool KVXConfigParser::getFeederParams(TiXmlElement* mode, _eFeedMode& out) {
-  return readHostMember<&_KVConfiguration::feeder_mode>(mode, feedMode, out);
+  return readHostMember<&_KVConfiguration::feeder_mode, feedMode>(mode, out);
 }
 
 }  // namespace Kovra

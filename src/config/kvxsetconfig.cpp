@@ -20,12 +20,12 @@ bool add(TiXmlElement* target, char const* name, Table<Record, N> const& table,
 }
 
 /// Adds the element of a row of the configuration, of which there is nothing but this member.
-template <auto M>
-bool addMember(TiXmlElement* target, Field<_KVConfiguration> const& row,
-               typename frame::Member<M>::Type value) {
+template <auto M, auto const& Field>
+bool addMember(TiXmlElement* target, typename frame::Member<M>::Type value) {
+  static_assert(Field.row().place == &frame::detail::memberIn<M>, "this row is not the member's");
   if (target == nullptr) return false;
   TreeSink sink(*target);
-  return row.row().kind->write(row.row(), sink, &value, 0, false);
+  return Field.row().kind->write(Field.row(), sink, &value, 0, false);
 }
 
 /// Stores the word of `code` in the caller's buffer, which has room for 32 characters; for a code
@@ -87,11 +87,11 @@ bool KVXSetConfig::addOCPLanguage(TiXmlElement* target, _OCPLanguageCaps const& 
 }
 
 bool KVXSetConfig::addErrorControl(TiXmlElement* target, ErrorControl control) {
-  return addMember<&_KVConfiguration::error_control>(target, errorControl, control);
+  return addMember<&_KVConfiguration::error_control, errorControl>(target, control);
 }
 
 bool KVXSetConfig::addUSBSpeed(TiXmlElement* target, USB_Speed speed) {
-  return addMember<&_KVConfiguration::usb_speed>(target, usbSpeed, speed);
+  return addMember<&_KVConfiguration::usb_speed, usbSpeed>(target, speed);
 }
 
 bool KVXSetConfig::addUsageCounters(TiXmlElement* target, _KVConfiguration const& config) {
@@ -180,7 +180,7 @@ bool KVXSetConfig::addCardInfo(TiXmlElement* target, _CustomCardInfo const& info
 }
 
 bool KVXSetConfig::addFeederParams(TiXmlElement* target, _eFeedMode mode) {
-  return addMember<&_KVConfiguration::feeder_mode>(target, feedMode, mode);
+  return addMember<&_KVConfiguration::feeder_mode, feedMode>(target, mode);
 }
 
 char const* KVXSetConfig::GetSecurity(int code) {

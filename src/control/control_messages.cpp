@@ -37,38 +37,38 @@ constexpr Field<Said> said(Field<Said> const& field, std::string_view name = mem
   return readOnly(neverRead(Field<Said>(row)));
 }
 template <auto M, Vocabulary const& Words>
-constexpr auto word() {
+constexpr auto saidWord() {
   return said<M>(keyword<M, Words>(""));
 }
 template <auto M>
-constexpr auto figure() {
+constexpr auto saidNumber() {
   return said<M>(number<M>(""));
 }
-constexpr auto content = said<&Said::text>(text<&Said::text>(""));
+constexpr auto saidText = said<&Said::text>(text<&Said::text>(""));
 
 constexpr Table motorMembers = {
-    word<&Said::motor, motors>(),
-    word<&Said::state, motorModes>(),
-    word<&Said::direction, directions>(),
-    figure<&Said::speed>(),
-    figure<&Said::rpm>(),
-    figure<&Said::period>(),
+    saidWord<&Said::motor, motors>(),
+    saidWord<&Said::state, motorModes>(),
+    saidWord<&Said::direction, directions>(),
+    saidNumber<&Said::speed>(),
+    saidNumber<&Said::rpm>(),
+    saidNumber<&Said::period>(),
 };
 constexpr Table camMembers = {
     // The cam's state is a text of the host's.
     said<&Said::cam>(text<&Said::cam>(""), "state"),
-    content,
+    saidText,
 };
 constexpr Table calibrateMembers = {
-    word<&Said::type, calibrations>(),
-    figure<&Said::torque>(),
-    figure<&Said::rpm>(),
+    saidWord<&Said::type, calibrations>(),
+    saidNumber<&Said::torque>(),
+    saidNumber<&Said::rpm>(),
 };
-constexpr Table switchMembers = {word<&Said::state, switchStates>(), content};
-constexpr Table advanceMembers = {said<&Said::panel>(text<&Said::panel>("")), content};
-constexpr Table laminatorMembers = {word<&Said::spool, spools>(), content};
-constexpr Table radioMembers = {content};
-constexpr Table rfidMembers = {word<&Said::mode, rfidModes>(), figure<&Said::antenna>()};
+constexpr Table switchMembers = {saidWord<&Said::state, switchStates>(), saidText};
+constexpr Table advanceMembers = {said<&Said::panel>(text<&Said::panel>("")), saidText};
+constexpr Table laminatorMembers = {saidWord<&Said::spool, spools>(), saidText};
+constexpr Table radioMembers = {saidText};
+constexpr Table rfidMembers = {saidWord<&Said::mode, rfidModes>(), saidNumber<&Said::antenna>()};
 
 /// A text that was not said is none, not an empty one.
 Command commandOf(Said const& said) {

@@ -5,6 +5,7 @@
 #define KOVRA_CONTROL_CONTROL_TABLES_HPP
 
 #include <string_view>
+#include <type_traits>
 
 #include "control/control_words.hpp"
 #include "frame/field.hpp"
@@ -53,11 +54,46 @@ extern Kind const constantAttributeKind;
 extern Kind const wordContentKind;
 extern Kind const textContentKind;
 
-template <auto M>
+namespace detail {
+
+/// A part that only members of one type can be.
+template <auto M, class Type>
 constexpr Field<Command> part(std::string_view name, Kind const& kind, void const* with = nullptr) {
+  static_assert(std::is_same_v<typename frame::Member<M>::Type, Type>,
+                "this kind writes no members of this type");
   Row row = frame::detail::memberRow<M>(name, kind, with).row();
   row.member = name;  // what those call it who compose
   return writeOnly(Field<Command>(row));
+}
+
+/// A content is not needed.
+constexpr Field<Command> content(Field<Command> const& part) {
+  Row row = part.row();
+  row.isNeeded = false;
+  return Field<Command>(row);
+}
+
+}  // namespace detail
+
+template <auto M, Vocabulary const& Words>
+constexpr auto word(std::string_view name) {
+  return detail::part<M, int>(name, wordAttributeKind, &Words);
+}
+template <auto M>
+constexpr auto figure(std::string_view name) {
+  return detail::part<M, int>(name, numberAttributeKind);
+}
+template <auto M>
+constexpr auto decimal(std::string_view name) {
+  return detail::part<M, float>(name, decimalAttributeKind);
+}
+template <auto M>
+constexpr auto given(std::string_view name) {
+  return detail::part<M, char const*>(name, textAttributeKind);
+}
+template <auto M, Vocabulary const& Words>
+constexpr auto wordContent(std::string_view name) {
+  return detail::content(detail::part<M, int>(name, wordContentKind, &Words));
 }
 
 constexpr Field<Command> constant(std::string_view name, char const* value) {
@@ -68,58 +104,50 @@ constexpr Field<Command> constant(std::string_view name, char const* value) {
                                       .with = value}));
 }
 
-/// A content is not needed.
-template <auto M>
-constexpr Field<Command> content(std::string_view name, Kind const& kind,
-                                 void const* with = nullptr) {
-  Row row = part<M>(name, kind, with).row();
-  row.isNeeded = false;
-  return Field<Command>(row);
-}
-
-inline constexpr auto textContent = content<&Command::text>("text", textContentKind);
+inline constexpr auto textContent =
+    detail::content(detail::part<&Command::text, char const*>("text", textContentKind));
 
 inline constexpr Table namedMotor = {
-    part<&Command::state>("state", wordAttributeKind, &switchStates),
-    when(running, part<&Command::direction>("direction", wordAttributeKind, &directions)),
+    word<&Command::state, switchStates>("state"),
+    when(running, word<&Command::direction, directions>("direction")),
     when(running | withDistance, constant("distance", "0")),
-    when(running | withSpeed, part<&Command::speed>("speed", numberAttributeKind)),
-    content<&Command::motor>("motor", wordContentKind, &motors),
+    when(running | withSpeed, figure<&Command::speed>("speed")),
+    wordContent<&Command::motor, motors>("motor"),
 };
 
 inline constexpr Table anyMotor = {
-    part<&Command::state>("state", wordAttributeKind, &motorModes),
-    when(warmingUp, part<&Command::rpm>("rpm", decimalAttributeKind)),
-    when(warmingUp, part<&Command::period>("period", numberAttributeKind)),
-    when(running, part<&Command::direction>("direction", wordAttributeKind, &directions)),
-    when(running, part<&Command::speed>("speed", numberAttributeKind)),
+    word<&Command::state, motorModes>("state"),
+    when(warmingUp, decimal<&Command::rpm>("rpm")),
+    when(warmingUp, figure<&Command::period>("period")),
+    when(running, word<&Command::direction, directions>("direction")),
+    when(running, figure<&Command::speed>("speed")),
     // A code without a word is none, and so no name.
-    content<&Command::motor>("motor", wordContentKind, &motors),
+    wordContent<&Command::motor, motors>("motor"),
 };
 
 inline constexpr Table cam = {
-    part<&Command::cam>("state", textAttributeKind),
+    given<&Command::cam>("state"),
     textContent,
 };
 
 inline constexpr Table calibrate = {
-    part<&Command::type>("type", wordAttributeKind, &calibrations),
-    when(withTorque, part<&Command::torque>("torque", decimalAttributeKind)),
-    when(withTorque, part<&Command::rpm>("rpm", decimalAttributeKind)),
+    word<&Command::type, calibrations>("type"),
+    when(withTorque, decimal<&Command::torque>("torque")),
+    when(withTorque, decimal<&Command::rpm>("rpm")),
 };
 
 inline constexpr Table switched = {
-    part<&Command::state>("state", wordAttributeKind, &switchStates),
+    word<&Command::state, switchStates>("state"),
     textContent,
 };
 
 inline constexpr Table advance = {
-    part<&Command::panel>("panel", textAttributeKind),
+    given<&Command::panel>("panel"),
     textContent,
 };
 
 inline constexpr Table laminator = {
-    when(withSpool, part<&Command::spool>("spool", wordAttributeKind, &spools)),
+    when(withSpool, word<&Command::spool, spools>("spool")),
     textContent,
 };
 
@@ -129,14 +157,14 @@ inline constexpr Table radio = {
 };
 
 inline constexpr Table rfid = {
-    part<&Command::antenna>("antenna", numberAttributeKind),
-    content<&Command::mode>("mode", wordContentKind, &rfidModes),
+    figure<&Command::antenna>("antenna"),
+    wordContent<&Command::mode, rfidModes>("mode"),
 };
 
 /// Devices of other names.
 inline constexpr Table otherDevice = {textContent};
 inline constexpr Table otherReader = {
-    content<&Command::mode>("mode", wordContentKind, &rfidModes),
+    wordContent<&Command::mode, rfidModes>("mode"),
 };
 
 // Codes of the vocabularies that decide on more than their word.

@@ -247,11 +247,11 @@ bool readHost(TiXmlElement const* element, Record& record) {
 /// A row on an element of a host's own tree.
 bool readHostRow(TiXmlElement const* element, Row const& row, void* place);
 
-/// For a host that has a record's member alone, in a variable of its own.
-template <auto M>
-bool readHostMember(TiXmlElement const* element, Field<typename Member<M>::Record> const& field,
-                    typename Member<M>::Type& out) {
-  return readHostRow(element, field.row(), &out);
+/// For a host that has a record's member alone, in a variable of its own: the row is that member's.
+template <auto M, auto const& Field>
+bool readHostMember(TiXmlElement const* element, typename Member<M>::Type& out) {
+  static_assert(Field.row().place == &detail::memberIn<M>, "this row is not the member's");
+  return readHostRow(element, Field.row(), &out);
 }
 
 }  // namespace Kovra::frame

@@ -9,6 +9,9 @@ namespace {
 
 using namespace status;
 
+constexpr auto securityAlone = security<&_tagWirelessStatus::security>("");
+constexpr auto cipherAlone = cipher<&_tagWirelessStatus::crypto>("");
+
 /// Reads the number of cards with `read`, which takes a record, and hands it to the host's variable
 /// when there was one.
 template <class Read>
@@ -210,13 +213,11 @@ int KVXStatusParser::GetWirelessState(char* keyword) {
 }
 
 bool KVXStatusParser::GetSecurity(TiXmlElement* element, unsigned int& out) {
-  return readHostMember<&_tagWirelessStatus::security>(
-      element, status::security<&_tagWirelessStatus::security>(""), out);
+  return readHostMember<&_tagWirelessStatus::security, securityAlone>(element, out);
 }
 
 bool KVXStatusParser::GetCrypto(TiXmlElement* element, unsigned int& out) {
-  return readHostMember<&_tagWirelessStatus::crypto>(
-      element, status::cipher<&_tagWirelessStatus::crypto>(""), out);
+  return readHostMember<&_tagWirelessStatus::crypto, cipherAlone>(element, out);
 }
 
 }  // namespace Kovra

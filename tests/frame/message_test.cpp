@@ -112,12 +112,15 @@ TEST(ReadReply, TouchesNothingOfARefusedReply) {
   EXPECT_TRUE(untouched(record));
 }
 
+constexpr auto wholeRow = number<&Sample::whole>("whole");
+constexpr auto readWhole = &readHostMember<&Sample::whole, wholeRow>;
+
 TEST(ReadHost, ReadsAMemberThatTheHostHasAlone) {
   test::Tree tree("<whole>7</whole>");
   int alone = 1;
-  EXPECT_TRUE(readHostMember<&Sample::whole>(tree.root(), number<&Sample::whole>("whole"), alone));
+  EXPECT_TRUE(readWhole(tree.root(), alone));
   EXPECT_EQ(alone, 7);
-  EXPECT_FALSE(readHostMember<&Sample::whole>(nullptr, number<&Sample::whole>("whole"), alone));
+  EXPECT_FALSE(readWhole(nullptr, alone));
   EXPECT_EQ(alone, 7);
 }
 

@@ -74,8 +74,7 @@ using ReadOnlyWideText =
                             int>::type;
 
 /// Hands a text to an operation that is declared with `char*` for hosts that link against it, and
-/// that never writes through it. The only place where Kovra takes a `const` away, apart from the
-/// one that wipes secrets.
+/// that never writes through it.
 inline char* borrowed(char const* text) {
   return const_cast<char*>(text);
 }

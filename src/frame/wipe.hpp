@@ -30,15 +30,6 @@ inline constexpr char printIndent[] = "    ";
 /// At least as many bytes as `document` has when it is printed.
 std::size_t printedBound(TiXmlDocument const& document);
 
-/// A document whose texts are wiped before they are released.
-class SecretDocument : public TiXmlDocument {
- public:
-  SecretDocument() = default;
-  ~SecretDocument() override { wipeBelow(*this); }
-  SecretDocument(SecretDocument const&) = delete;
-  SecretDocument& operator=(SecretDocument const&) = delete;
-};
-
 /// A printer whose text never moves while it grows, since room for all of `document` is made first,
 /// and is wiped in the end.
 class SecretPrinter : public TiXmlPrinter {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <set>
@@ -108,6 +109,30 @@ TEST(EveryRequest, IsFoundByItsNameAndItsCommand) {
   }
   EXPECT_EQ(findRequest("general-status"), nullptr);
   EXPECT_EQ(findRequest(""), nullptr);
+}
+
+/// A help lists words; those of the vocabulary, and none is forgotten there.
+TEST(EveryRequest, TellsTheWordsOfItsMembersAndChoices) {
+  auto const expectAll = [](Vocabulary const& words, std::string_view title) {
+    for (Word const& word : words.words) {
+      EXPECT_NE(title.find(word.text), title.npos) << word.text << " in: " << title;
+    }
+  };
+  std::size_t told = 0;
+  for (MessageRow const* const message : requests()) {
+    for (ChoiceRow const& choice : message->composing->choices) {
+      if (choice.form == ChoiceRow::Form::word) expectAll(*choice.words, choice.title);
+    }
+    for (MemberTitle const& title : message->composing->commandMembers) {
+      auto const row = std::find_if(message->rows.begin(), message->rows.end(),
+                                    [&](Row const& known) { return known.member == title.member; });
+      ASSERT_NE(row, message->rows.end()) << message->name << ": " << title.member;
+      if (row->kind->shape != Shape::keyword) continue;
+      expectAll(*static_cast<Keywords const*>(row->with)->read, title.title);
+      ++told;
+    }
+  }
+  EXPECT_GT(told, 5U);
 }
 
 TEST(EveryRequest, NeedsTheMembersThatAreRequired) {

@@ -1,6 +1,6 @@
 /// @file
-/// What every public header of Kovra stands on: the export marker, TinyXML, and the rule that lets
-/// a string literal stand where an operation takes a `char*` that it only reads.
+/// What the headers of the classic classes stand on: the export marker, TinyXML, and the rule that
+/// lets a string literal stand where an operation takes a `char*` that it only reads.
 
 #ifndef KOVRA_BASE_H
 #define KOVRA_BASE_H
@@ -14,8 +14,7 @@
 #include <cstddef>
 #include <type_traits>
 
-/// Marks what the shared library exports; everything else stays hidden.
-#define KOVRA_EXPORT __attribute__((visibility("default")))
+#include "kovra_export.h"
 
 namespace Kovra {
 namespace detail {

@@ -8,7 +8,7 @@
 #ifndef KVXCONFIGRECORDS_H
 #define KVXCONFIGRECORDS_H
 
-#include "kvxhelper.h"
+#include "kvxsettingrecords.h"
 
 namespace Kovra {
 

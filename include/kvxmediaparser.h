@@ -5,6 +5,7 @@
 #define KVXMEDIAPARSER_H
 
 #include "kovra_base.h"
+#include "kvxhelper.h"
 #include "kvxmediarecords.h"
 
 namespace Kovra {

@@ -6,6 +6,7 @@
 
 #include "kovra_base.h"
 #include "kvxcapsrecords.h"
+#include "kvxhelper.h"
 
 namespace Kovra {
 

@@ -6,6 +6,7 @@
 
 #include "kovra_base.h"
 #include "kvxconfigrecords.h"
+#include "kvxhelper.h"
 
 namespace Kovra {
 

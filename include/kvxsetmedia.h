@@ -5,6 +5,7 @@
 #define KVXSETMEDIA_H
 
 #include "kovra_base.h"
+#include "kvxhelper.h"
 #include "kvxmediaparser.h"  // GetKVMedia and its companions: a host that only writes needs them, too
 #include "kvxmediarecords.h"
 

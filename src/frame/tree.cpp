@@ -54,7 +54,9 @@ char const* Element::attribute(std::string_view name) const {
   std::uint32_t const end = first + tree_->attributesOf(index_);
   for (std::uint32_t i = first; i < end; ++i) {
     Attribute const& attribute = tree_->attribute(i);
-    if (sameText(tree_->view(attribute.name), name)) return tree_->terminated(attribute.value);
+    if (!sameText(tree_->view(attribute.name), name)) continue;
+    tree_->useAttribute(i);
+    return tree_->terminated(attribute.value);
   }
   return nullptr;
 }

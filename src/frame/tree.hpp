@@ -28,6 +28,8 @@
 #include <string_view>
 #include <utility>
 
+#include "frame/usage.hpp"
+
 namespace Kovra::frame {
 
 /// A piece of the tree's text. A zero byte stands behind it, unless it belongs to a declaration.
@@ -83,6 +85,24 @@ class Tree {
   /// The same for those that end at a zero byte.
   char const* terminated(Piece piece) const { return text_ + piece.at; }
 
+  // Watching. What readings use from here on is noted; a tree that nobody watches notes nothing.
+
+  void watch(Usage* usage) { usage_ = usage; }
+  void useNode(std::uint32_t index) const {
+    if (usage_ != nullptr) [[unlikely]]
+      usage_->useNode(index);
+  }
+  void hideNode(std::uint32_t index) const {
+    if (usage_ != nullptr) usage_->hideNode(index);
+  }
+  void tellNode(std::uint32_t index) const {
+    if (usage_ != nullptr) usage_->tell(index);
+  }
+  void useAttribute(std::uint32_t index) const {
+    if (usage_ != nullptr) [[unlikely]]
+      usage_->useAttribute(index);
+  }
+
   // Building. What is still to be added will be made of the text from `at` on.
 
   std::uint32_t add(Node const& node, char const* at) {
@@ -120,6 +140,7 @@ class Tree {
   std::uint32_t nodeCount_ = 0;
   std::uint32_t attributeCount_ = 0;
   std::unique_ptr<std::byte[]> block_;
+  Usage* usage_ = nullptr;
 };
 
 /// Builds a tree: takes nodes as they come in the order of the document, and links them. While an
@@ -188,6 +209,15 @@ class Element {
   /// The value of the first child node, whatever that is: of an element that stands first the name,
   /// of a comment its text. Null when there is no child, or no element.
   char const* text() const {
+    char const* const first = peek();
+    // An element is used by those who know its name.
+    if (first != nullptr && tree_->node(index_ + 1).kind != NodeKind::element) {
+      tree_->useNode(index_ + 1);
+    }
+    return first;
+  }
+  /// The same for those who only tell of it, and do not use it.
+  char const* peek() const {
     if (tree_ == nullptr || !node().hasChild) return nullptr;
     return tree_->terminated(tree_->node(index_ + 1).value);
   }
@@ -206,6 +236,14 @@ class Element {
   std::uint32_t offset() const { return node().offset; }
   /// Tells elements of one tree apart.
   std::uint32_t index() const { return index_; }
+  /// Another element of the tree, by what tells it apart.
+  Element at(std::uint32_t index) const { return {*tree_, index}; }
+  /// For those who watch: a reading knows it.
+  void use() const { tree_->useNode(index_); }
+  /// It holds a secret, of which nothing is told.
+  void hide() const { tree_->hideNode(index_); }
+  /// Something else tells of it and of all below it.
+  void tell() const { tree_->tellNode(index_); }
 
  private:
   Node const& node() const { return tree_->node(index_); }

@@ -71,7 +71,7 @@ PrivateText::PrivateText(std::size_t length) : PrivateText() {
 }
 
 PrivateText::PrivateText(char const* text, std::size_t length) : PrivateText(length) {
-  std::memcpy(data_, text, length);
+  if (length != 0) std::memcpy(data_, text, length);  // nothing may be null
 }
 
 // A short text of ASCII stays on the stack whatever length the host states: one for the widest
@@ -127,6 +127,11 @@ Reply::Reply(char const* text, std::size_t length)
     : text_(text, length),
       tree_(text_.data(), text_.length(), memoryOf(nodes_)),
       scan_(frame::scan(text_.data(), text_.length(), tree_)) {}
+
+Reply::Reply(std::string_view text, Encoding encoding, Details* details)
+    : text_(text.data(), text.size()),
+      tree_(text_.data(), text_.length(), memoryOf(nodes_)),
+      scan_(frame::scan(text_.data(), text_.length(), tree_, {}, encoding, details)) {}
 
 Element Reply::root(Roots roots) const {
   if (scan_.fault != Fault::none) return {};

@@ -64,12 +64,17 @@ class Reply {
  public:
   Reply(wchar_t const* text, std::size_t length);
   Reply(char const* text, std::size_t length);
+  /// The same in an encoding that counts whatever is declared, with details for those who want
+  /// them.
+  Reply(std::string_view text, Encoding encoding, Details* details = nullptr);
   Reply(Reply const&) = delete;
   Reply& operator=(Reply const&) = delete;
 
   Scan const& scan() const { return scan_; }
   /// Of use only where the scan found no fault.
   Tree const& tree() const { return tree_; }
+  /// From here on what readings use is noted.
+  void watch(Usage& usage) { tree_.watch(&usage); }
 
   /// The first of `roots` that the reply has among its top-level elements: none when it has none of
   /// them, or was refused.

@@ -106,6 +106,22 @@ Reference characterReference(char const* p) {
   return reference;
 }
 
+// Does the reference stand for one character of XML, and for all that is written there?
+bool isPlain(char const* text, Reference const& reference, Encoding encoding) {
+  constexpr std::ptrdiff_t most = 8;  // no code has more digits
+  char const* digit = text + (text[2] == 'x' ? 3 : 2);
+  char const* const end = reference.end - 1;
+  if (digit == end || end - digit > most) return false;
+  for (; digit != end; ++digit) {
+    if (std::isxdigit(byteAt(digit)) == 0) return false;
+  }
+  unsigned long const code = reference.code;
+  bool const isControl = code < ' ' && code != '\t' && code != '\n' && code != '\r';
+  bool const isSurrogate = code >= 0xD800 && code < 0xE000;
+  bool const fits = encoding == Encoding::utf8 ? code <= 0x10FFFF : code < 0x100;
+  return fits && !isControl && !isSurrogate && code != 0xFFFE && code != 0xFFFF;
+}
+
 // Whether a reference by number stands here. In front of the end of the text, TinyXML does not take
 // "&#" for one.
 bool startsReference(char const* p) {
@@ -196,8 +212,15 @@ constexpr char cutEndTag[] = "<a></a";
 // may take the place of the mark behind the value, so no mark is looked at twice.
 class Scanner {
  public:
-  Scanner(char* text, std::size_t length, Tree& tree, Limits limits)
-      : text_(text), end_(text + length), at_(text), tree_(tree), limits_(limits) {}
+  Scanner(char* text, std::size_t length, Tree& tree, Limits limits, Encoding encoding,
+          Details* details)
+      : text_(text),
+        end_(text + length),
+        at_(text),
+        tree_(tree),
+        limits_(limits),
+        encoding_(encoding),
+        details_(details) {}
 
   Scan document();
 
@@ -231,7 +254,7 @@ class Scanner {
   Mistake quotedValue(Piece& value);
   Mistake bareValue(Piece& value);
   bool decode(char stop, bool condense, char*& to);
-  char* decodeReference(char* from, char*& to) const;
+  char* decodeReference(char* from, char*& to);
   char* copyCharacter(char* from, char*& to) const;
   Piece name();
   void skipWhiteSpace();
@@ -249,6 +272,9 @@ class Scanner {
     return {offset(from), static_cast<std::uint32_t>(to - from)};
   }
   std::uint32_t add(NodeKind kind, char const* at, Piece value);
+  void alter(char const* from, char const* end, bool isBlank = false);
+  void endNode(std::uint32_t node);
+  void endAttribute();
   void terminate(Piece piece) { text_[piece.at + piece.length] = '\0'; }
 
   bool fail(Mistake mistake, std::string_view found = {});
@@ -262,7 +288,8 @@ class Scanner {
   Tree& tree_;
   TreeBuilder builder_{tree_};
   Limits const limits_;
-  Encoding encoding_ = Encoding::unknown;
+  Encoding encoding_;
+  Details* const details_;
   bool const condensed_ = TiXmlBase::IsWhiteSpaceCondensed();
   std::uint32_t tag_ = TreeBuilder::none;  // the element whose start tag is being read
   bool bare_ = false;                      // has that tag a value without quotes?
@@ -303,6 +330,7 @@ Scan Scanner::document() {
   skipWhiteSpace();
   if (*at_ != '<') fail(Fault::empty, *text_ == '\0' ? likeness::nothing : likeness::noMarkup);
   while (*at_ == '<' && markup() && content()) skipWhiteSpace();
+  scan_.end = static_cast<std::size_t>(std::min(at_, end_) - text_);
   scan_.encoding = encoding_;
   return scan_;
 }
@@ -310,7 +338,7 @@ Scan Scanner::document() {
 // What stands below an element at the top level, up to its end.
 bool Scanner::content() {
   while (builder_.depth() > 0) {
-    leaves();
+    if (details_ == nullptr) leaves();
     char* const before = at_;
     skipWhiteSpace();
     if (*at_ == '\0') {
@@ -364,6 +392,7 @@ bool Scanner::emptyTag() {
     return fail(*at_ == '\0' ? Fault::endsInTag : Fault::brokenEmptyTag, likeness::emptyTag);
   }
   ++at_;
+  endNode(tag_);
   closeTag();
   return true;
 }
@@ -470,6 +499,7 @@ bool Scanner::addAttribute() {
     return fail(mistake, tree_.view(read.name));
   }
   tree_.add(read, at_);
+  endAttribute();
   return true;
 }
 
@@ -484,6 +514,7 @@ bool Scanner::endTag() {
   skipWhiteSpace();
   if (*at_ != '>') return refuseEndTag(read);
   ++at_;
+  endNode(builder_.innermost());
   builder_.close();
   return true;
 }
@@ -511,7 +542,7 @@ bool Scanner::text(char* before) {
   if (!decode('<', condensed_, to)) return fail(Fault::badReference, likeness::content);
   if (*at_ == '\0') return fail(Fault::endsInElement, likeness::content);
   *to = '\0';
-  if (!isAllBlank(start, to)) add(NodeKind::text, start, piece(start, to));
+  if (!isAllBlank(start, to)) endNode(add(NodeKind::text, start, piece(start, to)));
   return true;
 }
 
@@ -600,11 +631,14 @@ bool Scanner::readPast(char const* end, std::string_view beginning, char* value,
   char* p = value;
   // Not by strstr(): sanitizers have one that measures the whole rest of the text at each call.
   while (*p != '\0' && !startsWith(p, end)) ++p;
-  add(kind, at_, piece(value, p));
+  std::uint32_t const node = add(kind, at_, piece(value, p));
   at_ = p;
-  if (*p == '\0')
+  if (*p == '\0') {
+    endNode(node);
     return builder_.depth() == 0 || fail(Fault::endsInMarkup, likeness::content, beginning);
+  }
   at_ += std::strlen(end);
+  endNode(node);
   *p = '\0';
   return true;
 }
@@ -672,9 +706,11 @@ bool Scanner::decode(char stop, bool condense, char*& to) {
     written += length;
     if (*from == stop || *from == '\0') break;
     if (condense && isBlank(from)) {
+      char* const blanks = from;
       do ++from;
       while (isBlank(from));
       if (*from == stop || *from == '\0') break;
+      if (from - blanks != 1 || *blanks != ' ') alter(blanks, from, true);
       *written++ = ' ';
     } else if (*from == '&') {
       char* const behind = decodeReference(from, written);
@@ -690,10 +726,13 @@ bool Scanner::decode(char stop, bool condense, char*& to) {
 }
 
 // An ampersand that begins no reference is dropped. Null where TinyXML gives up.
-char* Scanner::decodeReference(char* from, char*& to) const {
+char* Scanner::decodeReference(char* from, char*& to) {
   if (startsReference(from)) {
     Reference const reference = characterReference(from);
-    if (reference.end != nullptr) to = putCharacter(reference.code, encoding_, to);
+    if (reference.end != nullptr) {
+      if (!isPlain(from, reference, encoding_)) alter(from, reference.end);
+      to = putCharacter(reference.code, encoding_, to);
+    }
     return const_cast<char*>(reference.end);
   }
   for (NamedReference const& known : namedReferences) {
@@ -702,6 +741,7 @@ char* Scanner::decodeReference(char* from, char*& to) const {
       return from + known.text.size();
     }
   }
+  alter(from, from + 1);
   return from + 1;
 }
 
@@ -761,6 +801,24 @@ std::uint32_t Scanner::add(NodeKind kind, char const* at, Piece value) {
   return builder_.add(kind, value, offset(at), at_);
 }
 
+// Values stand for what they were made of, so where one ends is known only here.
+void Scanner::alter(char const* from, char const* end, bool isBlank) {
+  scan_.isAltered = true;
+  if (details_ != nullptr) details_->alterations.push_back({offset(from), offset(end), isBlank});
+}
+
+void Scanner::endNode(std::uint32_t node) {
+  if (details_ == nullptr) return;
+  details_->nodeEnds.resize(tree_.nodes().size());
+  details_->nodeEnds[node] = offset(at_);
+}
+
+void Scanner::endAttribute() {
+  if (details_ == nullptr) return;
+  details_->attributeEnds.resize(tree_.attributeCount());
+  details_->attributeEnds.back() = offset(at_);
+}
+
 bool Scanner::fail(Mistake mistake, std::string_view found) {
   scan_.fault = mistake.fault;
   // Cut sequences of UTF-8 may have carried the walk past the end of the text.
@@ -777,14 +835,15 @@ bool Scanner::fail(Mistake mistake, std::string_view found) {
 
 }  // namespace
 
-Scan scan(char* text, std::size_t length, Tree& tree, Limits limits) {
+Scan scan(char* text, std::size_t length, Tree& tree, Limits limits, Encoding encoding,
+          Details* details) {
   if (length > Tree::longestText) {
     Scan refused;
     refused.fault = Fault::tooLong;
     refused.likeness = likeness::element;
     return refused;
   }
-  return Scanner(text, length, tree, limits).document();
+  return Scanner(text, length, tree, limits, encoding, details).document();
 }
 
 }  // namespace Kovra::frame

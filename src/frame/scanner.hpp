@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "frame/bytes.hpp"
 #include "frame/tree.hpp"
@@ -86,17 +87,35 @@ struct Scan {
   std::size_t openAt = 0;        ///< where its `<` stands
   /// A short text at which TinyXML stops with the same error, for hosts that ask a document.
   char const* likeness = "";
-  bool byteOrderMark = false;             ///< does the text begin with that of UTF-8?
+  std::size_t end = 0;         ///< where the document ends: what stands behind it is not looked at
+  bool isAltered = false;      ///< did decoding drop or change a part of some value?
+  bool byteOrderMark = false;  ///< does the text begin with that of UTF-8?
   Encoding encoding = Encoding::unknown;  ///< of what stands behind `settledAt`
   std::size_t settledAt = 0;              ///< where a declaration settled the encoding
+};
+
+/// A piece of the text that decoding did not keep as it stands.
+struct Alteration {
+  std::uint32_t begin;
+  std::uint32_t end;
+  bool isBlank;  ///< blanks that became a single one
+};
+
+/// What a scan can tell besides, for those who want to tell of places: taken down by a second scan,
+/// since few texts are worth it.
+struct Details {
+  std::vector<std::uint32_t> nodeEnds;       ///< behind the last byte of each node
+  std::vector<std::uint32_t> attributeEnds;  ///< and of each attribute
+  std::vector<Alteration> alterations;       ///< in the order of the text
 };
 
 /// Builds `tree` from the `length` bytes at `text`, which hold no zero byte; at least `padding`
 /// zero bytes have to stand behind them. The text is changed: values are decoded where they stand.
 /// Of a text that is refused the tree is good for nothing. Names in the result point into the text.
 /// White space and letter case are the process's locale's, as they are TinyXML's, and white space
-/// is condensed where TinyXML's is.
-Scan scan(char* text, std::size_t length, Tree& tree, Limits limits = {});
+/// is condensed where TinyXML's is. An encoding that is given counts, whatever is declared.
+Scan scan(char* text, std::size_t length, Tree& tree, Limits limits = {},
+          Encoding encoding = Encoding::unknown, Details* details = nullptr);
 
 }  // namespace Kovra::frame
 

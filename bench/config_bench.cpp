@@ -214,8 +214,10 @@ int const composing = registered("configuration_composing", [](benchmark::State&
   frame::MessageRow const& message = *findRequest("configuration");
   long const chosen[] = {compared, 0, 0};
   std::string text;
-  Problem problem;
-  auto const compose = [&] { composeRecord(message, config.get(), chosen, 0, text, problem); };
+  frame::Problems problems;
+  auto const compose = [&] {
+    composeRecord(message, config.get(), chosen, 0, nullptr, text, problems);
+  };
   compose();
   std::wstring out(room, L'\0');
   writeByHand(*config, out.data());

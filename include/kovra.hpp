@@ -1,196 +1,369 @@
 /// @file
 /// The modern face of Kovra: a reply's UTF-8 text goes in, and what it said comes out, with a
-/// reason when it was refused and a note for everything in it that Kovra does not know.
+/// reason when it was refused and a note for everything in it that was lost or changed on the way.
 ///
 /// The classic classes (KVXHelper, Kovra::KVXStatusParser, ...) fill plain records and answer with
-/// a bool. The face reads with the same tables, so its values are exactly those that a host gets,
-/// and adds what a bool cannot tell: which members the reply named, which words and elements were
-/// unknown, which texts did not fit, and where a broken text breaks.
+/// a bool. The face reads with the same tables, so its values are those that a host gets, and adds
+/// what a bool cannot tell: which members the reply named, which words and elements were unknown,
+/// which texts did not fit, and where a broken text breaks.
 ///
-/// Text is UTF-8 and independent of the process's locale, apart from the decimal point of numbers,
-/// which is that of LC_NUMERIC as in the whole library: where that is a comma, a printer's decimals
-/// are misread and those that are composed are not understood, so a host leaves LC_NUMERIC alone
-/// and sets LC_CTYPE if it has to. Nothing here holds state: any operation may be called from any
-/// thread. Everything is returned by value and owned by the caller.
+///     auto const status = Kovra::read<Kovra::KVGeneralStatus>(text);
+///     if (!status) return complain(status.refusal().message());
+///     if (status.has("alarms")) show(status->alarms);
+///     for (Kovra::Note const& note : status.notes()) log(note.message());
+///
+/// Text is UTF-8, and a decimal point is a point, whatever locale the process has set: neither
+/// LC_CTYPE nor LC_NUMERIC matters here, as they do to the classic classes. Nothing here holds
+/// state: any operation may be called from any thread, and a result that nobody changes be looked
+/// at by several. Results own what they hold, and copies of one share it; they are born refused,
+/// and then empty and safe to walk. All functions may throw std::bad_alloc.
 
 #ifndef KOVRA_HPP
 #define KOVRA_HPP
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
-#include "kovra_base.h"
+#include "kovra_export.h"
+#include "kovra_records.hpp"
+#include "kovra_value.hpp"
 
 namespace Kovra {
 
-/// A place in a text. Lines and columns count from 1; a column is a character, a tab counts as one.
-/// (In a text that does not declare UTF-8, notes count bytes.) Line 0 means that no place is known.
-struct KOVRA_EXPORT Place {
-  int line = 0;
-  int column = 0;
+namespace frame {
+struct ChoiceRow;
+struct MessageRow;
+}  // namespace frame
+
+namespace detail {
+
+// What results hold is known to the library alone.
+struct CompositionData;
+struct DecodingData;
+struct FindingData;
+struct FindingKindData;
+struct MemberData;
+struct ProblemData;
+struct ReadingData;
+struct ReplyData;
+
+struct FaceAccess;
+
+template <class Data>
+using Shared = std::shared_ptr<Data const>;
+
+}  // namespace detail
+
+/// What may be chosen of reading.
+class KOVRA_EXPORT ReadOptions {
+ public:
+  ReadOptions() noexcept = default;
+  /// Passes over what stands before the document: a prompt, the header of a message.
+  ReadOptions& skipTextBefore(bool on = true) noexcept {
+    flags_[skipped] = on;
+    return *this;
+  }
+  bool skipsTextBefore() const noexcept { return flags_[skipped]; }
+
+ private:
+  enum Flag : unsigned { skipped };
+
+  bool flags_[32] = {};  // more than there are
 };
 
-struct Member;
+// ---- What was found in a text ------------------------------------------------------------------
 
-/// One decoded value. Which fields count follows from `kind`; the others are empty.
-struct KOVRA_EXPORT Value {
-  enum class Kind : int {
-    nothing,  ///< no value: an entry of a list that the reply left empty
-    flag,     ///< `flag`
-    integer,  ///< `integer`
-    natural,  ///< `natural`
-    real,     ///< `real`
-    text,     ///< `text`, the bytes as the record holds them
-    keyword,  ///< `integer` is the code, `text` the word as sent, `known` whether Kovra knows it
-    list,     ///< `items`
-    record,   ///< `members`, in the order in which the reply named them
-  };
-
-  Kind kind = Kind::nothing;
-  bool flag = false;
-  bool known = false;
-  bool hexadecimal = false;  ///< a natural that people read as bits
-  bool secret = false;       ///< a key, pass phrase or track: not to be shown unasked; its text is
-                             ///< wiped when the value is destroyed or takes another
-  long integer = 0;
-  unsigned long natural = 0;
-  double real = 0;
-  std::string text;
-  std::vector<Value> items;
-  std::vector<Member> members;
-
-  Value();
-  Value(Value const&);
-  Value(Value&&) noexcept;
-  Value& operator=(Value const&);
-  Value& operator=(Value&&) noexcept;
-  ~Value();
-
-  /// The member named `name`, or null.
-  Value const* find(std::string const& name) const;
+/// How bad it is.
+enum class Severity : std::uint8_t {
+  information,  ///< nothing that a record could hold was lost
+  warning,      ///< something was lost or changed
+  error,        ///< the text was refused
 };
 
-/// A named value of a record. The name is that of the record's member.
-struct KOVRA_EXPORT Member {
-  std::string name;
-  Value value;
+/// "information", "warning" or "error".
+KOVRA_EXPORT std::string_view nameOf(Severity severity);
+
+/// Something in a text, and where. Lines and columns count from 1; a column is a character, and a
+/// tab is one, too. Offsets count bytes from 0. A line 0 means that no place is known.
+class KOVRA_EXPORT Finding {
+ public:
+  /// Its kind, one of findingKinds(): "K104". Empty where nothing was found.
+  std::string id() const;
+  Severity severity() const;
+  int line() const;
+  int column() const;
+  std::size_t offset() const;
+  int endLine() const;    ///< behind the last character
+  int endColumn() const;  ///< behind the last character
+  std::size_t endOffset() const;
+  /// Of the element: "/configuration/wireless/channel". Empty where there is none.
+  std::string path() const;
+  /// Its name: "channel".
+  std::string element() const;
+  /// What stands there; empty where that is a secret.
+  std::string found() const;
+  /// What the record holds in its place; empty for a secret.
+  std::string kept() const;
+  /// What would have been right: the words of a vocabulary, or a form.
+  std::vector<std::string> expected() const;
+  /// How many there are that this one stands for: 1 but for surplus entries and what is not listed.
+  std::size_t count() const;
+  /// One sentence without the place: `<feeder_mode>: unknown word "tripel"; one of: single, dual`.
+  std::string message() const;
+
+ protected:
+  Finding() noexcept;
+  Finding(Finding const&) noexcept;
+  Finding(Finding&&) noexcept;
+  Finding& operator=(Finding const&) noexcept;
+  Finding& operator=(Finding&&) noexcept;
+  ~Finding();
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::FindingData> data_;
 };
 
-/// Something that a reply said and Kovra could not use as it stands. Reading goes on all the same.
-struct KOVRA_EXPORT Note {
-  enum class Kind : int {
-    unknownElement,  ///< an element that no row names: skipped
-    unknownWord,     ///< a word that the vocabulary lacks: `expected` lists its words
-    notANumber,      ///< a text that is no number of the expected form
-    changedNumber,   ///< a number that its member cannot hold: `kept` is what it holds
-    cutText,         ///< a text longer than its member: `kept` is what it holds
-    emptyElement,    ///< an element without text or children: not read
-    noAttribute,     ///< an element without the attribute `expected`: its member was not read
-    surplusEntry,    ///< an entry beyond what the record's own array takes: skipped
-    unlisted,        ///< `kept` more notes, which are not listed; the last note, without a place
-  };
-
-  Kind kind = Kind::unknownElement;
-  Place place;                        ///< of the element
-  std::string element;                ///< its name
-  std::string found;                  ///< its text, empty for a secret
-  std::string kept;                   ///< what the record holds instead
-  std::vector<std::string> expected;  ///< the words or the form that would be right
-
-  /// One sentence, without place: `<feeder_mode>: unknown word "tripel"; one of: single, dual`.
-  std::string description() const;
+/// Something that a reply said and that was lost or changed. Reading goes on all the same.
+class KOVRA_EXPORT Note : public Finding {
+ public:
+  Note() noexcept {}
 };
 
-/// Why a value could not go into a record, or a record into a document.
-struct KOVRA_EXPORT Problem {
-  std::string path;      ///< of the value within the record: "wireless.ssid", "cards[0].type"
-  std::string found;     ///< what stands there; of a value marked as a secret, only its kind
-  std::string expected;  ///< what would be right
-
-  /// One sentence: `wireless.channel: found "six"; expected a whole number ...`.
-  std::string description() const;
+/// Why a text was refused.
+class KOVRA_EXPORT Refusal : public Finding {
+ public:
+  Refusal() noexcept {}
+  /// Was it refused?
+  explicit operator bool() const;
 };
+
+/// A kind of finding. Ids are never used again for something else.
+class KOVRA_EXPORT FindingKind {
+ public:
+  std::string id() const;
+  Severity severity() const;
+  std::string name() const;         ///< for programs: "unknown_element"
+  std::string title() const;        ///< a few words: "unknown element"
+  std::string explanation() const;  ///< what it means and what to do, in a few sentences
+  std::string example() const;      ///< a text of which decode() tells it,
+  std::string exampleAs() const;    ///< asked for as this message
+  ReadOptions exampleOptions() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::FindingKindData const* data_ = nullptr;
+};
+
+/// Every kind of refusal and then of note, in the order of their ids.
+[[nodiscard]] KOVRA_EXPORT std::vector<FindingKind> findingKinds();
+
+// ---- Replies
+// -------------------------------------------------------------------------------------
+
+/// Are the values of secrets shown, or six asterisks in their place?
+enum class Secrets : std::uint8_t { masked, shown };
 
 /// What one reader made of a reply.
-struct KOVRA_EXPORT Reading {
-  std::string document;  ///< the reader's name, as documents() lists it
-  bool result = false;   ///< what the classic operation returns for this reply
-  Value record;          ///< the members that the reply named, nothing else
+class KOVRA_EXPORT Reading {
+ public:
+  Reading() noexcept;
+  /// The message's name, as messages() has it: "general-status".
+  std::string message() const;
+  /// What the classic operation returns for this reply.
+  bool result() const;
+  /// The members that the reply named, and nothing else. There as long as this reading, or the
+  /// result that it comes from.
+  Value const& record() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::ReadingData> data_;
 };
 
-/// What became of a text. Born refused.
-struct KOVRA_EXPORT Decoding {
-  enum class Status : int {
-    decoded,      ///< at least one reader took the reply
-    malformed,    ///< the text is no XML document that TinyXML takes
-    hostile,      ///< nested too deeply, or too many attributes on one element
-    unknownRoot,  ///< well-formed, but no document that Kovra knows
-    wrongRoot,    ///< well-formed, but not the document that was asked for
-    unknownName,  ///< no document has the name that was asked for
-  };
+/// What became of a text.
+class [[nodiscard, gnu::visibility("default")]] Decoding {
+ public:
+  Decoding() noexcept;
+  /// Did at least one reader take it?
+  explicit operator bool() const;
+  /// One where one reader knows the root; where several do, those that recognised something, or
+  /// all where none did.
+  std::vector<Reading> readings() const;
+  /// In the order of the text. More than 1000 are counted by the last one.
+  std::vector<Note> notes() const;
+  Refusal refusal() const;
+  /// The name of the root element, where there was one.
+  std::string root() const;
+  /// As JSON: an object as docs/json.md tells it, on one line or indented.
+  std::string toJson(int indentation = -1, Secrets secrets = Secrets::masked) const;
 
-  Status status = Status::malformed;
-  Place place;           ///< where the text is wrong, unless it was decoded
-  std::string found;     ///< what stands there
-  std::string expected;  ///< what would be right
-  std::string root;      ///< the name of the root element, once one was found
-  std::vector<Reading> readings;
-  std::vector<Note> notes;  ///< in the order of their places
-
-  /// One sentence, without place, that says what was found and what was expected; for a decoded
-  /// reply the word "decoded".
-  std::string description() const;
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::DecodingData> data_;
 };
 
-/// A kind of document that Kovra reads.
-struct KOVRA_EXPORT Document {
-  std::string name;                ///< for people and command lines: "general-status"
-  std::string title;               ///< a few words on what it tells
-  std::vector<std::string> roots;  ///< names of its root element, the preferred one first
-};
-
-/// Every kind of reply that decode() knows, in a fixed order to which later versions only add.
-KOVRA_EXPORT std::vector<Document> documents();
-
-/// Every element name and keyword of every document, each once, sorted: the printer's vocabulary.
-KOVRA_EXPORT std::vector<std::string> vocabulary();
-
-/// Decodes the `length` bytes at `text`, which need no terminator. The reader is found by the
-/// root's name; where several readers share a root, all that recognise something in the reply are
-/// run (all of them when none does). `as` picks one reader by its name.
+/// Decodes a text. The reader is found by the root's name; where several readers share a root, all
+/// that recognise something are run. `as` picks one by its message's name.
 ///
-/// A text that holds a NUL byte is malformed; a null text with length 0 is malformed, too.
-KOVRA_EXPORT Decoding decode(char const* text, std::size_t length, std::string const& as = {});
+/// UTF-8 unless a byte order mark or the declaration says ISO 8859-1 or UTF-16, which are
+/// converted; places are always those in the bytes that were given.
+KOVRA_EXPORT Decoding decode(std::string_view text, std::string_view as = {});
+KOVRA_EXPORT Decoding decode(std::string_view text, std::string_view as,
+                             ReadOptions const& options);
 
-// Composing: a record as a reading shows it, or as a person wrote it, becomes the document that the
-// printer accepts. Keys are the members' names; a member that is left out stays zero; a keyword may
-// be given as its code, its word, or both as a reading shows them. Whatever does not fit is a
-// problem, and then no document is made; so is a text that is no UTF-8, or that holds a control
-// character that XML lacks. No debugging copy is written.
+namespace detail {
 
-/// What became of a record. Born failed.
-struct KOVRA_EXPORT Composition {
-  bool composed = false;
-  Problem problem;   ///< why there is no document
-  std::string text;  ///< the document, UTF-8 as the record's texts are
+/// A reply read into a record whose type the library is told by name.
+class KOVRA_EXPORT AnyReply {
+ public:
+  AnyReply() noexcept;
+  AnyReply(std::string_view text, std::string_view record, ReadOptions const& options);
+
+  bool isThere() const;
+  /// Null for a text that was refused.
+  void const* record() const;
+  bool has(std::string_view path) const;
+  bool result() const;
+  std::string message() const;
+  std::vector<Note> notes() const;
+  Refusal refusal() const;
+
+ private:
+  Shared<ReplyData> data_;
 };
 
-// Every message has a name, and one compose() for all; the functions behind them say the same of
-// one document each.
+}  // namespace detail
+
+/// A reply read into a record of the classic readers.
+template <class Record>
+class [[nodiscard]] Reply {
+  static_assert(detail::isRead<Record>, "no reader fills a record of this type");
+
+ public:
+  Reply() = default;
+
+  /// Was the document there and well-formed?
+  explicit operator bool() const { return reply_.isThere(); }
+  /// The record, with zeros where the reply said nothing, and with its lists, as long as this reply
+  /// or a copy of it is there.
+  Record const* operator->() const { return &**this; }
+  Record const& operator*() const {
+    static Record const zeros{};
+    auto const* const record = static_cast<Record const*>(reply_.record());
+    return record != nullptr ? *record : zeros;
+  }
+  /// Did the reply say it? A path is that of a decoded value: "wireless.ssid", "jobs[2].uuid".
+  bool has(std::string_view path) const { return reply_.has(path); }
+  /// What the classic operation returns for this reply.
+  bool result() const { return reply_.result(); }
+  /// The name of the message that it was read as; empty for one that was refused.
+  std::string message() const { return reply_.message(); }
+  /// In the order of the text. More than 1000 are counted by the last one.
+  std::vector<Note> notes() const { return reply_.notes(); }
+  Refusal refusal() const { return reply_.refusal(); }
+
+ private:
+  template <class Any>
+  friend Reply<Any> read(std::string_view text, ReadOptions const& options);
+
+  explicit Reply(detail::AnyReply reply) : reply_(std::move(reply)) {}
+
+  detail::AnyReply reply_;
+};
+
+/// Reads a text into a record of the classic readers. Where several messages have such a record,
+/// the reply's root tells which one it is.
+template <class Record>
+Reply<Record> read(std::string_view text, ReadOptions const& options) {
+  return Reply<Record>(detail::AnyReply(text, detail::recordName<Record>, options));
+}
+template <class Record>
+Reply<Record> read(std::string_view text) {
+  return read<Record>(text, ReadOptions());
+}
+
+// ---- Documents
+// -----------------------------------------------------------------------------------
+
+/// Why a value could not go into a record, or a record into a document.
+class KOVRA_EXPORT Problem {
+ public:
+  Problem() noexcept;
+  /// Of the value within the record, as Value::at() takes it: "wireless.ssid", "cards[0].type".
+  std::string path() const;
+  /// What stands there; of a value marked as a secret, only its kind.
+  std::string found() const;
+  std::string expected() const;
+  /// One sentence: `wireless.channel: found "six"; expected a whole number ...`.
+  std::string message() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::ProblemData> data_;
+};
+
+/// What became of a record.
+class [[nodiscard, gnu::visibility("default")]] Composition {
+ public:
+  Composition() noexcept;
+  explicit operator bool() const;
+  /// The document, in UTF-8; empty where there is none. It may hold secrets, and is wiped with the
+  /// last copy of this result.
+  std::string const& text() const;
+  /// All of them, in the order of the record, of which the first hundred are told; none for a
+  /// document.
+  std::vector<Problem> problems() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::CompositionData> data_;
+};
+
+/// Composes the document of a message by its name, or by the words of a command line, of a record
+/// as a reading shows it or as a person wrote it. Keys are the members' names; a keyword may be
+/// given as its code, its word, or both. `choices` is an object with a member for each choice that
+/// is made.
+///
+/// Whatever does not fit is a problem, and then there is no document. Where sections or fields are
+/// chosen, so is a member that they are made of and that the record lacks, unless `zero_missing` is
+/// chosen: then it is zero. Of other documents what the record lacks is zero, but for what
+/// Message::required() names. A masked secret is none. No debugging copy is written.
+KOVRA_EXPORT Composition compose(std::string_view message, Value const& record,
+                                 Value const& choices = {});
+
+namespace detail {
+KOVRA_EXPORT Composition composeRecord(std::string_view type, void const* record,
+                                       Value const& choices);
+}  // namespace detail
+
+/// Composes the document of a record of the classic writers, with all its members. A text that is
+/// no UTF-8, or that holds what XML cannot carry, is a problem.
+///
+/// Of `_tagSecActionXMLValues` the choice `message` says which document is meant:
+/// "secure-action-request" or "secure-action-directive".
+template <class Record, std::enable_if_t<detail::isWritten<Record>, int> = 0>
+Composition compose(Record const& record, Value const& choices = {}) {
+  return detail::composeRecord(detail::recordName<Record>, &record, choices);
+}
+
+// ---- What there is
+// -------------------------------------------------------------------------------
 
 /// Something that whoever composes a document may choose.
 class KOVRA_EXPORT Choice {
  public:
-  enum class Form : int {
+  enum class Form : std::uint8_t {
     flag,    ///< true or false
     word,    ///< one of the words
     words,   ///< a list of them
     number,  ///< a whole number
   };
-
-  explicit Choice(void const* row) : row_(row) {}
 
   std::string name() const;  ///< its key among the choices: "sections"
   Form form() const;
@@ -202,31 +375,26 @@ class KOVRA_EXPORT Choice {
   long most() const;
 
  private:
-  void const* row_;
+  friend struct detail::FaceAccess;
+  frame::ChoiceRow const* data_ = nullptr;
 };
 
 /// A member of a message's record.
 class KOVRA_EXPORT MemberDescription {
  public:
-  MemberDescription(std::string name, Value::Kind kind, std::string title)
-      : name_(std::move(name)), kind_(kind), title_(std::move(title)) {}
-
-  std::string const& name() const { return name_; }
-  Value::Kind kind() const { return kind_; }
+  std::string name() const;
+  Value::Kind kind() const;
   /// What there is to say of it; empty where the name says it.
-  std::string const& title() const { return title_; }
+  std::string title() const;
 
  private:
-  std::string name_;
-  Value::Kind kind_;
-  std::string title_;
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::MemberData> data_;
 };
 
 /// What the printer says, or what it accepts, or both.
 class KOVRA_EXPORT Message {
  public:
-  explicit Message(void const* row) : row_(row) {}
-
   std::string name() const;                ///< for people and programs: "general-status"
   std::string title() const;               ///< a few words on what it tells
   std::vector<std::string> roots() const;  ///< of a reply, the preferred one first
@@ -251,102 +419,22 @@ class KOVRA_EXPORT Message {
   std::vector<std::string> secrets() const;
 
  private:
-  void const* row_;
+  friend struct detail::FaceAccess;
+  frame::MessageRow const* data_ = nullptr;
 };
 
 /// Every message, in a fixed order to which later versions only add.
-KOVRA_EXPORT std::vector<Message> messages();
+[[nodiscard]] KOVRA_EXPORT std::vector<Message> messages();
 
-/// Composes the document of a message by its name, or by the words of a command line, of a record
-/// and the choices: an object with a member for each that is made.
-KOVRA_EXPORT Composition compose(std::string const& message, Value const& record,
-                                 Value const& choices = {});
+/// The JSON Schema (draft 2020-12) of a message's record, as JSON: what decode() shows and
+/// compose() takes. Empty for a name that no message has.
+[[nodiscard]] KOVRA_EXPORT std::string schema(std::string_view message);
 
-/// What of a printer's capabilities is composed.
-struct KOVRA_EXPORT CapabilitiesChoice {
-  enum class Part : int {
-    all,              ///< the whole description
-    magEncoder,       ///< the magnetic encoder alone
-    internalEncoder,  ///< the internal encoder alone
-  };
+/// Every element name and keyword of every reply, each once, sorted: the printer's vocabulary.
+[[nodiscard]] KOVRA_EXPORT std::vector<std::string> vocabulary();
 
-  Part part = Part::all;
-  bool directToCard = false;  ///< says the print system; the record's is not looked at
-};
-
-/// Composes a capabilities document as KVXSetCaps does. A list's entries are counted; the record
-/// has no counts.
-KOVRA_EXPORT Composition composeCapabilities(Value const& record,
-                                             CapabilitiesChoice const& choice = {});
-
-/// Which cards of a media catalogue are composed, and how much of each.
-struct KOVRA_EXPORT MediaChoice {
-  bool allTypes = false;         ///< also cards of other types than 0 and 1
-  bool withoutTransfer = false;  ///< no transfer temperatures and speeds
-};
-
-/// Composes a media document as KVXSetMedia does: the cards of a media catalogue.
-KOVRA_EXPORT Composition composeMedia(Value const& record, MediaChoice const& choice = {});
-
-/// The sections of a configuration document by name, in their order in the document. The names are
-/// those of the elements; that of the wireless section is "wireless", as it is read.
-KOVRA_EXPORT std::vector<std::string> configurationSections();
-
-/// What of a configuration is composed.
-struct KOVRA_EXPORT ConfigurationChoice {
-  std::vector<std::string> sections;  ///< names of sections
-  int card = 0;                       ///< 1 or 2: the section "cards" alone, with this card alone
-  bool filmless = false;              ///< the printer works without transfer film
-};
-
-/// Composes a configuration document as KVXSetConfig does. Ribbon and film are described by the
-/// member `ribbonNameCode`, a code or a name; the `description` that a reading shows is not
-/// written.
-KOVRA_EXPORT Composition composeConfiguration(Value const& record,
-                                              ConfigurationChoice const& choice);
-
-/// What may be set of a printer's identity, by name, in the order of the document.
-KOVRA_EXPORT std::vector<std::string> printerIdFields();
-
-/// Composes an identity with the fields of these names as KVXSetPrinterInfo does; none is allowed.
-KOVRA_EXPORT Composition composePrinterId(Value const& record,
-                                          std::vector<std::string> const& fields);
-
-// The secure-action exchange. Every member that a document holds has to be there: no printer shall
-// get an empty key for one that was forgotten.
-
-/// Composes a "nonce" document of the member `nonce`.
-KOVRA_EXPORT Composition composeNonce(Value const& record);
-
-/// Composes a request for an action of `action`, `model`, `serial` and `nonce`.
-KOVRA_EXPORT Composition composeSecureRequest(Value const& record);
-
-/// Composes a directive of `model`, `serial`, `nonce` and `hmac`; an `action` is not written.
-/// Without a timeout the document has none.
-KOVRA_EXPORT Composition composeSecureDirective(Value const& record, int timeout = 0);
-
-/// Composes a "passkey" document of the member `current_passkey`.
-KOVRA_EXPORT Composition composePasskey(Value const& record);
-
-/// Composes a change of the passkey of `current_passkey` and `new_passkey`.
-KOVRA_EXPORT Composition composePasskeyChange(Value const& record);
-
-/// Composes the three working keys.
-KOVRA_EXPORT Composition composeKeys(Value const& record);
-
-/// Composes a change of keys: `current_passkey`, and of every kind of key that the record names the
-/// current and the new one.
-KOVRA_EXPORT Composition composeKeysChange(Value const& record);
-
-/// The devices that a command can be composed for: "motor", "cam", ...
-KOVRA_EXPORT std::vector<std::string> controlledDevices();
-
-/// Composes a command for a device as KVXDeviceControl does, of words in place of codes. Its
-/// members are the attributes of the device's element and `text`, its content; a motor's name is
-/// `motor`, an antenna's `mode` is its text, and a laminator's `spool` stands for the text "scal".
-/// Apart from `text` and `motor`, every member that the command takes has to be there, and no
-/// other.
-KOVRA_EXPORT Composition composeDeviceControl(std::string const& device, Value const& command);
+/// Of the library that is running: "1.0.0".
+[[nodiscard]] KOVRA_EXPORT std::string version();
 
 }  // namespace Kovra
 

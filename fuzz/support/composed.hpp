@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "guarded.hpp"
@@ -38,23 +39,24 @@ inline bool isForXml(std::string text) {
 
 /// The same of all texts in a record.
 inline bool isForXml(Kovra::Value const& value) {
-  if (value.kind == Kovra::Value::Kind::text) return isForXml(value.text);
-  return std::all_of(value.items.begin(), value.items.end(),
+  if (value.isText()) return isForXml(std::string(value.asText()));
+  return std::all_of(value.items().begin(), value.items().end(),
                      [](Kovra::Value const& item) { return isForXml(item); }) &&
-         std::all_of(value.members.begin(), value.members.end(),
-                     [](Kovra::Member const& member) { return isForXml(member.value); });
+         std::all_of(value.members().begin(), value.members().end(),
+                     [](Kovra::Member const& member) { return isForXml(member.value()); });
 }
 
 /// Composes what the face reads from the input as `name`, and reads that again.
 template <class Compose>
-void composeAgain(std::uint8_t const* data, std::size_t size, char const* name, Compose compose) {
-  using Kovra::decode, Kovra::Decoding;
-  for (Kovra::Reading const& reading :
-       decode(reinterpret_cast<char const*>(data), size, name).readings) {
-    Kovra::Composition const whole = compose(reading.record);
-    require(whole.composed == isForXml(reading.record));
-    if (!whole.composed) continue;
-    require(decode(whole.text.data(), whole.text.size(), name).status == Decoding::Status::decoded);
+void composeAgain(std::uint8_t const* data, std::size_t size, std::string const& name,
+                  Compose compose) {
+  std::string_view const text(reinterpret_cast<char const*>(data), size);
+  for (Kovra::Reading const& reading : Kovra::decode(text, name).readings()) {
+    Kovra::Composition const whole = compose(reading.record());
+    require(static_cast<bool>(whole) == isForXml(reading.record()));
+    require(static_cast<bool>(whole) == whole.problems().empty());
+    if (!whole) continue;
+    require(static_cast<bool>(Kovra::decode(whole.text(), name)));
   }
 }
 

@@ -36,16 +36,16 @@ class Room {
     return false;
   }
 
-  static Assigned assign(void* memory, Value const& value, Problem& problem) {
+  static Assigned assign(void* memory, Value const& value, Problems& problems) {
     auto& room = *static_cast<Room*>(memory);
     for (List const* const list : lists) {
-      Value const* const entries = value.find(std::string(list->member));
+      Value const* const entries = value.find(list->member);
       if (entries != nullptr) {
-        list->count(room.record) = static_cast<int>(entries->items.size());
+        list->count(room.record) = static_cast<int>(entries->size());
       }
     }
     room.grow();
-    return assignAll(capabilities, room.record, value, problem);
+    return assignAll(capabilities, room.record, value, problems);
   }
 
  private:

@@ -1,5 +1,7 @@
 #include "caps/caps_tables.hpp"
 
+#include <utility>
+
 namespace Kovra::caps {
 
 // Lists.
@@ -8,12 +10,11 @@ namespace {
 
 bool readIntoTheFirst(List const& list, Element element, void* entry, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list.member); });
-  Element overwritten;
-  return walkEntries(element, list.item, watch, [&](Element child, bool) {
+  bool isFirst = true;
+  return walkEntries(element, list.item, [&](Element child, bool) {
     remark(watch, [&](Observer& observer) {
-      if (overwritten) observer.surplusEntry(overwritten, 1);
+      if (!std::exchange(isFirst, false)) observer.repeatedElement(child, {});
     });
-    overwritten = child;
     return readEntry(child, list, entry, list.member, 0, watch);
   });
 }
@@ -41,11 +42,11 @@ bool writeRowOfList(Row const& row, Sink& sink, void const* place, Circumstances
 
 /// Whoever assigns has made an array of as many entries as the value has.
 Assigned assignRowOfList(Row const& row, void* place, std::string_view member, Value const& value,
-                         Problem& problem) {
+                         Problems& problems) {
   if (member != row.member) return Assigned::notMine;
   List const& list = listIn(row);
   auto& caps = *static_cast<_Capabilities*>(place);
-  return assignEntries(list, list.array(caps), list.capacity(caps), value, problem);
+  return assignEntries(list, list.array(caps), list.capacity(caps), value, problems);
 }
 
 void outlineRowOfList(Row const& row, Outline& outline) {
@@ -128,9 +129,12 @@ class RoomOnEntry {
 bool CapabilitiesReading::read(Element root, _Capabilities& caps, Watch const& watch) {
   RoomOnEntry room(caps);
   RowFinder rows(capabilities);
+  Repeats repeats(capabilities, watch);
   bool const result = walkChildren(root, [&](Element child, bool earlier) {
     room.offer();
-    bool const now = readChild(rows.find(child.name()), child, &caps, watch, earlier);
+    Row const* const row = rows.find(child.name());
+    repeats.take(row, child);
+    bool const now = readChild(row, child, &caps, watch, earlier);
     room.collect();
     return now;
   });
@@ -146,7 +150,7 @@ void tellOfLevel(Observer& observer, Element child, bool read, Word const* word)
   if (!read) return observer.emptyElement(child);
   if (word == nullptr) return observer.unknownWord(child, child.text(), sharpenings);
   observer.within(memberName<&_Capabilities::imageSharpeningLevels>, [&] {
-    observer.member(word->text, shown(true));
+    observer.member(word->text, true);
     return true;
   });
 }
@@ -154,7 +158,7 @@ void tellOfLevel(Observer& observer, Element child, bool read, Word const* word)
 }  // namespace
 
 bool SharpeningLevels::read(Element levels, _Capabilities& caps, Watch const& watch) {
-  return walkEntries(levels, item, watch, [&](Element child, bool) {
+  return walkEntries(levels, item, [&](Element child, bool) {
     WordText text;
     bool const read = text.read(child);
     Word const* const word = read ? sharpenings.find(text.get()) : nullptr;

@@ -47,7 +47,7 @@ struct LaminatorKind {
   }
 
   static void report(Observer& observer, std::string_view name, Element element, bool present) {
-    observer.member(name, shown(present));
+    observer.member(name, present);
     WordText text;
     text.read(element);
     if (laminators.find(text.get()) == nullptr) {
@@ -57,7 +57,7 @@ struct LaminatorKind {
 
   static void missing(Observer& observer, std::string_view name, Element element, bool present) {
     observer.emptyElement(element);
-    observer.member(name, shown(present));
+    observer.member(name, present);
   }
 
   static bool write(Sink& sink, char const* element, bool present) {
@@ -65,8 +65,8 @@ struct LaminatorKind {
     return true;
   }
 
-  static Assigned assign(bool& present, Value const& value, Problem& problem) {
-    return assignFlag(present, value, problem);
+  static Assigned assign(bool& present, Value const& value, Problems& problems) {
+    return assignFlag(present, value, problems);
   }
 
   static void outline(Outline& outline) { outlineWords(laminators, outline); }
@@ -231,8 +231,8 @@ struct SharpeningLevels {
     return write(sink, caps.imageSharpeningLevels);
   }
   static Assigned assign(_Capabilities& caps, std::string_view member, Value const& value,
-                         Problem& problem) {
-    return bits.assign(caps, member, value, problem);
+                         Problems& problems) {
+    return bits.assign(caps, member, value, problems);
   }
   static void keys(Keys& keys) { bits.keys(keys); }
   static void outline(Outline& outline) {

@@ -26,21 +26,35 @@ bool write(Sink& sink, void const* record, Chosen chosen, Circumstances) {
                    false);
 }
 
+/// A reading shows a ribbon's or film's name, of which the document has the code.
+void nameCode(_RibbonInfo& info, Value const* value) {
+  if (value == nullptr || value->find(memberName<&_RibbonInfo::ribbonNameCode>) != nullptr) return;
+  Value const* const name = value->find(memberName<&_RibbonInfo::description>);
+  Word const* const word = name != nullptr ? ribbonNames.find(name->asText("")) : nullptr;
+  if (word != nullptr) info.ribbonNameCode = word->code;
+}
+
+Assigned assign(void* memory, Value const& value, Problems& problems) {
+  auto& record = *static_cast<_KVConfiguration*>(memory);
+  Assigned const result = assignAll(configuration, record, value, problems);
+  nameCode(record.ribbon, value.find(memberName<&_KVConfiguration::ribbon>));
+  nameCode(record.film, value.find(memberName<&_KVConfiguration::film>));
+  return result;
+}
+
 /// Why no section was written, so that nobody has to guess.
-void explainNothing(Chosen chosen, Problem& problem) {
+void explainNothing(Chosen chosen, Problems& problems) {
   long const number = chosen[onlyCard];
   if (chosen[sections] == 0) {
-    problem.path = "sections";
-    fail(problem, "none", "some of: " + listed(sectionNames));
+    problems.add("sections", "none", "some of: " + listed(sectionNames));
   } else if (number < 0 || number > 2) {
-    problem.path = "card";
-    fail(problem, std::to_string(number), "1 or 2, or 0 for both");
+    problems.add("card", std::to_string(number), "1 or 2, or 0 for both");
   } else if (number != 0) {
-    problem.path = "sections";
-    fail(problem, "no cards", "the section cards, of which one card was chosen");
+    problems.add("sections", "no cards", "the section cards, of which one card was chosen");
   } else {
-    fail(problem, "nothing to write in the chosen sections",
-         "a laminate that is marked as installed, or transfer settings of a printer with film");
+    problems.add(
+        {}, "nothing to write in the chosen sections",
+        "a laminate that is marked as installed, or transfer settings of a printer with film");
   }
 }
 
@@ -48,13 +62,15 @@ constexpr Composing composing = {
     .command = "configuration",
     .title = "Settings of the printer",
     .help = R"(Ribbon and film are described by "ribbonNameCode", a code or a name ("YMCKO");
-the "description" that 'kovra decode' shows is not sent.
+without it the "description" that 'kovra decode' shows is sent, if it is such a name.
 
 Example:
   kovra compose configuration record.json --sections ethernet,cards --card 1)",
     .root = configurationRoots[0],
     .recordOf = "configuration",
     .choices = choices,
+    .isOfSections = true,
+    .assign = assign,
     .write = write,
     .explain = explainNothing,
 };

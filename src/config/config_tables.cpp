@@ -32,7 +32,7 @@ bool Ipv4Kind::read(Element element, unsigned long& out) {
 
 void Ipv4Kind::report(Observer& observer, std::string_view name, Element element,
                       unsigned long value) {
-  observer.member(name, shown(printed(value)));
+  observer.member(name, printed(value));
   std::string_view const text = element.text();
   if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, ipv4Form);
 }
@@ -42,11 +42,11 @@ bool Ipv4Kind::write(Sink& sink, char const* element, unsigned long value) {
   return true;
 }
 
-Assigned Ipv4Kind::assign(unsigned long& out, Value const& value, Problem& problem) {
+Assigned Ipv4Kind::assign(unsigned long& out, Value const& value, Problems& problems) {
   in_addr address{};
-  if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
-      ::inet_pton(AF_INET, value.text.c_str(), &address) != 1) {
-    return fail(problem, described(value), ipv4Form);
+  std::string const text(value.asText(""));
+  if (text.find('\0') != text.npos || ::inet_pton(AF_INET, text.c_str(), &address) != 1) {
+    return fail(problems, described(value), ipv4Form);
   }
   out = address.s_addr;
   return Assigned::done;

@@ -42,7 +42,7 @@ struct Ipv4Kind {
                      unsigned long value);
   /// Of the address its low 32 bits are written.
   static bool write(Sink& sink, char const* element, unsigned long value);
-  static Assigned assign(unsigned long& out, Value const& value, Problem& problem);
+  static Assigned assign(unsigned long& out, Value const& value, Problems& problems);
 };
 
 template <auto M>
@@ -190,10 +190,12 @@ class RibbonName {
 
   Text const& get() const { return text_; }
   bool isCut() const { return isCut_; }
+  bool isShortened() const { return isShortened_; }
 
  private:
   /// What stands there counts as "MONO " wherever the word was found: hosts know the names so.
   void dropFirstFive() {
+    isShortened_ = true;
     constexpr std::size_t dropped = sizeof "MONO " - 1;
     std::memmove(text_, text_ + dropped, sizeof text_ - dropped);
     std::memset(text_ + sizeof text_ - dropped, 0, dropped);
@@ -201,6 +203,7 @@ class RibbonName {
 
   Text text_ = {};
   bool isCut_ = false;
+  bool isShortened_ = false;
 };
 
 /// Tells people of the name on standard error, and hosts in szRibbonName.
@@ -219,16 +222,17 @@ struct RibbonDescriptionReading : NeverWritten {
     std::memcpy(record.description, name.get(), sizeof(RibbonName::Text));
     remark(watch, [&](Observer& observer) {
       if (!read) return observer.emptyElement(element);
-      observer.member(key(), shown(textIn(record.description)));
+      observer.member(key(), textIn(record.description));
       if (name.isCut()) observer.cutText(element, textIn(record.description));
+      if (name.isShortened()) observer.alteredText(element, textIn(record.description));
     });
     return read;
   }
 
   static Assigned assign(_RibbonInfo& record, std::string_view member, Value const& value,
-                         Problem& problem) {
+                         Problems& problems) {
     if (member != key()) return Assigned::notMine;
-    return assignText(record.description, value, problem);
+    return assignText(record.description, value, problems);
   }
 
   static void keys(Keys& keys) { keys.push_back(key()); }
@@ -241,7 +245,8 @@ inline constexpr Table ribbonInfo = {
     number<&_RibbonInfo::type>("type"),
     // Reads the text, writes the name of the code.
     reading<_RibbonInfo, RibbonDescriptionReading>("description"),
-    neverRead(keyword<&_RibbonInfo::ribbonNameCode, ribbonNames>("description")),
+    orBy(memberName<&_RibbonInfo::description>,
+         neverRead(keyword<&_RibbonInfo::ribbonNameCode, ribbonNames>("description"))),
     text<&_RibbonInfo::oem_country>("oem_country"),
     number<&_RibbonInfo::initial_size>("initial_size"),
     number<&_RibbonInfo::panels_remaining>("panels_remaining"),
@@ -296,7 +301,7 @@ struct MarkingReading {
 
   static bool read(Element element, _LaminationIfo& record, Watch const& watch) {
     record.*Installed = true;
-    remark(watch, [](Observer& o) { o.member(memberName<Installed>, shown(true)); });
+    remark(watch, [](Observer& o) { o.member(memberName<Installed>, true); });
     return part.read(element, record, watch);
   }
 
@@ -304,13 +309,13 @@ struct MarkingReading {
   static bool write(Sink& sink, char const* element, _LaminationIfo const& record,
                     Circumstances circumstances, bool result) {
     if (Side != 0 && !record.topLaminateInstalled) return result;
-    return writeRowsBelow(sink, element, Rows, &(record.*M), circumstances | Side);
+    return writeAs(part, element, sink, record, circumstances | Side, result);
   }
 
   static Assigned assign(_LaminationIfo& record, std::string_view member, Value const& value,
-                         Problem& problem) {
-    if (member == memberName<Installed>) return assignFlag(record.*Installed, value, problem);
-    return part.assign(record, member, value, problem);
+                         Problems& problems) {
+    if (member == memberName<Installed>) return assignFlag(record.*Installed, value, problems);
+    return part.assign(record, member, value, problems);
   }
 
   static void keys(Keys& keys) { keys.insert(keys.end(), {memberName<M>, memberName<Installed>}); }
@@ -346,12 +351,12 @@ struct LaminationReading {
                     Circumstances circumstances, bool result) {
     _LaminationIfo const& laminates = record.lamination;
     if (!laminates.topLaminateInstalled && !laminates.bottomLaminateInstalled) return result;
-    return writeRowsBelow(sink, element, lamination, &laminates, circumstances);
+    return writeAs(whole, element, sink, record, circumstances, result);
   }
 
   static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
-                         Problem& problem) {
-    return whole.assign(record, member, value, problem);
+                         Problems& problems) {
+    return whole.assign(record, member, value, problems);
   }
 
   static void keys(Keys& keys) { whole.keys(keys); }
@@ -407,29 +412,31 @@ struct CardsReading {
 
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    return walkEntries(element, cardEntries.item, watch,
+    return walkEntries(element, cardEntries.item,
                        [&](Element child, bool) { return readCard(child, record.cards, watch); });
   }
 
   /// The circumstances say which cards. Neither is a failure, which leaves an empty element.
   static bool write(Sink& sink, char const* element, _KVConfiguration const& record,
                     Circumstances circumstances, bool) {
-    sink.open(element);
-    bool result = false;
-    if ((circumstances & firstCard) != 0) {
-      result = writeEntry(sink, cardEntries, &record.cards[0], circumstances);
-    }
-    if ((circumstances & secondCard) != 0) {
-      result = writeEntry(sink, cardEntries, &record.cards[1], circumstances);
-    }
-    sink.close(element);
-    return result;
+    return writeWatched(sink, Rows(members).front(), [&] {
+      sink.open(element);
+      bool result = false;
+      if ((circumstances & firstCard) != 0) {
+        result = writeEntry(sink, cardEntries, &record.cards[0], 0, circumstances);
+      }
+      if ((circumstances & secondCard) != 0) {
+        result = writeEntry(sink, cardEntries, &record.cards[1], 1, circumstances);
+      }
+      sink.close(element);
+      return result;
+    });
   }
 
   static Assigned assign(_KVConfiguration& record, std::string_view member, Value const& value,
-                         Problem& problem) {
+                         Problems& problems) {
     if (member != key()) return Assigned::notMine;
-    return assignEntries(cardEntries, record.cards, std::size(record.cards), value, problem);
+    return assignEntries(cardEntries, record.cards, std::size(record.cards), value, problems);
   }
 
   static void keys(Keys& keys) { keys.push_back(key()); }
@@ -492,13 +499,18 @@ struct ContactlessReading : NeverWritten {
   };
 
   static bool read(Element element, _InternalEncoderInfo& record, Watch const& watch) {
-    return (record.contactless_encoder == 0 ? first : second).read(element, record, watch);
+    bool const isFirst = record.contactless_encoder == 0;
+    remark(watch, [&](Observer& observer) {
+      bool const isThird = !isFirst && record.secondContactlessEncoder != 0;
+      if (isThird) observer.repeatedElement(element, {});
+    });
+    return (isFirst ? first : second).read(element, record, watch);
   }
 
   static Assigned assign(_InternalEncoderInfo& record, std::string_view member, Value const& value,
-                         Problem& problem) {
-    Assigned const result = first.assign(record, member, value, problem);
-    return result == Assigned::notMine ? second.assign(record, member, value, problem) : result;
+                         Problems& problems) {
+    Assigned const result = first.assign(record, member, value, problems);
+    return result == Assigned::notMine ? second.assign(record, member, value, problems) : result;
   }
 
   static void keys(Keys& keys) {
@@ -521,7 +533,7 @@ inline constexpr Table internalEncoder = {
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, commsChannels>("comms_channel")),
     shared::encodesByContact,
     // Reads two encoders of five kinds, writes the first and only if it is of one kind.
-    reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder"),
+    adding(reading<_InternalEncoderInfo, ContactlessReading>("contactless_encoder")),
     writeOnly(keyword<&_InternalEncoderInfo::contactless_encoder, writtenContactlessEncoders>(
         "contactless_encoder")),
 };

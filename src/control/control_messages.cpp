@@ -88,9 +88,8 @@ Command commandOf(Said const& said) {
           .text = *said.text != '\0' ? said.text : nullptr};
 }
 
-bool refuse(Problem& problem, char const* path, char const* found, char const* expected) {
-  problem.path = path;
-  fail(problem, found, expected);
+bool refuse(Problems& problems, char const* path, char const* found, char const* expected) {
+  problems.add(path, found, expected);
   return false;
 }
 
@@ -99,17 +98,17 @@ Rows motorRows(Said const& said) {
   return said.motor >= 0 ? Rows(namedMotor) : Rows(anyMotor);
 }
 
-bool checkMotor(Said const& said, Value const&, Problem& problem) {
+bool checkMotor(Said const& said, Value const&, Problems& problems) {
   if (said.motor < 0 || said.state != stateWarmingUp) return true;
-  return refuse(problem, "state", "\"warm_up\"", "off or on: no motor is warmed up by its name");
+  return refuse(problems, "state", "\"warm_up\"", "off or on: no motor is warmed up by its name");
 }
 
-bool checkLaminator(Said const& said, Value const& value, Problem& problem) {
+bool checkLaminator(Said const& said, Value const& value, Problems& problems) {
   if (said.spool < 0 || value.find("text") == nullptr) return true;
-  return refuse(problem, "text", "a text beside a spool", "one of the two");
+  return refuse(problems, "text", "a text beside a spool", "one of the two");
 }
 
-bool checkNothing(Said const&, Value const&, Problem&) {
+bool checkNothing(Said const&, Value const&, Problems&) {
   return true;
 }
 
@@ -120,10 +119,10 @@ Rows rowsAlone(Said const&) {
 
 /// A device: its rows, and what its members have to agree on.
 template <Fixed Device, Rows (*RowsOf)(Said const&),
-          bool (*Check)(Said const&, Value const&, Problem&) = checkNothing>
+          bool (*Check)(Said const&, Value const&, Problems&) = checkNothing>
 struct Writer {
-  static bool check(void const* record, Value const& value, Problem& problem) {
-    return Check(*static_cast<Said const*>(record), value, problem);
+  static bool check(void const* record, Value const& value, Problems& problems) {
+    return Check(*static_cast<Said const*>(record), value, problems);
   }
 
   static Rows written(void const* record) { return RowsOf(*static_cast<Said const*>(record)); }

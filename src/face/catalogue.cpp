@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_map>
 
 #include "caps/caps_messages.hpp"
 #include "config/config_messages.hpp"
@@ -49,6 +50,27 @@ Messages const& replies() {
   static auto const all =
       messagesThat([](frame::MessageRow const& message) { return message.read != nullptr; });
   return all;
+}
+
+namespace {
+
+using ByRoot = std::unordered_map<std::string_view, Messages>;
+
+ByRoot repliesByRoot() {
+  ByRoot all;
+  for (frame::MessageRow const& reply : replies()) {
+    for (char const* const root : reply.roots) all[root].emplace_back(reply);
+  }
+  return all;
+}
+
+}  // namespace
+
+Messages const& repliesOf(std::string_view root) {
+  static ByRoot const all = repliesByRoot();
+  static Messages const none;
+  auto const found = all.find(root);
+  return found != all.end() ? found->second : none;
 }
 
 frame::MessageRow const* findReply(std::string_view name) {

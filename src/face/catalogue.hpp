@@ -20,6 +20,9 @@ Messages const& catalogue();
 /// Those that are read.
 Messages const& replies();
 
+/// Those that are read from a root of that name.
+Messages const& repliesOf(std::string_view root);
+
 /// The reply of that name, or null. Several replies may share a root.
 frame::MessageRow const* findReply(std::string_view name);
 

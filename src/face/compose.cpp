@@ -5,8 +5,11 @@
 #include <vector>
 
 #include "face/catalogue.hpp"
+#include "face/plain_locale.hpp"
+#include "face/results.hpp"
 #include "frame/assign.hpp"
 #include "frame/sink.hpp"
+#include "frame/write_watch.hpp"
 
 namespace Kovra {
 
@@ -14,21 +17,32 @@ namespace {
 
 using namespace frame;
 
-bool refuse(Problem& problem, std::string_view path, std::string found, std::string expected) {
-  problem.path = path;
-  fail(problem, std::move(found), std::move(expected));
+// Choices.
+
+bool refuse(Problems& problems, std::string_view path, std::string found, std::string expected) {
+  problems.add(std::string(path), std::move(found), std::move(expected));
   return false;
 }
 
-// Choices.
+/// Languages whose names have no dashes write choices with underscores.
+bool isSameChoice(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+    return x == y || (x == '_' && y == '-') || (x == '-' && y == '_');
+  });
+}
+
+/// What was chosen of a message.
+struct Choosing {
+  std::vector<long> chosen;  ///< in the order of the message's choices
+  long isZeroMissing = 0;
+};
 
 /// A word of the choice as its bits.
-bool addWord(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
-  Word const* const word =
-      value.kind == Value::Kind::text ? choice.words->find(value.text) : nullptr;
+bool addWord(ChoiceRow const& choice, Value const& value, long& chosen, Problems& problems) {
+  std::string const text(value.asText(""));
+  Word const* const word = choice.words->find(text);
   if (word == nullptr) {
-    bool const isText = value.kind == Value::Kind::text;
-    return refuse(problem, choice.name, isText ? '"' + value.text + '"' : described(value),
+    return refuse(problems, choice.name, value.isText() ? '"' + text + '"' : described(value),
                   "one of: " + listed(*choice.words));
   }
   // Of one word the last counts, of several all.
@@ -36,78 +50,86 @@ bool addWord(ChoiceRow const& choice, Value const& value, long& chosen, Problem&
   return true;
 }
 
-bool addWords(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
-  if (value.kind != Value::Kind::list) {
-    return refuse(problem, choice.name, described(value), "a list");
-  }
-  return std::all_of(value.items.begin(), value.items.end(),
-                     [&](Value const& item) { return addWord(choice, item, chosen, problem); });
+bool addWords(ChoiceRow const& choice, Value const& value, long& chosen, Problems& problems) {
+  if (!value.isList()) return refuse(problems, choice.name, described(value), "a list");
+  return std::all_of(value.items().begin(), value.items().end(),
+                     [&](Value const& item) { return addWord(choice, item, chosen, problems); });
 }
 
-bool choose(ChoiceRow const& choice, Value const& value, long& chosen, Problem& problem) {
+bool choose(ChoiceRow const& choice, Value const& value, long& chosen, Problems& problems) {
   switch (choice.form) {
     case ChoiceRow::Form::word:
-      return addWord(choice, value, chosen, problem);
+      return addWord(choice, value, chosen, problems);
     case ChoiceRow::Form::words:
-      return addWords(choice, value, chosen, problem);
+      return addWords(choice, value, chosen, problems);
     case ChoiceRow::Form::flag:
     case ChoiceRow::Form::number:
       break;
   }
   int number = 0;
+  std::size_t const mark = problems.mark();
   Assigned const result = choice.form == ChoiceRow::Form::flag
-                              ? assignFlag(number, value, problem)
-                              : assignNumber(number, value, problem);
+                              ? assignFlag(number, value, problems)
+                              : assignNumber(number, value, problems);
+  problems.prefix(mark, choice.name);
   chosen = number;
-  if (result == Assigned::failed) problem.path = choice.name;
   return result == Assigned::done;
 }
 
-/// What of the message's choices is chosen; false for a choice that it does not have, or a value
-/// that it does not take.
-bool choose(std::span<ChoiceRow const> choices, Value const& value, std::vector<long>& chosen,
-            Problem& problem) {
-  chosen.assign(choices.size(), 0);
-  if (value.kind != Value::Kind::record && value.kind != Value::Kind::nothing) {
-    return refuse(problem, "", described(value), "an object with choices");
+void chooseOne(std::span<ChoiceRow const> choices, Kovra::Member const& member, Choosing& choosing,
+               Problems& problems) {
+  if (isSameChoice(zeroMissing.name, member.name())) {
+    choose(zeroMissing, member.value(), choosing.isZeroMissing, problems);
+    return;
   }
-  for (Kovra::Member const& member : value.members) {
-    auto const choice = std::find_if(choices.begin(), choices.end(), [&](ChoiceRow const& known) {
-      return known.name == member.name;
-    });
-    if (choice == choices.end()) {
-      return refuse(problem, member.name, "an unknown choice", "one that this document has");
-    }
-    long& target = chosen[static_cast<std::size_t>(choice - choices.begin())];
-    if (!choose(*choice, member.value, target, problem)) return false;
+  auto const choice = std::find_if(choices.begin(), choices.end(), [&](ChoiceRow const& known) {
+    return isSameChoice(known.name, member.name());
+  });
+  if (choice == choices.end()) {
+    refuse(problems, member.name(), "an unknown choice", "one that this document has");
+  } else {
+    auto const index = static_cast<std::size_t>(choice - choices.begin());
+    choose(*choice, member.value(), choosing.chosen[index], problems);
   }
-  return true;
+}
+
+/// What of the message's choices is chosen. A choice that it does not have is a problem, and so is
+/// a value that one does not take.
+Choosing choose(std::span<ChoiceRow const> choices, Value const& value, Problems& problems) {
+  Choosing choosing;
+  choosing.chosen.assign(choices.size(), 0);
+  if (!value.isRecord() && !value.isNothing()) {
+    refuse(problems, "", described(value), "an object with choices");
+  }
+  for (Kovra::Member const& member : value.members()) {
+    chooseOne(choices, member, choosing, problems);
+  }
+  return choosing;
 }
 
 // Members.
 
 bool isNamed(Value const& value, std::string_view name) {
-  return value.find(std::string(name)) != nullptr;
+  return value.find(name) != nullptr;
 }
 
 /// Is there no member but those that are required?
-bool isRequiredOnly(Composing const& composing, Value const& value, Problem& problem) {
-  if (!composing.requiredOnly) return true;
-  for (Kovra::Member const& member : value.members) {
+void lookForOthers(Composing const& composing, Value const& value, Problems& problems) {
+  if (!composing.requiredOnly) return;
+  for (Kovra::Member const& member : value.members()) {
     auto const& required = composing.required;
-    if (std::find(required.begin(), required.end(), member.name) != required.end()) continue;
-    return refuse(problem, member.name, "a value", "none: this document has no such element");
+    if (std::find(required.begin(), required.end(), member.name()) != required.end()) continue;
+    refuse(problems, member.name(), "a value", "none: this document has no such element");
   }
-  return true;
 }
 
-bool hasRequired(Composing const& composing, Value const& value, Problem& problem) {
+/// Is each member there that is required?
+void lookForRequired(Composing const& composing, Value const& value, Problems& problems) {
   for (std::string_view const name : composing.required) {
     if (isNamed(value, name)) continue;
-    return refuse(problem, name, "nothing",
-                  composing.written != nullptr ? "a value: this command needs it" : "a text");
+    refuse(problems, name, "nothing",
+           composing.written != nullptr ? "a value: this command needs it" : "a text");
   }
-  return true;
 }
 
 /// Takes note of the attributes of a document, of which nothing else is looked at.
@@ -136,206 +158,198 @@ bool isTaken(Rows rows, Attributes const& written, std::string_view member) {
 
 /// Does the document say what the command says, no less and no more? What it does not take is a
 /// mistake of whoever wrote it, and so is what was left out.
-bool saysTheSame(Rows rows, Attributes const& written, Value const& command, Problem& problem) {
-  for (Kovra::Member const& member : command.members) {
-    if (isTaken(rows, written, member.name)) continue;
-    return refuse(problem, member.name, described(member.value),
-                  "none: this command does not take it");
+void compareWithSaid(Rows rows, Attributes const& written, Value const& command,
+                     Problems& problems) {
+  for (Kovra::Member const& member : command.members()) {
+    if (isTaken(rows, written, member.name())) continue;
+    refuse(problems, member.name(), described(member.value()),
+           "none: this command does not take it");
   }
   for (Row const& row : rows) {
     bool const isNeeded = row.isNeeded && !row.member.empty() && written.has(row.member);
     if (!isNeeded || isNamed(command, row.member)) continue;
-    return refuse(problem, row.member, "nothing", "a value: this command needs it");
+    refuse(problems, row.member, "nothing", "a value: this command needs it");
   }
-  return true;
 }
 
-bool isComplete(Composing const& composing, Value const& value, void const* record,
-                Problem& problem) {
-  if ((composing.check != nullptr && !composing.check(record, value, problem)) ||
-      !hasRequired(composing, value, problem)) {
-    return false;
+/// A mask is no secret, and no printer shall get one for a key. Of other messages rows know which
+/// members are secrets.
+void lookForMasks(Composing const& composing, Value const& value, Problems& problems) {
+  if (!composing.isSecret) return;
+  for (Kovra::Member const& member : value.members()) {
+    if (member.value().asText("") != secretMask) continue;
+    refuse(problems, member.name(), "a masked secret", "the secret itself");
   }
-  if (composing.written == nullptr) return true;
+}
+
+/// What is wrong with members that are right by themselves.
+void lookAtTheWhole(Composing const& composing, Value const& value, void const* record,
+                    Problems& problems) {
+  if (composing.check != nullptr && !composing.check(record, value, problems)) return;
+  if (composing.written == nullptr) return;
   Attributes written;
   composing.write(written, record, {}, 0);
-  return saysTheSame(composing.written(record), written, value, problem);
+  compareWithSaid(composing.written(record), written, value, problems);
 }
 
 Assigned fill(MessageRow const& message, AnyRecord const& record, Value const& value,
-              Problem& problem) {
+              Problems& problems) {
   if (message.composing->assign != nullptr) {
-    return message.composing->assign(record.memory(), value, problem);
+    return message.composing->assign(record.memory(), value, problems);
   }
-  return assignRows(message.rows, record.get(), value, problem);
+  return assignRows(message.rows, record.get(), value, problems);
 }
 
-bool compose(MessageRow const& message, Value const& value, Value const& choices, std::string& text,
-             Problem& problem) {
+/// What is wrong is found before anything is written; what is missing is found while writing, be
+/// it in vain.
+void compose(MessageRow const& message, Value const& value, Value const& choices, std::string& text,
+             Problems& problems) {
   Composing const& composing = *message.composing;
-  std::vector<long> chosen;
   Circumstances circumstances = 0;
-  if (!choose(composing.choices, choices, chosen, problem) ||
-      !isRequiredOnly(composing, value, problem) ||
-      (composing.sort != nullptr && !composing.sort(value, circumstances, problem))) {
-    return false;
-  }
+  Choosing const choosing = choose(composing.choices, choices, problems);
+  lookForOthers(composing, value, problems);
+  lookForMasks(composing, value, problems);
+  if (composing.sort != nullptr) composing.sort(value, circumstances, problems);
   AnyRecord const record(*message.record);
-  return fill(message, record, value, problem) != Assigned::failed &&
-         isComplete(composing, value, record.get(), problem) &&
-         composeRecord(message, record.get(), chosen, circumstances, text, problem);
+  fill(message, record, value, problems);
+  if (value.isRecord()) lookForRequired(composing, value, problems);
+  if (problems.empty()) lookAtTheWhole(composing, value, record.get(), problems);
+  bool const demandsAll = composing.isOfSections && choosing.isZeroMissing == 0;
+  if (!problems.empty() && !demandsAll) return;
+  WriteWatch watch(value, demandsAll, problems);
+  composeRecord(message, record.get(), choosing.chosen, circumstances, &watch, text, problems);
+}
+
+/// What is wrong with one member may be noticed twice.
+bool isTold(std::vector<Kovra::detail::ProblemData> const& told, Trouble const& trouble) {
+  return !trouble.path.empty() && std::any_of(told.begin(), told.end(), [&](Trouble const& other) {
+    return other.path == trouble.path;
+  });
+}
+
+/// The document, or the problems.
+template <class Compose>
+Composition composition(Compose compose) {
+  PlainLocale const plain;
+  auto const data = std::make_shared<Kovra::detail::CompositionData>();
+  Problems problems;
+  compose(data->text, problems);
+  data->isComposed = problems.empty();
+  if (!data->isComposed) {
+    wipe(data->text.data(), data->text.size());
+    data->text.clear();
+  }
+  for (Trouble& trouble : problems.all()) {
+    if (!isTold(data->problems, trouble)) {
+      static_cast<Trouble&>(data->problems.emplace_back()) = std::move(trouble);
+    }
+  }
+  return Kovra::detail::FaceAccess::make<Composition>(
+      Kovra::detail::Shared<Kovra::detail::CompositionData>(data));
 }
 
 }  // namespace
 
+ChoiceRow const zeroMissing = {
+    .name = "zero_missing",
+    .form = ChoiceRow::Form::flag,
+    .title = "A member that the record lacks is zero, and no mistake",
+};
+
 bool composeRecord(MessageRow const& message, void const* record, Chosen chosen,
-                   Circumstances circumstances, std::string& text, Problem& problem) {
+                   Circumstances circumstances, WriteWatch* watch, std::string& text,
+                   Problems& problems) {
   Composing const& composing = *message.composing;
   TextSink sink;
+  if (watch != nullptr) sink.watch(*watch);
   sink.declare();
   sink.open(composing.root);
   bool const isWritten = composing.write(sink, record, chosen, circumstances);
   sink.close(composing.root);
   if (isWritten) {
     text = sink.printed();
-  } else if (composing.explain != nullptr) {
-    composing.explain(chosen, problem);
+  } else if (composing.explain != nullptr && problems.empty()) {
+    composing.explain(chosen, problems);
   }
   return isWritten;
 }
 
-Composition compose(std::string const& name, Value const& record, Value const& choices) {
-  Composition composition;
-  MessageRow const* const message = findRequest(name);
-  if (message == nullptr) {
-    refuse(composition.problem, "", '"' + name + '"', "the name of a document that is composed");
-    return composition;
-  }
-  composition.composed = compose(*message, record, choices, composition.text, composition.problem);
-  return composition;
+Composition compose(std::string_view name, Value const& record, Value const& choices) {
+  return composition([&](std::string& text, Problems& problems) {
+    MessageRow const* const message = findRequest(name);
+    if (message == nullptr) {
+      refuse(problems, "", '"' + std::string(name) + '"',
+             "the name of a document that is composed");
+    } else {
+      compose(*message, record, choices, text, problems);
+    }
+  });
 }
 
-// The same of one document each.
+// Records of the classic writers.
 
 namespace {
 
-void add(Value& choices, char const* name, Value value) {
-  Kovra::Member& choice = choices.members.emplace_back();
-  choice.name = name;
-  choice.value = std::move(value);
-}
-
-Value noChoices() {
-  Value choices;
-  choices.kind = Value::Kind::record;
-  return choices;
-}
-
-Value listOf(std::vector<std::string> const& words) {
-  Value list;
-  list.kind = Value::Kind::list;
-  for (std::string const& word : words) list.items.push_back(shown(std::string_view(word)));
-  return list;
-}
-
-/// The words of the message's first choice.
-std::vector<std::string> wordsOf(std::string_view message) {
-  return Choice(&findRequest(message)->composing->choices.front()).words();
-}
-
-}  // namespace
-
-Composition composeCapabilities(Value const& record, CapabilitiesChoice const& choice) {
-  Value choices = noChoices();
-  std::vector<std::string> const parts = wordsOf("capabilities");
-  auto const part = static_cast<std::size_t>(choice.part);
-  if (part >= 1 && part <= parts.size()) {
-    add(choices, "only", shown(std::string_view(parts[part - 1])));
-  }
-  add(choices, "direct-to-card", shown(choice.directToCard));
-  return compose("capabilities", record, choices);
-}
-
-Composition composeMedia(Value const& record, MediaChoice const& choice) {
-  Value choices = noChoices();
-  add(choices, "all-types", shown(choice.allTypes));
-  add(choices, "without-transfer", shown(choice.withoutTransfer));
-  return compose("media", record, choices);
-}
-
-std::vector<std::string> configurationSections() {
-  return wordsOf("configuration");
-}
-
-Composition composeConfiguration(Value const& record, ConfigurationChoice const& choice) {
-  Value choices = noChoices();
-  add(choices, "sections", listOf(choice.sections));
-  add(choices, "card", shown(choice.card));
-  add(choices, "filmless", shown(choice.filmless));
-  return compose("configuration", record, choices);
-}
-
-std::vector<std::string> printerIdFields() {
-  return wordsOf("printer-id");
-}
-
-Composition composePrinterId(Value const& record, std::vector<std::string> const& fields) {
-  Value choices = noChoices();
-  add(choices, "fields", listOf(fields));
-  return compose("printer-id", record, choices);
-}
-
-Composition composeNonce(Value const& record) {
-  return compose("nonce", record);
-}
-
-Composition composeSecureRequest(Value const& record) {
-  return compose("secure-action-request", record);
-}
-
-Composition composeSecureDirective(Value const& record, int timeout) {
-  Value choices = noChoices();
-  add(choices, "timeout", shown(timeout));
-  return compose("secure-action-directive", record, choices);
-}
-
-Composition composePasskey(Value const& record) {
-  return compose("passkey", record);
-}
-
-Composition composePasskeyChange(Value const& record) {
-  return compose("passkey-change", record);
-}
-
-Composition composeKeys(Value const& record) {
-  return compose("security-keys", record);
-}
-
-Composition composeKeysChange(Value const& record) {
-  return compose("security-key-change", record);
-}
-
-namespace {
-constexpr std::string_view deviceCommand = "device-control ";
-}  // namespace
-
-std::vector<std::string> controlledDevices() {
-  std::vector<std::string> devices;
+MessageRow const* requestWith(std::string_view type) {
   for (MessageRow const& message : catalogue()) {
-    bool const isWritten = message.composing != nullptr;
-    std::string_view const command = isWritten ? message.composing->command : std::string_view();
-    if (command.substr(0, deviceCommand.size()) != deviceCommand) continue;
-    devices.emplace_back(command.substr(deviceCommand.size()));
+    if (message.composing != nullptr && message.record->name == type) return &message;
   }
-  return devices;
+  return nullptr;
 }
 
-Composition composeDeviceControl(std::string const& device, Value const& command) {
-  std::string const name = std::string(deviceCommand) + device;
-  if (findRequest(name) != nullptr) return compose(name, command);
-  Composition refused;
-  refuse(refused.problem, "", "device \"" + device + '"', "a device that takes commands");
-  return refused;
+void composeOwn(MessageRow const& message, void const* record, Value const& choices,
+                std::string& text, Problems& problems) {
+  Choosing const choosing = choose(message.composing->choices, choices, problems);
+  if (!problems.empty()) return;
+  WriteWatch watch(problems);
+  composeRecord(message, record, choosing.chosen, 0, &watch, text, problems);
+}
+
+/// A null text is left out of the document, and so it is of the record.
+Value valueOf(_tagSecActionXMLValues const& values) {
+  Value record = Value::object();
+  auto const add = [&](std::string_view name, char const* text) {
+    if (text == nullptr) return;
+    record.add(name, text).markSecret();
+  };
+  add("action", values.action);
+  add("model", values.model);
+  add("serial", values.serial);
+  add("nonce", values.nonce);
+  add("hmac", values.hmac);
+  return record;
+}
+
+/// Two documents are made of one type of record, each of a part of it.
+void composeAction(_tagSecActionXMLValues const& values, Value const& choices, std::string& text,
+                   Problems& problems) {
+  constexpr std::string_view choice = "message";
+  constexpr std::string_view names[] = {"secure-action-request", "secure-action-directive"};
+  Value const* const chosen = choices.find(choice);
+  std::string_view const name = chosen != nullptr ? chosen->asText("") : "";
+  if (std::find(std::begin(names), std::end(names), name) == std::end(names)) {
+    refuse(problems, choice, chosen != nullptr ? described(*chosen) : "nothing",
+           "one of: " + std::string(names[0]) + ", " + std::string(names[1]));
+    return;
+  }
+  Value record = valueOf(values);
+  record.erase(name == names[0] ? "hmac" : "action");
+  Value others = choices;
+  others.erase(choice);
+  compose(*findRequest(name), record, others, text, problems);
+}
+
+}  // namespace
+
+Composition Kovra::detail::composeRecord(std::string_view type, void const* record,
+                                         Value const& choices) {
+  return composition([&](std::string& text, Problems& problems) {
+    if (type == Kovra::detail::recordName<_tagSecActionXMLValues>) {
+      composeAction(*static_cast<_tagSecActionXMLValues const*>(record), choices, text, problems);
+    } else {
+      composeOwn(*requestWith(type), record, choices, text, problems);
+    }
+  });
 }
 
 }  // namespace Kovra

@@ -2,6 +2,8 @@
 #include <iterator>
 
 #include "face/catalogue.hpp"
+#include "face/compose.hpp"
+#include "face/results.hpp"
 #include "kovra.hpp"
 
 namespace Kovra {
@@ -10,19 +12,14 @@ namespace {
 
 using namespace frame;
 
-ChoiceRow const& choiceAt(void const* row) {
-  return *static_cast<ChoiceRow const*>(row);
-}
-
-MessageRow const& messageAt(void const* row) {
-  return *static_cast<MessageRow const*>(row);
-}
+using Kovra::detail::FaceAccess;
+using Kovra::detail::MemberData;
+using Kovra::detail::Shared;
 
 /// Of a message that is not written there is nothing to tell.
-Composing const& composingAt(void const* row) {
+Composing const& composingOf(MessageRow const& message) {
   static constexpr Composing none{};
-  Composing const* const composing = messageAt(row).composing;
-  return composing != nullptr ? *composing : none;
+  return message.composing != nullptr ? *message.composing : none;
 }
 
 template <class Texts>
@@ -68,7 +65,7 @@ std::string titleOf(std::string_view member, Composing const& composing) {
 }
 
 /// Each member once, also where one row reads it and another writes it.
-void addMembers(Rows rows, Composing const& composing, std::vector<MemberDescription>& members) {
+void addMembers(Rows rows, Composing const& composing, std::vector<MemberData>& members) {
   for (Row const& row : rows) {
     if (row.kind->shape == Shape::group) {
       addMembers(rowsBelow(row), composing, members);
@@ -80,9 +77,12 @@ void addMembers(Rows rows, Composing const& composing, std::vector<MemberDescrip
     for (std::string_view const key : keys) {
       bool const isThere =
           std::any_of(members.begin(), members.end(),
-                      [&](MemberDescription const& member) { return member.name() == key; });
+                      [&](MemberData const& member) { return member.name == key; });
       if (isThere) continue;
-      members.emplace_back(std::string(key), kindOf(row.kind->shape), titleOf(key, composing));
+      MemberData& member = members.emplace_back();
+      member.name = key;
+      member.kind = kindOf(row.kind->shape);
+      member.title = titleOf(key, composing);
     }
   }
 }
@@ -100,11 +100,11 @@ void addSecrets(Rows rows, std::string const& path, std::vector<std::string>& se
 }  // namespace
 
 std::string Choice::name() const {
-  return std::string(choiceAt(row_).name);
+  return std::string(data_->name);
 }
 
 Choice::Form Choice::form() const {
-  switch (choiceAt(row_).form) {
+  switch (data_->form) {
     case ChoiceRow::Form::flag:
       return Form::flag;
     case ChoiceRow::Form::word:
@@ -118,100 +118,116 @@ Choice::Form Choice::form() const {
 }
 
 std::string Choice::title() const {
-  return std::string(choiceAt(row_).title);
+  return std::string(data_->title);
 }
 
 std::vector<std::string> Choice::words() const {
   std::vector<std::string> words;
-  if (Vocabulary const* const known = choiceAt(row_).words) {
+  if (Vocabulary const* const known = data_->words) {
     for (Word const& word : known->words) words.emplace_back(word.text);
   }
   return words;
 }
 
 bool Choice::isRequired() const {
-  return choiceAt(row_).isRequired;
+  return data_->isRequired;
 }
 
 std::string Choice::example() const {
-  std::string_view const example = choiceAt(row_).example;
-  return std::string(example.empty() ? "NUMBER" : example);
+  std::string_view const example = data_->example;
+  return std::string(!example.empty() ? example : form() == Form::flag ? "" : "NUMBER");
 }
 
 long Choice::least() const {
-  return choiceAt(row_).least;
+  return data_->least;
 }
 
 long Choice::most() const {
-  return choiceAt(row_).most;
+  return data_->most;
+}
+
+std::string MemberDescription::name() const {
+  return data_ != nullptr ? data_->name : "";
+}
+
+Value::Kind MemberDescription::kind() const {
+  return data_ != nullptr ? data_->kind : Value::Kind::nothing;
+}
+
+std::string MemberDescription::title() const {
+  return data_ != nullptr ? data_->title : "";
 }
 
 std::string Message::name() const {
-  return std::string(messageAt(row_).name);
+  return std::string(data_->name);
 }
 
 std::string Message::title() const {
-  return std::string(messageAt(row_).title);
+  return std::string(data_->title);
 }
 
 std::vector<std::string> Message::roots() const {
-  return texts(messageAt(row_).roots);
+  return texts(data_->roots);
 }
 
 bool Message::isRead() const {
-  return messageAt(row_).read != nullptr;
+  return data_->read != nullptr;
 }
 
 bool Message::isWritten() const {
-  return messageAt(row_).composing != nullptr;
+  return data_->composing != nullptr;
 }
 
 std::vector<MemberDescription> Message::members() const {
-  std::vector<MemberDescription> members;
-  addMembers(messageAt(row_).rows, composingAt(row_), members);
-  return members;
+  auto const members = std::make_shared<std::vector<MemberData>>();
+  addMembers(data_->rows, composingOf(*data_), *members);
+  return FaceAccess::each<MemberDescription>(Shared<std::vector<MemberData>>(members), *members);
 }
 
 std::vector<std::string> Message::required() const {
-  return texts(composingAt(row_).required);
+  return texts(composingOf(*data_).required);
 }
 
 std::vector<Choice> Message::choices() const {
   std::vector<Choice> choices;
-  for (ChoiceRow const& choice : composingAt(row_).choices) choices.emplace_back(&choice);
+  for (ChoiceRow const& choice : composingOf(*data_).choices) {
+    choices.push_back(FaceAccess::make<Choice>(&choice));
+  }
+  bool const isOfSections = composingOf(*data_).isOfSections;
+  if (isOfSections) choices.push_back(FaceAccess::make<Choice>(&zeroMissing));
   return choices;
 }
 
 std::string Message::command() const {
-  return std::string(composingAt(row_).command);
+  return std::string(composingOf(*data_).command);
 }
 
 std::string Message::groupPurpose() const {
-  CommandGroup const* const group = composingAt(row_).group;
+  CommandGroup const* const group = composingOf(*data_).group;
   return group != nullptr ? std::string(group->title) : "";
 }
 
 std::string Message::groupHelp() const {
-  CommandGroup const* const group = composingAt(row_).group;
+  CommandGroup const* const group = composingOf(*data_).group;
   return group != nullptr ? std::string(group->help) : "";
 }
 
 std::string Message::purpose() const {
-  return std::string(composingAt(row_).title);
+  return std::string(composingOf(*data_).title);
 }
 
 std::string Message::help() const {
-  return std::string(composingAt(row_).help);
+  return std::string(composingOf(*data_).help);
 }
 
 std::string Message::recordOf() const {
-  return std::string(composingAt(row_).recordOf);
+  return std::string(composingOf(*data_).recordOf);
 }
 
 std::vector<std::string> Message::secrets() const {
   std::vector<std::string> secrets;
-  if (!composingAt(row_).isSecret) {
-    addSecrets(messageAt(row_).rows, {}, secrets);
+  if (!composingOf(*data_).isSecret) {
+    addSecrets(data_->rows, {}, secrets);
   } else {
     for (MemberDescription const& member : members()) secrets.push_back(member.name());
   }
@@ -220,7 +236,7 @@ std::vector<std::string> Message::secrets() const {
 
 std::vector<Message> messages() {
   std::vector<Message> all;
-  for (MessageRow const& row : catalogue()) all.emplace_back(&row);
+  for (MessageRow const& row : catalogue()) all.push_back(FaceAccess::make<Message>(&row));
   return all;
 }
 

@@ -2,14 +2,18 @@
 
 #include <algorithm>
 
-#include "face/catalogue.hpp"
+#include "face/survey.hpp"
 
 namespace Kovra {
 
 namespace {
 
-/// What would be right, and what stands there instead; Decoding::description() makes a sentence
-/// of the two.
+using Kovra::detail::FindingData;
+using Kovra::detail::kindOf;
+using Kovra::detail::Refused;
+using Kovra::detail::Spot;
+
+/// What would be right, and what stands there instead.
 struct Wording {
   std::string found;
   std::string expected;
@@ -23,26 +27,6 @@ std::string endTag(std::string_view name) {
 }
 std::string quoted(std::string_view name) {
   return '"' + std::string(name) + '"';
-}
-
-/// Characters before `offset`, counted as TinyXML counts: "\r\n" is one line end, and in UTF-8 the
-/// bytes that continue a character are not counted.
-Place placeOf(std::string_view text, std::size_t offset) {
-  Place place;
-  place.line = 1;
-  place.column = 1;
-  for (std::size_t i = 0; i < std::min(offset, text.size()); ++i) {
-    bool const lineEnd =
-        text[i] == '\n' || (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n'));
-    bool const continues = (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80U;
-    if (lineEnd) {
-      ++place.line;
-      place.column = 1;
-    } else if (!continues && text[i] != '\r') {
-      ++place.column;
-    }
-  }
-  return place;
 }
 
 Wording endOfText(std::string_view where, std::string const& expected) {
@@ -66,7 +50,7 @@ Wording wordingOf(frame::Scan const& scan, std::string const& open) {
       return {"more than " + std::to_string(frame::maxAttributes) + " attributes" + open,
               "at most " + std::to_string(frame::maxAttributes)};
     case Fault::empty:
-      return {"no markup", "an XML document"};
+      return {"text before the document", "an XML document"};
     case Fault::noElementName:
       return {"a tag without a name", "an element's name"};
     case Fault::noAttributeName:
@@ -101,125 +85,131 @@ Wording wordingOf(frame::Scan const& scan, std::string const& open) {
   return {};
 }
 
+FindingData refusalOf(detail::FindingKindData const& kind, Wording wording) {
+  FindingData refused;
+  refused.kind = &kind;
+  refused.found = std::move(wording.found);
+  refused.expected = {std::move(wording.expected)};
+  return refused;
+}
+
+/// A refusal at so many bytes of the whole source.
+FindingData refusalAt(Source const& source, std::size_t begin, std::size_t end,
+                      detail::FindingKindData const& kind, Wording wording) {
+  FindingData refused = refusalOf(kind, std::move(wording));
+  std::vector<Spot> const spots = spotsOf(source, {begin, std::max(begin, end)});
+  refused.begin = spots[0];
+  refused.end = spots[1];
+  return refused;
+}
+
 /// " in <name>, opened at line 3", for the element that is open at the fault.
-std::string openElement(std::string_view text, frame::Scan const& scan) {
+std::string openElement(Source const& source, frame::Scan const& scan) {
   if (scan.openElement.empty()) return {};
-  return " in " + tag(scan.openElement) + ", opened at line " +
-         std::to_string(placeOf(text, scan.openAt).line);
+  Spot const opened = spotsOf(source, {source.skipped() + scan.openAt}).front();
+  return " in " + tag(scan.openElement) + ", opened at line " + std::to_string(opened.line);
 }
 
-std::string joined(std::vector<std::string> const& words) {
-  std::string list;
-  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
-  return list;
-}
-
-std::string rootsOf(std::string const& as) {
-  frame::MessageRow const* const reply = findReply(as);
-  if (reply == nullptr) return "the root element of a reply that Kovra reads";
+std::vector<std::string> rootsOf(Messages const* wanted) {
+  if (wanted == nullptr) return {"the root element of a reply that Kovra reads"};
   std::vector<std::string> roots;
-  for (char const* const root : reply->roots) roots.push_back(tag(root));
-  return (roots.size() > 1 ? "one of: " : "") + joined(roots);
+  for (frame::MessageRow const& reply : *wanted) {
+    for (char const* const root : reply.roots) {
+      if (std::find(roots.begin(), roots.end(), tag(root)) == roots.end()) {
+        roots.push_back(tag(root));
+      }
+    }
+  }
+  return roots;
+}
+
+bool isRootOfSome(std::string_view name) {
+  return std::any_of(replies().begin(), replies().end(), [&](frame::MessageRow const& reply) {
+    return std::find(reply.roots.begin(), reply.roots.end(), name) != reply.roots.end();
+  });
+}
+
+/// Text stands where the first markup should: as far as the document, if there is one.
+FindingData refuseTextBefore(Source const& source, frame::Scan const& scan) {
+  std::size_t const begin = source.skipped() + scan.offset;
+  std::size_t const document = source.whole().find('<', begin);
+  bool const isThere = document != std::string_view::npos;
+  Wording wording = {"no markup", "an XML document"};
+  if (isThere) {
+    wording.found = "text before the document, which begins at byte " +
+                    std::to_string(source.offsetInBytes(document));
+  }
+  return refusalAt(source, begin, isThere ? document : source.whole().size(),
+                   kindOf(Refused::textBefore), std::move(wording));
 }
 
 }  // namespace
 
-Decoding refuseName(std::string const& as) {
-  Decoding refused;
-  refused.status = Decoding::Status::unknownName;
-  refused.found = quoted(as);
+FindingData refuseMessage(std::string_view name, Messages const& known) {
   std::vector<std::string> names;
-  for (frame::MessageRow const& reply : replies()) names.emplace_back(reply.name);
-  refused.expected = "one of: " + joined(names);
+  for (frame::MessageRow const& message : known) names.emplace_back(message.name);
+  FindingData refused = refusalOf(kindOf(Refused::unknownMessage), {quoted(name), {}});
+  refused.expected = std::move(names);
   return refused;
 }
 
-Decoding refuseNul(std::string_view text, std::size_t offset) {
-  Decoding refused;
-  refused.place = placeOf(text, offset);
-  refused.found = "a NUL byte";
-  refused.expected = "text";
-  return refused;
+FindingData refuseLength() {
+  frame::Scan scan;
+  scan.fault = frame::Fault::tooLong;
+  return refusalOf(kindOf(scan.fault), wordingOf(scan, {}));
 }
 
-Decoding refuseText(std::string_view text, frame::Scan const& scan) {
-  Decoding refused;
-  refused.status = isHostile(scan.fault) ? Decoding::Status::hostile : Decoding::Status::malformed;
-  refused.place = placeOf(text, scan.offset);
-  Wording wording = wordingOf(scan, openElement(text, scan));
-  refused.found = std::move(wording.found);
-  refused.expected = std::move(wording.expected);
-  return refused;
+FindingData refuseSource(Source const& source) {
+  using Why = Source::Unreadable;
+  std::size_t const at = source.unreadableAt();
+  auto const refused = [&](Refused why, std::size_t length, Wording wording) {
+    FindingData finding = refusalOf(kindOf(why), std::move(wording));
+    std::vector<Spot> const spots = spotsOf(source, {at, at + length});
+    finding.begin = spots[0];
+    finding.end = spots[1];
+    return finding;
+  };
+  switch (source.unreadable()) {
+    case Why::no:
+      break;
+    case Why::empty:
+      return refused(Refused::empty, source.whole().size(), {"an empty text", "an XML document"});
+    case Why::gzip:
+      return refused(Refused::gzip, 2, {"a file compressed with gzip", "text"});
+    case Why::utf16:
+      return refused(Refused::utf16, 2,
+                     {"UTF-16 that is not declared", "UTF-8, or encoding=\"UTF-16\" declared"});
+    case Why::nul:
+      return refused(Refused::nul, 1, {"a NUL byte", "text"});
+  }
+  return {};
 }
 
-Decoding refuseRoot(frame::Tree const& tree, frame::Places& places, std::string const& as) {
-  Decoding refused;
-  refused.status = Decoding::Status::unknownRoot;
-  refused.expected = rootsOf(as);
+FindingData refuseText(Source const& source, frame::Scan const& scan) {
+  if (scan.fault == frame::Fault::empty) return refuseTextBefore(source, scan);
+  std::size_t const at = source.skipped() + scan.offset;
+  std::size_t const behind = at + std::min<std::size_t>(1, source.whole().size() - at);
+  return refusalAt(source, at, behind, kindOf(scan.fault),
+                   wordingOf(scan, openElement(source, scan)));
+}
+
+FindingData refuseRoot(Source const& source, frame::Tree const& tree, Messages const* wanted) {
   frame::Element const root = frame::firstElement(tree);
   if (!root) {
-    refused.found = "no root element";
-    return refused;
+    FindingData none = refusalAt(source, source.skipped(), source.whole().size(),
+                                 kindOf(Refused::unknownRoot), {"no root element", {}});
+    none.expected = rootsOf(wanted);
+    return none;
   }
-  bool const otherReply =
-      !as.empty() &&
-      std::any_of(replies().begin(), replies().end(), [&](frame::MessageRow const& reply) {
-        return std::find(reply.roots.begin(), reply.roots.end(), root.name()) != reply.roots.end();
-      });
-  if (otherReply) refused.status = Decoding::Status::wrongRoot;
-  refused.root = root.name();
-  refused.found = "root element " + tag(refused.root);
-  refused.place = places.of(root.offset());
+  bool const isOther = wanted != nullptr && isRootOfSome(root.name());
+  std::size_t const at = source.skipped() + root.offset();
+  FindingData refused = refusalAt(source, at, at + 1 + root.name().size(),
+                                  kindOf(isOther ? Refused::wrongRoot : Refused::unknownRoot),
+                                  {"root element " + tag(root.name()), {}});
+  refused.expected = rootsOf(wanted);
+  refused.element = root.name();
+  refused.path = '/' + refused.element;
   return refused;
-}
-
-std::string Decoding::description() const {
-  switch (status) {
-    case Status::decoded:
-      return "decoded";
-    case Status::malformed:
-      return "malformed: found " + found + "; expected " + expected;
-    case Status::hostile:
-      return "refused: found " + found + "; expected " + expected;
-    case Status::unknownRoot:
-    case Status::wrongRoot:
-      return "found " + found + "; expected " + expected;
-    case Status::unknownName:
-      return "unknown document " + found + "; expected " + expected;
-  }
-  return {};
-}
-
-std::string Problem::description() const {
-  return (path.empty() ? "" : path + ": ") + "found " + found + "; expected " + expected;
-}
-
-std::string Note::description() const {
-  std::string const subject = tag(element) + ": ";
-  std::string const text =
-      found.empty() ? "the text" : quoted(found);  // that of a secret is not told
-  switch (kind) {
-    case Kind::unknownElement:
-      return subject + "unknown element, skipped";
-    case Kind::unknownWord:
-      return subject + "unknown word" + (found.empty() ? "" : ' ' + text) +
-             "; one of: " + joined(expected);
-    case Kind::notANumber:
-      return subject + text + " is not " + joined(expected);
-    case Kind::changedNumber:
-      return subject + text + " does not fit" + (kept.empty() ? "" : ", kept as " + kept);
-    case Kind::cutText:
-      return subject + "text too long" + (kept.empty() ? "" : ", cut to " + quoted(kept));
-    case Kind::emptyElement:
-      return subject + "empty, not read";
-    case Kind::noAttribute:
-      return subject + "no number in attribute " + quoted(joined(expected)) + ", not read";
-    case Kind::unlisted:
-      return kept + " more notes";
-    case Kind::surplusEntry:
-      return subject + "more than " + kept + " entries, skipped";
-  }
-  return {};
 }
 
 }  // namespace Kovra

@@ -1,28 +1,31 @@
 /// @file
-/// Why a text was refused, in words: what was found where, and what would be right.
+/// Why a text was refused: what was found where, and what would be right.
 
 #ifndef KOVRA_FACE_REFUSAL_HPP
 #define KOVRA_FACE_REFUSAL_HPP
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "frame/places.hpp"
-#include "frame/scanner.hpp"
-#include "kovra.hpp"
+#include "face/catalogue.hpp"
+#include "face/findings.hpp"
+#include "face/source.hpp"
+#include "frame/entry.hpp"
 
 namespace Kovra {
 
-/// No document is called `as`.
-Decoding refuseName(std::string const& as);
-/// `text` holds a NUL byte at `offset`.
-Decoding refuseNul(std::string_view text, std::size_t offset);
-/// The scanner found a fault in `text`.
-Decoding refuseText(std::string_view text, frame::Scan const& scan);
-/// The first element of `tree` (there may be none) is not the root of a known document, or not that
-/// of `as`.
-Decoding refuseRoot(frame::Tree const& tree, frame::Places& places, std::string const& as);
+/// None of the `known` messages is called `name`.
+detail::FindingData refuseMessage(std::string_view name, Messages const& known);
+/// The text is longer than any that is looked into.
+detail::FindingData refuseLength();
+/// The source is unreadable.
+detail::FindingData refuseSource(Source const& source);
+/// The scanner found a fault in the source's text.
+detail::FindingData refuseText(Source const& source, frame::Scan const& scan);
+/// No element at the top level is the root of a message that is read, or of one of `wanted` where
+/// these were asked for.
+detail::FindingData refuseRoot(Source const& source, frame::Tree const& tree,
+                               Messages const* wanted);
 
 }  // namespace Kovra
 

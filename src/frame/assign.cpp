@@ -61,24 +61,26 @@ Unfit unfitIn(std::string_view text) {
 }  // namespace
 
 std::string described(Value const& value) {
-  switch (value.kind) {
+  switch (value.kind()) {
     case Value::Kind::nothing:
       return "nothing";
     case Value::Kind::flag:
-      return value.secret ? "a flag" : value.flag ? "true" : "false";
+      return value.isSecret() ? "a flag" : value.asBool() ? "true" : "false";
     case Value::Kind::integer:
-      return value.secret ? aNumber : std::to_string(value.integer);
+      return value.isSecret() ? aNumber : std::to_string(value.asInteger());
     case Value::Kind::natural:
-      return value.secret ? aNumber : std::to_string(value.natural);
+      return value.isSecret() ? aNumber : std::to_string(value.asNatural());
     case Value::Kind::real:
-      return value.secret ? aNumber : std::to_string(value.real);
-    case Value::Kind::text:
+      return value.isSecret() ? aNumber : std::to_string(value.asReal());
+    case Value::Kind::text: {
       // A long text, which may be a secret, is told by its length.
-      return value.text.size() > 32 || value.secret
-                 ? "a text of " + std::to_string(value.text.size()) + " bytes"
-                 : '"' + value.text + '"';
+      std::string const text(value.asText());
+      return text.size() > 32 || value.isSecret()
+                 ? "a text of " + std::to_string(text.size()) + " bytes"
+                 : '"' + text + '"';
+    }
     case Value::Kind::keyword:
-      return value.secret ? "a keyword" : '"' + value.text + '"';
+      return value.isSecret() ? "a keyword" : '"' + std::string(value.word()) + '"';
     case Value::Kind::list:
       return "a list";
     case Value::Kind::record:
@@ -87,19 +89,24 @@ std::string described(Value const& value) {
   return {};
 }
 
-Assigned checkText(Value const& value, std::size_t longest, Problem& problem) {
-  if (value.kind != Value::Kind::text) return fail(problem, described(value), "a text");
-  if (value.text.size() > longest || value.text.find('\0') != std::string::npos) {
-    return fail(problem, described(value),
+Assigned checkText(Value const& value, std::size_t longest, Problems& problems) {
+  if (!value.isText()) return fail(problems, described(value), "a text");
+  std::string_view const text = value.asText();
+  if (text.size() > longest || text.find('\0') != text.npos) {
+    return fail(problems, described(value),
                 "a text of at most " + std::to_string(longest) + " bytes, none of them NUL");
   }
-  switch (unfitIn(value.text)) {
+  return checkText(text, problems);
+}
+
+Assigned checkText(std::string_view text, Problems& problems) {
+  switch (unfitIn(text)) {
     case Unfit::no:
       break;
     case Unfit::utf8:
-      return fail(problem, "a text that is no UTF-8", "a text in UTF-8");
+      return fail(problems, "a text that is no UTF-8", "a text in UTF-8");
     case Unfit::character:
-      return fail(problem, "a text with a character that XML cannot carry",
+      return fail(problems, "a text with a character that XML cannot carry",
                   "a text without control characters other than tabs and line ends");
   }
   return Assigned::done;
@@ -115,92 +122,76 @@ std::string listed(Vocabulary const& words) {
 }
 
 Assigned assignWhole(unsigned long& bits, Value const& value, long least, unsigned long most,
-                     Problem& problem) {
-  bool const isSmall = value.kind == Value::Kind::integer && value.integer < 0;
-  bool const isWhole = value.kind == Value::Kind::integer || value.kind == Value::Kind::natural;
-  bits = value.kind == Value::Kind::natural ? value.natural
-                                            : static_cast<unsigned long>(value.integer);
-  bool const fits = isWhole && (isSmall ? value.integer >= least : bits <= most);
+                     Problems& problems) {
+  bool const isSmall = value.asInteger(0) < 0;
+  bits = isSmall ? static_cast<unsigned long>(value.asInteger()) : value.asNatural(0UL);
+  bool const fits = value.isWhole() && (isSmall ? value.asInteger() >= least : bits <= most);
   if (fits) return Assigned::done;
-  return fail(problem, described(value),
+  return fail(problems, described(value),
               "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
 }
 
-Assigned assignReal(float& out, Value const& value, Problem& problem) {
-  double number = 0;
-  switch (value.kind) {
-    case Value::Kind::real:
-      number = value.real;
-      break;
-    case Value::Kind::integer:
-      number = static_cast<double>(value.integer);
-      break;
-    case Value::Kind::natural:
-      number = static_cast<double>(value.natural);
-      break;
-    default:
-      return fail(problem, described(value), "a number");
-  }
+Assigned assignReal(float& out, Value const& value, Problems& problems) {
+  if (!value.isReal() && !value.isWhole()) return fail(problems, described(value), "a number");
+  double const number = value.asReal();
   if (!(std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max()))) {
-    return fail(problem, described(value), "a number that a float can hold");
+    return fail(problems, described(value), "a number that a float can hold");
   }
   out = static_cast<float>(number);
   return Assigned::done;
 }
 
-Assigned flagFrom(bool& flag, Value const& value, Problem& problem) {
-  if (value.kind != Value::Kind::flag) return fail(problem, described(value), "true or false");
-  flag = value.flag;
+Assigned flagFrom(bool& flag, Value const& value, Problems& problems) {
+  if (!value.isFlag()) return fail(problems, described(value), "true or false");
+  flag = value.asBool();
   return Assigned::done;
 }
 
-Assigned assignText(std::span<char> out, Value const& value, Problem& problem) {
-  Assigned const result = checkText(value, out.size() - 1, problem);
+Assigned assignText(std::span<char> out, Value const& value, Problems& problems) {
+  Assigned const result = checkText(value, out.size() - 1, problems);
   if (result != Assigned::done) return result;
   std::memset(out.data(), 0, out.size());
-  std::memcpy(out.data(), value.text.data(), value.text.size());
+  std::string_view const text = value.asText();
+  std::memcpy(out.data(), text.data(), text.size());
   return result;
 }
 
 namespace {
 
-Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Problem& problem) {
-  switch (value.kind) {
+Assigned codeFrom(int& code, Value const& value, Vocabulary const& words, Problems& problems) {
+  switch (value.kind()) {
     case Value::Kind::integer:
     case Value::Kind::natural:
-      return assignNumber(code, value, problem);
+      return assignNumber(code, value, problems);
     case Value::Kind::text: {
       // A vocabulary would not see what stands behind a NUL.
-      Word const* const word = words.find(value.text);
-      if (word == nullptr) return fail(problem, described(value), "one of: " + listed(words));
+      Word const* const word = words.find(value.asText());
+      if (word == nullptr) return fail(problems, described(value), "one of: " + listed(words));
       code = word->code;
       return Assigned::done;
     }
-    case Value::Kind::keyword: {
-      Value sent;
-      sent.kind = Value::Kind::integer;
-      sent.integer = value.integer;
-      return assignNumber(code, sent, problem);
-    }
+    case Value::Kind::keyword:
+      code = value.code();
+      return Assigned::done;
     case Value::Kind::record:
       if (Value const* const inner = value.find("code")) {
-        return assignNumber(code, *inner, problem);
+        return assignNumber(code, *inner, problems);
       }
       [[fallthrough]];
     default:
-      return fail(problem, described(value), "a keyword: its code, or one of: " + listed(words));
+      return fail(problems, described(value), "a keyword: its code, or one of: " + listed(words));
   }
 }
 
 }  // namespace
 
 Assigned assignKeyword(int& code, Value const& value, Vocabulary const& words, int least, int most,
-                       Problem& problem) {
+                       Problems& problems) {
   int found = 0;
-  Assigned const result = codeFrom(found, value, words, problem);
+  Assigned const result = codeFrom(found, value, words, problems);
   if (result != Assigned::done) return result;
   if (found < least || found > most) {
-    return fail(problem, value.secret ? "a code" : std::to_string(found),
+    return fail(problems, value.isSecret() ? "a code" : std::to_string(found),
                 "a code that the member can hold");
   }
   code = found;

@@ -1,7 +1,10 @@
 #include "frame/kinds.hpp"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -57,9 +60,28 @@ void reportReal(Observer& observer, Element element, float value) {
   }
 }
 
+/// Is the text this number, in so few digits that the member holds any of them? Most are.
+bool isPlainly(char const* text, long number, int most) {
+  bool const isNegative = *text == '-';
+  if (isNegative) ++text;
+  long value = 0;
+  int digits = 0;
+  for (; text[digits] >= '0' && text[digits] <= '9' && digits <= most; ++digits) {
+    value = 10 * value + (text[digits] - '0');
+  }
+  return digits > 0 && digits <= most && text[digits] == '\0' &&
+         number == (isNegative ? -value : value);
+}
+
 template <class Number>
 void reportWhole(Observer& observer, Element element, Number value) {
   char const* const text = element.text();
+  // Counters have 16 bits, whatever the member has.
+  constexpr int most =
+      std::min(std::numeric_limits<Number>::digits10,
+               std::is_same_v<Number, unsigned long> ? std::numeric_limits<std::uint16_t>::digits10
+                                                     : std::numeric_limits<int>::digits10);
+  if (isPlainly(text, static_cast<long>(value), most)) return;
   char* end = nullptr;
   errno = 0;
   long const sent = std::strtol(text, &end, 10);
@@ -77,7 +99,7 @@ void reportWhole(Observer& observer, Element element, Number value) {
 
 template <class Number>
 void NumberKind::report(Observer& observer, std::string_view name, Element element, Number value) {
-  observer.member(name, shown(value));
+  observer.member(name, value);
   if constexpr (std::is_floating_point_v<Number>) {
     reportReal(observer, element, value);
   } else {
@@ -109,8 +131,24 @@ bool NumberKind::write(Sink& sink, char const* element, float value) {
   return true;
 }
 
+namespace {
+
+/// Is it a number in so few digits that the member holds it? Most are.
+bool isPlainHexadecimal(char const* text) {
+  if (text[0] != '0' || text[1] != 'x') return false;
+  constexpr std::size_t most = 2 * sizeof(unsigned int);
+  std::size_t digits = 0;
+  for (text += 2; digits <= most && std::isxdigit(static_cast<unsigned char>(*text)) != 0; ++text) {
+    ++digits;
+  }
+  return digits > 0 && digits <= most && *text == '\0';
+}
+
+}  // namespace
+
 void HexadecimalKind::report(Observer& observer, std::string_view name, Element element,
                              unsigned int value) {
+  if (isPlainHexadecimal(element.text())) return observer.bits(name, value);
   WordText text;
   text.read(element);
   unsigned int scanned = 0;
@@ -118,9 +156,7 @@ void HexadecimalKind::report(Observer& observer, std::string_view name, Element 
     observer.notANumber(element, "a hexadecimal number with 0x before it");
     return;
   }
-  Value hexadecimal = shown(value);
-  hexadecimal.hexadecimal = true;
-  observer.member(name, hexadecimal);
+  observer.bits(name, value);
   errno = 0;
   unsigned long const sent = std::strtoul(element.text(), nullptr, 16);
   if (errno == ERANGE || sent != value) observer.changedNumber(element, printed("0x%x", value));
@@ -135,7 +171,7 @@ bool readAttribute(Row const& row, Element element, void* place, Watch const& wa
   bool const read = convertBound(element.attribute(name), at<int>(place));
   remark(watch, [&](Observer& observer) {
     if (read) {
-      observer.member(row.member, shown(at<int>(place)));
+      observer.member(row.member, at<int>(place));
     } else {
       observer.noAttribute(element, name);
     }
@@ -159,7 +195,7 @@ namespace {
 template <class Number>
 void reportBound(Observer& observer, Element element, char const* name, bool read, Number bound) {
   if (read) {
-    observer.member(name, shown(bound));
+    observer.member(name, bound);
   } else {
     observer.noAttribute(element, name);
   }
@@ -169,7 +205,7 @@ template <class Number>
 void reportValue(Observer& observer, Element element, bool read, Number value, Number sent,
                  Number before) {
   if (!read) observer.emptyElement(element);
-  if (!read && value != before) observer.member("val", shown(value));
+  if (!read && value != before) observer.member("val", value);
   if (read) NumberKind::report(observer, "val", element, value);
   // Of a whole number the line above has told.
   if (std::is_floating_point_v<Number> && read && value != sent) {
@@ -235,32 +271,33 @@ bool writeSetting(Row const& row, Sink& sink, void const* place, Circumstances, 
 
 /// A part as a member, for those who compose; on the wire it is no element.
 template <class Setting>
-Assigned assignPart(Setting& setting, Kovra::Member const& part, Problem& problem) {
-  if (part.name == "min") return assignNumber(setting.min, part.value, problem);
-  if (part.name == "max") return assignNumber(setting.max, part.value, problem);
-  if (part.name == "val") return assignNumber(setting.val, part.value, problem);
-  return fail(problem, "an unknown key", "one of: min, max, val");
+Assigned assignPart(Setting& setting, Kovra::Member const& part, Problems& problems) {
+  if (part.name() == "min") return assignNumber(setting.min, part.value(), problems);
+  if (part.name() == "max") return assignNumber(setting.max, part.value(), problems);
+  if (part.name() == "val") return assignNumber(setting.val, part.value(), problems);
+  return fail(problems, "an unknown key", "one of: min, max, val");
 }
 
 /// Assigns the members of a value to parts that are no rows, with `assign`.
 template <class Assign>
-Assigned assignParts(Row const& row, std::string_view member, Value const& value, Problem& problem,
-                     Assign assign) {
+Assigned assignParts(Row const& row, std::string_view member, Value const& value,
+                     Problems& problems, Assign assign) {
   if (member != row.member) return Assigned::notMine;
-  if (value.kind != Value::Kind::record) return fail(problem, described(value), "an object");
-  for (Kovra::Member const& part : value.members) {
-    if (assign(part) != Assigned::failed) continue;
-    prefix(problem, part.name);
-    return Assigned::failed;
+  if (!value.isRecord()) return fail(problems, described(value), "an object");
+  auto all = Assigned::done;
+  for (Kovra::Member const& part : value.members()) {
+    std::size_t const mark = problems.mark();
+    all = both(all, assign(part));
+    problems.prefix(mark, part.name());
   }
-  return Assigned::done;
+  return all;
 }
 
 template <class Setting>
 Assigned assignSetting(Row const& row, void* place, std::string_view member, Value const& value,
-                       Problem& problem) {
-  return assignParts(row, member, value, problem, [&](Kovra::Member const& part) {
-    return assignPart(at<Setting>(place), part, problem);
+                       Problems& problems) {
+  return assignParts(row, member, value, problems, [&](Kovra::Member const& part) {
+    return assignPart(at<Setting>(place), part, problems);
   });
 }
 
@@ -294,7 +331,7 @@ bool readText(Element element, std::span<char> out) {
 }
 
 void reportText(Observer& observer, std::string_view name, Element element, std::string_view kept) {
-  observer.member(name, shown(kept));
+  observer.member(name, kept);
   if (std::strlen(element.text()) > kept.size()) observer.cutText(element, kept);
 }
 
@@ -309,12 +346,22 @@ std::string_view textOf(Row const& row, void const* place) {
   return {text, ::strnlen(text, row.size)};
 }
 
+/// Hosts get as many bytes as fit; whoever watches is to have whole characters.
+void dropCutCharacter(std::span<char> array) {
+  std::string_view const text(array.data(), ::strnlen(array.data(), array.size()));
+  std::size_t const whole = wholeCharacters(text).size();
+  std::fill(array.begin() + static_cast<std::ptrdiff_t>(whole),
+            array.begin() + static_cast<std::ptrdiff_t>(text.size()), '\0');
+}
+
 template <bool IsSecret>
 bool readTextRow(Row const& row, Element element, void* place, Watch const& watch) {
   bool const read = readText(element, arrayOf(row, place));
   remark(watch, [&](Observer& observer) {
+    if (IsSecret) element.hide();
     if (!read) return observer.emptyElement(element);
     if (IsSecret) observer.secrecy(true);
+    dropCutCharacter(arrayOf(row, place));
     reportText(observer, row.member, element, textOf(row, place));
     if (IsSecret) observer.secrecy(false);
   });
@@ -334,19 +381,19 @@ bool writeTextRow(Row const& row, Sink& sink, void const* place, Circumstances, 
 }
 
 Assigned assignTextRow(Row const& row, void* place, std::string_view member, Value const& value,
-                       Problem& problem) {
+                       Problems& problems) {
   if (member != row.member) return Assigned::notMine;
-  return assignText(arrayOf(row, place), value, problem);
+  return assignText(arrayOf(row, place), value, problems);
 }
 
 /// What should have become a secret is told by its length, if it is a text at all.
 Assigned assignSecretRow(Row const& row, void* place, std::string_view member, Value const& value,
-                         Problem& problem) {
-  Assigned const result = assignTextRow(row, place, member, value, problem);
-  if (result == Assigned::failed) {
-    problem.found = value.kind == Value::Kind::text
-                        ? "a text of " + std::to_string(value.text.size()) + " bytes"
-                        : "a value of another kind";
+                         Problems& problems) {
+  std::size_t const mark = problems.mark();
+  Assigned const result = assignTextRow(row, place, member, value, problems);
+  for (Trouble& trouble : problems.all().subspan(mark)) {
+    trouble.found = value.isText() ? "a text of " + std::to_string(value.asText().size()) + " bytes"
+                                   : "a value of another kind";
   }
   return result;
 }
@@ -364,8 +411,20 @@ namespace {
 
 constexpr char addressForm[] = "six hexadecimal bytes with colons between them";
 
+/// Two digits in each field, as printers send it.
+bool isPlainAddress(char const* text) {
+  constexpr std::size_t length = 3 * std::extent_v<AddressKind::Address> - 1;
+  for (std::size_t i = 0; i < length; ++i) {
+    bool const isColon = i % 3 == 2;
+    bool const fits = isColon ? text[i] == ':' : std::isxdigit(static_cast<unsigned char>(text[i]));
+    if (!fits) return false;
+  }
+  return text[length] == '\0';
+}
+
 /// Are there six fields, and nothing behind them?
 bool isWholeAddress(char const* text) {
+  if (isPlainAddress(text)) return true;
   std::array<unsigned int, std::extent_v<AddressKind::Address>> bytes{};
   int end = 0;
   int const fields = std::sscanf(text, "%02x:%02x:%02x:%02x:%02x:%02x%n", &bytes[0], &bytes[1],
@@ -377,7 +436,7 @@ bool isWholeAddress(char const* text) {
 
 void AddressKind::report(Observer& observer, std::string_view name, Element element,
                          Address const& value) {
-  observer.member(name, shown(std::string_view(printAddress(value).data())));
+  observer.member(name, printAddress(value).data());
   if (!isWholeAddress(element.text())) observer.notANumber(element, addressForm);
 }
 
@@ -386,12 +445,12 @@ bool AddressKind::write(Sink& sink, char const* element, Address const& value) {
   return true;
 }
 
-Assigned AddressKind::assign(Address& out, Value const& value, Problem& problem) {
-  if (value.kind != Value::Kind::text || value.text.find('\0') != value.text.npos ||
-      !isWholeAddress(value.text.c_str())) {
-    return fail(problem, described(value), addressForm);
+Assigned AddressKind::assign(Address& out, Value const& value, Problems& problems) {
+  std::string const text(value.asText(""));
+  if (text.find('\0') != text.npos || !isWholeAddress(text.c_str())) {
+    return fail(problems, described(value), addressForm);
   }
-  convertAddress(value.text.c_str(), out);
+  convertAddress(text.c_str(), out);
   return Assigned::done;
 }
 
@@ -400,17 +459,29 @@ Assigned AddressKind::assign(Address& out, Value const& value, Problem& problem)
 bool showKeyword(Observer& observer, std::string_view name, char const* text, int code,
                  Vocabulary const& words) {
   Word const* const word = words.find(text);
-  observer.member(name, shownKeyword(code, word != nullptr ? word->text : text, word != nullptr));
+  observer.keyword(name, code, word != nullptr ? word->text : text, word != nullptr);
   return word != nullptr;
 }
+
+namespace {
+
+void reportWord(Observer& observer, std::string_view name, Element element, WordText const& text,
+                Word const* word, int code, Vocabulary const& words) {
+  observer.keyword(name, code, word != nullptr ? word->text : text.get(), word != nullptr);
+  if (word == nullptr) {
+    observer.unknownWord(element, element.text(), words);
+  } else if (!text.is(word->text)) {
+    observer.otherSpelling(element, word->text);
+  }
+}
+
+}  // namespace
 
 void reportKeyword(Observer& observer, std::string_view name, Element element, int code,
                    Vocabulary const& words) {
   WordText text;
   text.read(element);
-  if (!showKeyword(observer, name, text.get(), code, words)) {
-    observer.unknownWord(element, element.text(), words);
-  }
+  reportWord(observer, name, element, text, words.find(text.get()), code, words);
 }
 
 void outlineWords(Vocabulary const& words, Outline& outline) {
@@ -437,15 +508,16 @@ bool readKeyword(Row const& row, Element element, void* place, Watch const& watc
   Keywords const& keywords = with<Keywords>(row);
   WordText text;
   bool const read = text.read(element);
+  Word const* word = nullptr;
   if (read || keywords.always) {
-    Word const* const word = keywords.read->find(text.get());
+    word = keywords.read->find(text.get());
     if (word != nullptr || !keywords.knownOnly) {
       storeCode<Code>(place, word != nullptr ? word->code : keywords.read->unknown);
     }
   }
   remark(watch, [&](Observer& observer) {
     int const code = codeAt<Code>(place);
-    if (read) return reportKeyword(observer, row.member, element, code, *keywords.read);
+    if (read) return reportWord(observer, row.member, element, text, word, code, *keywords.read);
     observer.emptyElement(element);
     if (keywords.always) showKeyword(observer, row.member, "", code, *keywords.read);
   });
@@ -462,12 +534,12 @@ bool writeKeyword(Row const& row, Sink& sink, void const* place, Circumstances, 
 
 template <class Code>
 Assigned assignKeywordRow(Row const& row, void* place, std::string_view member, Value const& value,
-                          Problem& problem) {
+                          Problems& problems) {
   if (member != row.member) return Assigned::notMine;
   int code = 0;
   Assigned const result =
       assignKeyword(code, value, *with<Keywords>(row).read, std::numeric_limits<Code>::min(),
-                    std::numeric_limits<Code>::max(), problem);
+                    std::numeric_limits<Code>::max(), problems);
   if (result == Assigned::done) storeCode<Code>(place, code);
   return result;
 }
@@ -488,7 +560,7 @@ constinit Kind const byteKeywordKind = keywordKindOf<unsigned char>;
 // Flags.
 
 void reportSwitch(Observer& observer, std::string_view name, Element element, bool value) {
-  observer.member(name, shown(value));
+  observer.member(name, value);
   WordText text;
   text.read(element);
   if (switches.find(text.get()) == nullptr) {
@@ -510,20 +582,23 @@ bool readWordFlag(Row const& row, Element element, void* place, Watch const& wat
   if (read) at<Flag>(place) = static_cast<Flag>(text.is(flag.word) == flag.sets);
   remark(watch, [&](Observer& observer) {
     if (!read) return observer.emptyElement(element);
-    observer.member(row.member, shown(at<Flag>(place) != 0));
+    observer.member(row.member, at<Flag>(place) != 0);
+    bool const isKnown = text.is(flag.word) || text.is(flag.opposite);
+    if (!isKnown) observer.unknownWord(element, {flag.word, flag.opposite});
   });
   return read;
 }
 
 template <class Flag>
 Assigned assignFlagRow(Row const& row, void* place, std::string_view member, Value const& value,
-                       Problem& problem) {
+                       Problems& problems) {
   if (member != row.member) return Assigned::notMine;
-  return assignFlag(at<Flag>(place), value, problem);
+  return assignFlag(at<Flag>(place), value, problems);
 }
 
 void outlineFlagWord(Row const& row, Outline& outline) {
-  outline.emplace(with<FlagWord>(row).word);
+  outline.insert(
+      {std::string(with<FlagWord>(row).word), std::string(with<FlagWord>(row).opposite)});
 }
 
 template <class Flag>
@@ -597,21 +672,21 @@ bool writeBit(Row const& row, Sink& sink, void const* place, Circumstances, bool
 }
 
 template <class Set>
-Assigned assignBit(Row const& row, void* place, Kovra::Member const& member, Problem& problem) {
+Assigned assignBit(Row const& row, void* place, Kovra::Member const& member, Problems& problems) {
   Vocabulary const& bits = with<Vocabulary>(row);
-  Word const* const word = bits.find(member.name);
-  if (word == nullptr) return fail(problem, "an unknown key", "one of: " + listed(bits));
+  Word const* const word = bits.find(member.name());
+  if (word == nullptr) return fail(problems, "an unknown key", "one of: " + listed(bits));
   bool flag = false;
-  Assigned const result = flagFrom(flag, member.value, problem);
+  Assigned const result = flagFrom(flag, member.value(), problems);
   if (result == Assigned::done) putBit<Set>(place, word->code, flag);
   return result;
 }
 
 template <class Set>
 Assigned assignBits(Row const& row, void* place, std::string_view member, Value const& value,
-                    Problem& problem) {
-  return assignParts(row, member, value, problem, [&](Kovra::Member const& flag) {
-    return assignBit<Set>(row, place, flag, problem);
+                    Problems& problems) {
+  return assignParts(row, member, value, problems, [&](Kovra::Member const& flag) {
+    return assignBit<Set>(row, place, flag, problems);
   });
 }
 
@@ -642,14 +717,14 @@ bool writeNested(Row const& row, Sink& sink, void const* place, Circumstances ci
 }
 
 Assigned assignGroup(Row const& row, void* place, std::string_view member, Value const& value,
-                     Problem& problem) {
-  return assignMember(with<Rows>(row), place, member, value, problem);
+                     Problems& problems) {
+  return assignMember(with<Rows>(row), place, member, value, problems);
 }
 
 Assigned assignNested(Row const& row, void* place, std::string_view member, Value const& value,
-                      Problem& problem) {
+                      Problems& problems) {
   if (member != row.member) return Assigned::notMine;
-  return assignRows(with<Rows>(row), place, value, problem);
+  return assignRows(with<Rows>(row), place, value, problems);
 }
 
 void keysOfGroup(Row const& row, Keys& keys) {

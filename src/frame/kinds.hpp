@@ -82,8 +82,8 @@ struct NumberKind {
   static bool write(Sink& sink, char const* element, float value);
 
   template <class Number>
-  static Assigned assign(Number& out, Value const& value, Problem& problem) {
-    return assignNumber(out, value, problem);
+  static Assigned assign(Number& out, Value const& value, Problems& problems) {
+    return assignNumber(out, value, problems);
   }
 };
 
@@ -136,7 +136,7 @@ struct AddressKind {
   static void report(Observer& observer, std::string_view name, Element element,
                      Address const& value);
   static bool write(Sink& sink, char const* element, Address const& value);
-  static Assigned assign(Address& out, Value const& value, Problem& problem);
+  static Assigned assign(Address& out, Value const& value, Problems& problems);
 };
 
 // Keywords.
@@ -172,9 +172,10 @@ void outlineWords(Vocabulary const& words, Outline& outline);
 /// set by any other, also by a misspelling. An element without text leaves it.
 struct FlagWord {
   std::string_view word;
+  std::string_view opposite;  ///< what printers send otherwise; any third text is worth a note
   bool sets;
 };
-// The row has the word.
+// The row has the words.
 extern Kind const boolWordKind;
 extern Kind const charWordKind;
 

@@ -50,26 +50,37 @@ bool readEntry(Element child, Entries const& entries, void* entry, std::string_v
   });
 }
 
-bool writeEntry(Sink& sink, Entries const& entries, void const* entry,
-                Circumstances circumstances) {
+namespace {
+
+bool writeOne(Sink& sink, Entries const& entries, void const* entry, Circumstances circumstances) {
   if (entries.codes != nullptr || isItsText(entries)) {
     return writeRow(ownRow(entries), sink, entry, circumstances, false);
   }
   return writeRowsBelow(sink, entries.item.data(), entries.rows, entry, circumstances);
 }
 
-Assigned assignEntry(Entries const& entries, void* entry, Value const& value, Problem& problem) {
-  if (entries.codes == nullptr) return assignRows(entries.rows, entry, value, problem);
-  return assignRow(ownRow(entries), entry, {}, value, problem);
+}  // namespace
+
+bool writeEntry(Sink& sink, Entries const& entries, void const* entry, std::size_t index,
+                Circumstances circumstances) {
+  if (sink.watch() != nullptr) sink.watch()->enterEntry(index);
+  bool const result = writeOne(sink, entries, entry, circumstances);
+  if (sink.watch() != nullptr) sink.watch()->leave();
+  return result;
+}
+
+Assigned assignEntry(Entries const& entries, void* entry, Value const& value, Problems& problems) {
+  if (entries.codes == nullptr) return assignRows(entries.rows, entry, value, problems);
+  return assignRow(ownRow(entries), entry, {}, value, problems);
 }
 
 bool readEntries(Element parent, Entries const& entries, void* first, std::size_t room,
                  std::string_view list, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list); });
   std::size_t next = 0;
-  return walkEntries(parent, entries.item, watch, [&](Element child, bool result) {
+  return walkEntries(parent, entries.item, [&](Element child, bool result) {
     if (next == room) {
-      remark(watch, [&](Observer& observer) { observer.surplusEntry(child, room); });
+      remark(watch, [&](Observer& observer) { observer.surplusEntry(parent, child, room); });
       return result;
     }
     std::size_t const index = next++;
@@ -82,18 +93,18 @@ bool writeEntries(Sink& sink, Entries const& entries, void const* first, int cou
   bool result = false;
   auto const* entry = static_cast<std::byte const*>(first);
   for (int i = 0; entry != nullptr && i < count; ++i, entry += entries.size) {
-    result = writeEntry(sink, entries, entry, circumstances);
+    result = writeEntry(sink, entries, entry, static_cast<std::size_t>(i), circumstances);
   }
   return result;
 }
 
 Assigned assignEntries(Entries const& entries, void* first, std::size_t room, Value const& value,
-                       Problem& problem) {
-  if (value.kind == Value::Kind::list && value.items.size() > room) {
-    return fail(problem, "a list of " + std::to_string(value.items.size()),
+                       Problems& problems) {
+  if (value.isList() && value.size() > room) {
+    return fail(problems, "a list of " + std::to_string(value.size()),
                 "at most " + std::to_string(room) + " entries");
   }
-  return assignList(entries, value, problem,
+  return assignList(entries, value, problems,
                     [&](std::size_t index) { return entryAt(entries, first, index); });
 }
 

@@ -55,13 +55,11 @@ std::size_t countChildren(Element element);
 /// Visits the children named `element`, the entries of a list, in their order; others are skipped.
 /// The result is that of the last one visited; false when there was none.
 template <class Visit>
-bool walkEntries(Element parent, std::string_view element, Watch const& watch, Visit visit) {
+bool walkEntries(Element parent, std::string_view element, Visit visit) {
   return walkChildren(parent, [&](Element child, bool result) {
-    bool const isEntry = child.name() == element;
-    remark(watch, [&](Observer& observer) {
-      isEntry ? observer.knownElement(child) : observer.unknownElement(child);
-    });
-    return isEntry ? visit(child, result) : result;
+    if (child.name() != element) return result;
+    child.use();
+    return visit(child, result);
   });
 }
 
@@ -69,8 +67,10 @@ bool walkEntries(Element parent, std::string_view element, Watch const& watch, V
 
 bool readEntry(Element child, Entries const& entries, void* entry, std::string_view list,
                std::size_t index, Watch const& watch);
-bool writeEntry(Sink& sink, Entries const& entries, void const* entry, Circumstances circumstances);
-Assigned assignEntry(Entries const& entries, void* entry, Value const& value, Problem& problem);
+/// The entry is the one at `index` of the list that is being written.
+bool writeEntry(Sink& sink, Entries const& entries, void const* entry, std::size_t index,
+                Circumstances circumstances);
+Assigned assignEntry(Entries const& entries, void* entry, Value const& value, Problems& problems);
 
 // All entries.
 
@@ -93,21 +93,22 @@ bool writeEntries(Sink& sink, Entries const& entries, void const* first, int cou
 /// Assigns a list entry by entry, each to what `place` gives for its index. An entry that is
 /// nothing stays as it is.
 template <class Place>
-Assigned assignList(Entries const& entries, Value const& value, Problem& problem, Place place) {
-  if (value.kind != Value::Kind::list) return fail(problem, described(value), "a list");
-  for (std::size_t i = 0; i < value.items.size(); ++i) {
+Assigned assignList(Entries const& entries, Value const& value, Problems& problems, Place place) {
+  if (!value.isList()) return fail(problems, described(value), "a list");
+  auto all = Assigned::done;
+  for (std::size_t i = 0; i < value.size(); ++i) {
     void* const entry = place(i);
-    if (value.items[i].kind == Value::Kind::nothing) continue;
-    if (assignEntry(entries, entry, value.items[i], problem) != Assigned::failed) continue;
-    prefix(problem, '[' + std::to_string(i) + ']');
-    return Assigned::failed;
+    if (value.items()[i].isNothing()) continue;
+    std::size_t const mark = problems.mark();
+    all = both(all, assignEntry(entries, entry, value.items()[i], problems));
+    problems.prefix(mark, '[' + std::to_string(i) + ']');
   }
-  return Assigned::done;
+  return all;
 }
 
 /// The same into an array of `room` entries; those behind the list's end stay as they are.
 Assigned assignEntries(Entries const& entries, void* first, std::size_t room, Value const& value,
-                       Problem& problem);
+                       Problems& problems);
 
 void outlineEntries(Entries const& entries, Outline& outline);
 

@@ -16,6 +16,7 @@
 #include "frame/field.hpp"
 #include "frame/sink.hpp"
 #include "frame/wipe.hpp"
+#include "kovra_records.hpp"
 
 namespace Kovra::frame {
 
@@ -30,16 +31,21 @@ struct RecordType {
   void* (*record)(void* memory);
   /// Is it a record alone, which owns nothing?
   bool isPlain = false;
+  /// That of the record's type, for those who ask for it by type.
+  std::string_view name = {};
 };
 
 template <class Record>
 inline constexpr RecordType recordType{
-    sizeof(Record), [](void* memory) { new (memory) Record(); },
+    sizeof(Record),
+    [](void* memory) { new (memory) Record(); },
     [](void* memory) {
       static_assert(std::is_trivially_copyable_v<Record> && std::is_standard_layout_v<Record>);
       wipe(memory, sizeof(Record));
     },
-    [](void* memory) { return memory; }, true};
+    [](void* memory) { return memory; },
+    true,
+    Kovra::detail::recordName<Record>};
 
 /// A record with an array for its list, as a host would make it.
 template <class Record, class Entry>
@@ -51,9 +57,12 @@ struct WithEntries {
 /// A record in a room of its own: an object with a member `record`.
 template <class Room>
 inline constexpr RecordType roomType{
-    sizeof(Room), [](void* memory) { new (memory) Room(); },
+    sizeof(Room),
+    [](void* memory) { new (memory) Room(); },
     [](void* memory) { std::destroy_at(static_cast<Room*>(memory)); },
-    [](void* memory) -> void* { return &static_cast<Room*>(memory)->record; }};
+    [](void* memory) -> void* { return &static_cast<Room*>(memory)->record; },
+    false,
+    Kovra::detail::recordName<decltype(Room::record)>};
 
 /// One record of any type.
 class AnyRecord {
@@ -122,6 +131,8 @@ struct Composing {
   /// The reply whose record is taken.
   std::string_view recordOf;
   std::span<ChoiceRow const> choices = {};
+  /// Is every member to be there that the chosen sections are made of?
+  bool isOfSections = false;
   /// Members that have to be there: what is forgotten would be written as an empty text.
   std::span<std::string_view const> required = {};
   /// No member may be there but those.
@@ -133,17 +144,17 @@ struct Composing {
   std::span<MemberTitle const> commandMembers = {};
 
   /// The circumstances that follow from which members the value has; false with a problem.
-  bool (*sort)(Value const& value, Circumstances& circumstances, Problem& problem) = nullptr;
+  bool (*sort)(Value const& value, Circumstances& circumstances, Problems& problems) = nullptr;
   /// Fills what was made; where it is null that is done by the rows.
-  Assigned (*assign)(void* memory, Value const& value, Problem& problem) = nullptr;
+  Assigned (*assign)(void* memory, Value const& value, Problems& problems) = nullptr;
   /// Whether members agree with one another; false with a problem.
-  bool (*check)(void const* record, Value const& value, Problem& problem) = nullptr;
+  bool (*check)(void const* record, Value const& value, Problems& problems) = nullptr;
   /// Of a command: it takes the members that these rows write as attributes, and needs them all.
   Rows (*written)(void const* record) = nullptr;
   /// Writes what is below the root. False when there was nothing to write.
   bool (*write)(Sink& sink, void const* record, Chosen chosen, Circumstances circumstances);
   /// Why there was nothing.
-  void (*explain)(Chosen chosen, Problem& problem) = nullptr;
+  void (*explain)(Chosen chosen, Problems& problems) = nullptr;
 };
 
 struct MessageRow {

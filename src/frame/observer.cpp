@@ -5,6 +5,8 @@
 #include <charconv>
 #include <utility>
 
+#include "frame/text.hpp"
+
 namespace Kovra::frame {
 
 namespace {
@@ -16,22 +18,87 @@ std::string_view textIn(Element element) {
 
 }  // namespace
 
-Observer::Observer(Value& record) : record_(&record) {
-  record.kind = Value::Kind::record;
+// Trails.
+
+bool Trail::has(std::string_view path) const {
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    if (isAt(steps_[i], path)) return true;
+  }
+  return false;
 }
 
-void Observer::member(std::string_view name, Value value) {
-  value.secret = value.secret || secret_;
-  Value& target = memberOf(*record_, name, value.kind);
-  target = std::move(value);
+std::string Trail::Step::part() const {
+  return index == noIndex ? std::string(name, length) : '[' + std::to_string(index) + ']';
+}
+
+/// Compares from the end of the path, of which the step is to be the last part.
+bool Trail::isAt(Step const& last, std::string_view path) const {
+  for (Step const* step = &last;; step = &steps_[step->within]) {
+    std::string const part = step->part();
+    if (!path.ends_with(part)) return false;
+    path.remove_suffix(part.size());
+    if (step->within == root) return path.empty();
+    if (step->index != noIndex) continue;
+    if (!path.ends_with('.')) return false;
+    path.remove_suffix(1);
+  }
+}
+
+// Values.
+
+Observer::Observer(Tree const& tree, Value& record) : tree_(&tree), record_(&record) {
+  ValueAccess::become(record, Value::Kind::record);
+}
+
+void Observer::put(std::string_view name, Value value) {
+  if (secret_) value.markSecret();
+  ValueAccess::ofTable(*record_, name) = std::move(value);
+}
+
+Value& Observer::slot(std::string_view name) {
+  Value& value = ValueAccess::ofTable(*record_, name);
+  if (secret_) value.markSecret();
+  return value;
+}
+
+void Observer::single(std::string_view name, Value::Kind kind, std::uint64_t bits) {
+  ValueAccess::setSingle(slot(name), kind, bits);
+}
+
+void Observer::text(std::string_view name, std::string_view text) {
+  ValueAccess::setText(slot(name), wholeCharacters(text));
+}
+
+/// The shortest decimal that is this float, not the float's expansion: 24.35, not 24.3500003815.
+void Observer::measure(std::string_view name, float value) {
+  double shortest = static_cast<double>(value);
+  std::array<char, 32> digits{};
+  auto const [end, problem] = std::to_chars(digits.begin(), digits.end(), value);
+  if (problem == std::errc{}) std::from_chars(digits.begin(), end, shortest);
+  put(name, shortest);
+}
+
+void Observer::bits(std::string_view name, unsigned int value) {
+  if (trail_ != nullptr) return member(name, value);
+  put(name, ValueAccess::natural(value, true));
+}
+
+void Observer::keyword(std::string_view name, int code, std::string_view word, bool isKnown) {
+  if (trail_ != nullptr) return member(name, code);
+  put(name, ValueAccess::keyword(code, wholeCharacters(word), isKnown));
 }
 
 void Observer::list(std::string_view name) {
-  listNamed(name);
+  if (trail_ != nullptr) {
+    trail_->member(step_, name);
+  } else {
+    listNamed(name);
+  }
 }
 
 void Observer::clearEntry(std::string_view name, std::size_t index) {
-  std::vector<Value>& entries = listNamed(name).items;
+  if (trail_ != nullptr) return;
+  Range<Value> const entries = listNamed(name).items();
   if (index < entries.size()) entries[index] = {};
 }
 
@@ -39,136 +106,91 @@ Value& Observer::listNamed(std::string_view name) {
   return memberOf(*record_, name, Value::Kind::list);
 }
 
-void Observer::add(Note::Kind kind, Element element, std::string_view found, std::string_view kept,
-                   std::vector<std::string> expected) {
+// Remarks.
+
+Remark* Observer::add(Remarked what, Element element, std::string_view found,
+                      std::string_view kept) {
   if (remarks_.size() == maxRemarks) {
     ++unlisted_;
-    return;
+    return nullptr;
   }
-  Note& note = remarks_.emplace_back(Remark{element, {}}).note;
-  note.kind = kind;
-  note.element = element.name();
-  note.expected = std::move(expected);
-  if (secret_) return;
-  note.found = found;
-  note.kept = kept;
+  Remark& remark = remarks_.emplace_back();
+  remark.what = what;
+  remark.index = element.index();
+  if (!secret_) {
+    remark.found = found;
+    remark.kept = kept;
+  }
+  return &remark;
 }
 
-void Observer::unknownElement(Element element) {
-  add(Note::Kind::unknownElement, element);
+void Observer::repeatedElement(Element element, std::string_view overwritten) {
+  add(Remarked::repeatedElement, element, overwritten);
 }
 
 void Observer::unknownWord(Element element, std::string_view text, Vocabulary const& words) {
-  std::vector<std::string> expected;
-  for (Word const& word : words.words) expected.emplace_back(word.text);
-  add(Note::Kind::unknownWord, element, text, {}, std::move(expected));
+  if (Remark* const remark = add(Remarked::unknownWord, element, text)) remark->words = &words;
 }
 
-void Observer::notANumber(Element element, std::string_view expected) {
-  add(Note::Kind::notANumber, element, textIn(element), {}, {std::string(expected)});
-}
-
-void Observer::changedNumber(Element element, std::string_view kept) {
-  add(Note::Kind::changedNumber, element, textIn(element), kept);
-}
-
-void Observer::cutText(Element element, std::string_view kept) {
-  add(Note::Kind::cutText, element, textIn(element), kept);
-}
-
-void Observer::emptyElement(Element element) {
-  add(Note::Kind::emptyElement, element);
-}
-
-/// Of several attributes that an element lacks one note tells.
-void Observer::noAttribute(Element element, std::string_view attribute) {
-  bool const another = !remarks_.empty() && remarks_.back().element.index() == element.index() &&
-                       remarks_.back().note.kind == Note::Kind::noAttribute;
-  if (another) {
-    remarks_.back().note.expected.emplace_back(attribute);
-  } else {
-    add(Note::Kind::noAttribute, element, {}, {}, {std::string(attribute)});
+void Observer::unknownWord(Element element, std::initializer_list<std::string_view> words) {
+  if (Remark* const remark = add(Remarked::unknownWord, element, textIn(element))) {
+    remark->expected.assign(words.begin(), words.end());
   }
 }
 
-void Observer::surplusEntry(Element element, std::size_t capacity) {
-  add(Note::Kind::surplusEntry, element, {}, std::to_string(capacity));
+void Observer::otherSpelling(Element element, std::string_view word) {
+  add(Remarked::otherSpelling, element, textIn(element), word);
+}
+
+void Observer::notANumber(Element element, std::string_view expected) {
+  if (Remark* const remark = add(Remarked::notANumber, element, textIn(element))) {
+    remark->expected.emplace_back(expected);
+  }
+}
+
+void Observer::changedNumber(Element element, std::string_view kept) {
+  add(Remarked::changedNumber, element, textIn(element), kept);
+}
+
+void Observer::cutText(Element element, std::string_view kept) {
+  add(Remarked::cutText, element, textIn(element), wholeCharacters(kept));
+}
+
+void Observer::alteredText(Element element, std::string_view kept) {
+  add(Remarked::alteredText, element, textIn(element), kept);
+}
+
+void Observer::emptyElement(Element element) {
+  add(Remarked::emptyElement, element);
+}
+
+/// Of several attributes that an element lacks one remark tells.
+void Observer::noAttribute(Element element, std::string_view attribute) {
+  bool const another = !remarks_.empty() && remarks_.back().index == element.index() &&
+                       remarks_.back().what == Remarked::noAttribute;
+  Remark* const remark = another ? &remarks_.back() : add(Remarked::noAttribute, element);
+  if (remark != nullptr) remark->expected.emplace_back(attribute);
+}
+
+void Observer::surplusEntry(Element list, Element element, std::size_t capacity) {
+  element.tell();
+  if (std::exchange(fullList_, list.index()) == list.index()) {
+    if (fullListsRemark_ < remarks_.size()) ++remarks_[fullListsRemark_].count;
+    return;
+  }
+  fullListsRemark_ = remarks_.size();
+  add(Remarked::surplusEntries, element, {}, std::to_string(capacity));
 }
 
 Value& memberOf(Value& record, std::string_view name, Value::Kind kind) {
-  auto const found = std::find_if(record.members.begin(), record.members.end(),
-                                  [&](Kovra::Member const& member) { return member.name == name; });
-  if (found != record.members.end()) return found->value;
-  Kovra::Member& added = record.members.emplace_back();
-  added.name = name;
-  added.value.kind = kind;
-  return added.value;
+  Value& member = ValueAccess::ofTable(record, name);
+  if (member.isNothing()) ValueAccess::become(member, kind);
+  return member;
 }
 
 void dropIfEmpty(Value& record, std::string_view name) {
-  std::erase_if(record.members, [&](Kovra::Member const& member) {
-    return member.name == name && member.value.kind == Value::Kind::record &&
-           member.value.members.empty();
-  });
-}
-
-Value shown(bool flag) {
-  Value value;
-  value.kind = Value::Kind::flag;
-  value.flag = flag;
-  return value;
-}
-
-Value shown(int number) {
-  return shown(static_cast<long>(number));
-}
-
-Value shown(long number) {
-  Value value;
-  value.kind = Value::Kind::integer;
-  value.integer = number;
-  return value;
-}
-
-Value shown(unsigned short number) {
-  return shown(static_cast<unsigned long>(number));
-}
-Value shown(unsigned int number) {
-  return shown(static_cast<unsigned long>(number));
-}
-
-Value shown(unsigned long number) {
-  Value value;
-  value.kind = Value::Kind::natural;
-  value.natural = number;
-  return value;
-}
-
-Value shown(float number) {
-  Value value;
-  value.kind = Value::Kind::real;
-  value.real = static_cast<double>(number);
-  // The shortest decimal that is this float, not the float's expansion: 24.35, not 24.3500003815.
-  std::array<char, 32> digits{};
-  auto const [end, problem] = std::to_chars(digits.begin(), digits.end(), number);
-  if (problem == std::errc{}) std::from_chars(digits.begin(), end, value.real);
-  return value;
-}
-
-Value shown(std::string_view text) {
-  Value value;
-  value.kind = Value::Kind::text;
-  value.text = text;
-  return value;
-}
-
-Value shownKeyword(int code, std::string_view text, bool known) {
-  Value value;
-  value.kind = Value::Kind::keyword;
-  value.integer = code;
-  value.text = text;
-  value.known = known;
-  return value;
+  Value const* const member = record.find(name);
+  if (member != nullptr && member->isRecord() && member->empty()) record.erase(name);
 }
 
 }  // namespace Kovra::frame

@@ -1,33 +1,102 @@
 /// @file
 /// Who watches a reading: nobody (the classic entries) or the recorder behind the face.
 ///
-/// `Observer` writes down every member that was read, as it stands in the record afterwards, and a
-/// note on everything that the tables do not know. A reading gets a `Watch`, which leads to one or
-/// to nobody.
+/// `Observer` writes down every member that was read, as it stands in the record afterwards or only
+/// that it was, and a remark on everything that was lost or changed. A reading gets a `Watch`,
+/// which leads to one or to nobody. What no reading used is found in the end, by the tree's usage.
 
 #ifndef KOVRA_FRAME_OBSERVER_HPP
 #define KOVRA_FRAME_OBSERVER_HPP
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <limits>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "frame/few.hpp"
+#include "frame/remarks.hpp"
 #include "frame/tree.hpp"
+#include "frame/value.hpp"
 #include "frame/vocabulary.hpp"
-#include "kovra.hpp"
 
 namespace Kovra::frame {
 
+/// Which members were read: those that a reply said, by their paths.
+class Trail {
+ public:
+  static constexpr std::uint32_t root = std::numeric_limits<std::uint32_t>::max();
+
+  /// Adds a member, a word of the tables, to what was added before; tells them apart.
+  std::uint32_t member(std::uint32_t within, std::string_view name) {
+    return add({name.data(), static_cast<std::uint32_t>(name.size()), within, noIndex});
+  }
+  /// Adds an entry to a list.
+  std::uint32_t entry(std::uint32_t list, std::size_t index) {
+    return add({nullptr, 0, list, index});
+  }
+  /// Takes back what was added last and holds nothing.
+  void dropIfEmpty(std::uint32_t step) {
+    if (step + 1 == steps_.size()) steps_.pop_back();
+  }
+
+  /// Is there a member or an entry with that path? "jobs[2].uuid"
+  bool has(std::string_view path) const;
+
+ private:
+  static constexpr std::size_t noIndex = std::numeric_limits<std::size_t>::max();
+
+  struct Step {
+    char const* name;  ///< not terminated; of an entry nothing
+    std::uint32_t length;
+    std::uint32_t within;
+    std::size_t index;
+
+    std::string part() const;
+  };
+
+  std::uint32_t add(Step const& step) {
+    steps_.push_back(step);
+    return static_cast<std::uint32_t>(steps_.size() - 1);
+  }
+  bool isAt(Step const& last, std::string_view path) const;
+
+  Few<Step, 48> steps_;  // so many members an ordinary reply has
+};
+
+/// Watches a reading: what it fills, as values or as a trail, and what it does not know.
 class Observer {
  public:
-  explicit Observer(Value& record);
+  /// Shows what is read in `record`.
+  Observer(Tree const& tree, Value& record);
+  /// Notes what is read, without a look at what it is.
+  Observer(Tree const& tree, Trail& trail) : tree_(&tree), trail_(&trail) {}
 
-  /// The member `name` of the record under observation now holds `value`; an earlier one goes.
-  void member(std::string_view name, Value value);
+  /// The member `name`, a word of the tables, of the record under observation now holds `value`; an
+  /// earlier one goes.
+  template <class Type>
+  void member(std::string_view name, Type const& value) {
+    if (trail_ != nullptr) {
+      trail_->member(step_, name);
+    } else if constexpr (std::is_same_v<Type, float>) {
+      measure(name, value);
+    } else if constexpr (std::is_same_v<Type, bool>) {
+      single(name, Value::Kind::flag, value ? 1 : 0);
+    } else if constexpr (std::is_integral_v<Type>) {
+      single(name, std::is_signed_v<Type> ? Value::Kind::integer : Value::Kind::natural,
+             static_cast<std::uint64_t>(value));
+    } else {
+      text(name, value);
+    }
+  }
+  /// The same of a number that people read as bits.
+  void bits(std::string_view name, unsigned int value);
+  /// The same of a keyword: `word` is what was sent.
+  void keyword(std::string_view name, int code, std::string_view word, bool isKnown);
 
   /// Watches `read` as the reading of the nested record `name`. A record of which nothing was read
   /// does not show.
@@ -48,52 +117,69 @@ class Observer {
   /// Shows the list `name`, though no entry may follow.
   void list(std::string_view name);
 
-  void knownElement(Element element) { known_.insert(element.index()); }
-  void unknownElement(Element element);
+  /// The element comes again, and what it said before is overwritten.
+  void repeatedElement(Element element, std::string_view overwritten);
   void unknownWord(Element element, std::string_view text, Vocabulary const& words);
+  /// The same of one that is neither of a few words.
+  void unknownWord(Element element, std::initializer_list<std::string_view> words);
+  /// A word that the vocabulary has in another spelling, or as a part of the text.
+  void otherSpelling(Element element, std::string_view word);
   void notANumber(Element element, std::string_view expected);
   void changedNumber(Element element, std::string_view kept);
   void cutText(Element element, std::string_view kept);
+  /// What a reading makes of a text is another one.
+  void alteredText(Element element, std::string_view kept);
   void emptyElement(Element element);
   void noAttribute(Element element, std::string_view attribute);
-  void surplusEntry(Element element, std::size_t capacity);
+  /// The list of that many entries is full; of all that follow one remark tells.
+  void surplusEntry(Element list, Element element, std::size_t capacity);
 
-  /// Members read from here on are secrets: their values are marked, notes hold none of their text.
+  /// Members read from here on are secrets: their values are marked, remarks hold none of their
+  /// text.
   void secrecy(bool on) { secret_ = on; }
-
-  /// A note and the element that it is about.
-  struct Remark {
-    Element element;
-    Note note;  ///< without its place
-  };
 
   std::vector<Remark> const& remarks() const { return remarks_; }
   /// How many more there were: a hostile reply must not fill the memory with notes.
   std::size_t unlisted() const { return unlisted_; }
-  /// Did a row, at any depth, take this element?
-  bool knows(Element element) const { return known_.contains(element.index()); }
-
- private:
-  Value& listNamed(std::string_view name);
-  void add(Note::Kind kind, Element element, std::string_view found = {},
-           std::string_view kept = {}, std::vector<std::string> expected = {});
 
   static constexpr std::size_t maxRemarks = 1000;
 
-  Value* record_;
+ private:
+  void put(std::string_view name, Value value);
+  Value& slot(std::string_view name);
+  void single(std::string_view name, Value::Kind kind, std::uint64_t bits);
+  void text(std::string_view name, std::string_view text);
+  void measure(std::string_view name, float value);
+  Value& listNamed(std::string_view name);
+  /// Null where there is no room for one more.
+  Remark* add(Remarked what, Element element, std::string_view found = {},
+              std::string_view kept = {});
+
+  Tree const* tree_;
+  Value* record_ = nullptr;
+  Trail* trail_ = nullptr;
+  std::uint32_t step_ = Trail::root;
   std::vector<Remark> remarks_;
   std::size_t unlisted_ = 0;
-  std::unordered_set<std::uint32_t> known_;
+  std::uint32_t fullList_ = Trail::root;  ///< the one that the last surplus entry was one of
+  std::size_t fullListsRemark_ = 0;
   bool secret_ = false;
 };
 
-/// Finds the member `name` of `record`, or adds it with the kind given.
+/// Finds the member `name`, a word of the tables, or adds it with the kind given.
 Value& memberOf(Value& record, std::string_view name, Value::Kind kind);
 /// Takes the member `name` out when it is a record without members.
 void dropIfEmpty(Value& record, std::string_view name);
 
 template <class Read>
 bool Observer::within(std::string_view name, Read read) {
+  if (trail_ != nullptr) {
+    std::uint32_t const outer = std::exchange(step_, trail_->member(step_, name));
+    bool const result = read();
+    trail_->dropIfEmpty(step_);
+    step_ = outer;
+    return result;
+  }
   Value* const outer = record_;
   record_ = &memberOf(*outer, name, Value::Kind::record);
   bool const result = read();
@@ -104,11 +190,18 @@ bool Observer::within(std::string_view name, Read read) {
 
 template <class Read>
 bool Observer::entry(std::string_view name, std::size_t index, Read read) {
+  if (trail_ != nullptr) {
+    std::uint32_t const list = trail_->member(step_, name);
+    std::uint32_t const outer = std::exchange(step_, trail_->entry(list, index));
+    bool const result = read();
+    step_ = outer;
+    return result;
+  }
   Value* const outer = record_;
   Value& entries = listNamed(name);
-  if (entries.items.size() <= index) entries.items.resize(index + 1);
-  record_ = &entries.items[index];
-  record_->kind = Value::Kind::record;
+  while (entries.size() <= index) entries.append({});
+  record_ = &entries.items()[index];
+  if (!record_->isRecord()) ValueAccess::become(*record_, Value::Kind::record);
   bool const result = read();
   record_ = outer;
   return result;
@@ -117,8 +210,9 @@ bool Observer::entry(std::string_view name, std::size_t index, Read read) {
 template <class Read>
 bool Observer::item(std::string_view name, std::size_t index, Read read) {
   bool const result = entry(name, index, read);
-  Value& item = listNamed(name).items[index];
-  Value single = item.members.empty() ? Value{} : std::move(item.members.front().value);
+  if (trail_ != nullptr) return result;
+  Value& item = listNamed(name).items()[index];
+  Value single = item.empty() ? Value() : std::move(item.members().front().value());
   item = std::move(single);
   return result;
 }
@@ -159,18 +253,6 @@ void remark(Watch const& watch, Tell tell) {
   if (watch) [[unlikely]]
     tell(*watch.observer());
 }
-
-// What a record's member shows.
-
-Value shown(bool flag);
-Value shown(int number);
-Value shown(long number);
-Value shown(unsigned short number);
-Value shown(unsigned int number);
-Value shown(unsigned long number);
-Value shown(float number);
-Value shown(std::string_view text);
-Value shownKeyword(int code, std::string_view text, bool known);
 
 }  // namespace Kovra::frame
 

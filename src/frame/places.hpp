@@ -9,9 +9,14 @@
 #include <string_view>
 
 #include "frame/scanner.hpp"
-#include "kovra.hpp"
 
 namespace Kovra::frame {
+
+/// Lines and columns count from 1; a column is a character.
+struct Place {
+  int line = 0;
+  int column = 0;
+};
 
 /// Counts through a text, from place to place. The text has to be the one that was scanned, as it
 /// was before: decoding moves what is counted.

@@ -20,6 +20,7 @@
 #include "frame/assign.hpp"
 #include "frame/observer.hpp"
 #include "frame/sink.hpp"
+#include "kovra_value.hpp"
 
 namespace Kovra::frame {
 
@@ -67,7 +68,7 @@ struct Kind {
   bool (*write)(Row const&, Sink&, void const* place, Circumstances, bool result) = nullptr;
   /// Takes the value, if it is for the member, or for one of the members, of the row.
   Assigned (*assign)(Row const&, void* place, std::string_view member, Value const&,
-                     Problem&) = nullptr;
+                     Problems&) = nullptr;
   /// Adds the members that it takes values for, where that is not the row's alone.
   void (*keys)(Row const&, Keys&) = nullptr;
   /// Adds the words below the element.
@@ -88,6 +89,8 @@ struct Row {
   bool isAssigned = true;
   bool counts = true;    ///< does the result of the reading count, or that of the row before?
   bool isNeeded = true;  ///< of a command: does it need the member where the row is written?
+  bool adds = false;     ///< may its element come again, each time adding to the member?
+  std::string_view alternative = {};  ///< another member, whose text may stand for a keyword's code
 };
 
 // Rows by themselves.
@@ -99,7 +102,7 @@ bool isWrittenUnder(Row const& row, Circumstances circumstances);
 bool writeRow(Row const& row, Sink& sink, void const* record, Circumstances circumstances,
               bool result);
 Assigned assignRow(Row const& row, void* record, std::string_view member, Value const& value,
-                   Problem& problem);
+                   Problems& problems);
 void keysOfRow(Row const& row, Keys& keys);
 void outlineOfRow(Row const& row, Outline& outline);
 
@@ -119,8 +122,8 @@ class Field {
     return writeRow(row_, sink, &record, circumstances, result);
   }
   Assigned assign(Record& record, std::string_view member, Value const& value,
-                  Problem& problem) const {
-    return assignRow(row_, &record, member, value, problem);
+                  Problems& problems) const {
+    return assignRow(row_, &record, member, value, problems);
   }
   void keys(Keys& keys) const { keysOfRow(row_, keys); }
   void outline(Outline& outline) const { outlineOfRow(row_, outline); }
@@ -158,6 +161,22 @@ template <class Record>
 constexpr Field<Record> uncounted(Field<Record> const& field) {
   Row row = field.row();
   row.counts = false;
+  return Field<Record>(row);
+}
+
+/// A row whose element may come again, and then adds to what its member holds.
+template <class Record>
+constexpr Field<Record> adding(Field<Record> const& field) {
+  Row row = field.row();
+  row.adds = true;
+  return Field<Record>(row);
+}
+
+/// A row of a keyword that whoever composes may give as the text of another member.
+template <class Record>
+constexpr Field<Record> orBy(std::string_view alternative, Field<Record> const& field) {
+  Row row = field.row();
+  row.alternative = alternative;
   return Field<Record>(row);
 }
 

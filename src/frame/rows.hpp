@@ -62,8 +62,8 @@ concept Writes = requires(Sink& sink, Type const& value) {
 };
 
 template <class Struct, class Type>
-concept Assigns = requires(Type& target, Value const& value, Problem& problem) {
-  { Struct::assign(target, value, problem) } -> std::same_as<Assigned>;
+concept Assigns = requires(Type& target, Value const& value, Problems& problems) {
+  { Struct::assign(target, value, problems) } -> std::same_as<Assigned>;
 };
 
 template <class Struct, class Type>
@@ -97,9 +97,9 @@ template <class Struct, class Type>
 constexpr auto assignOfStruct() -> decltype(Kind::assign) {
   if constexpr (Assigns<Struct, Type>) {
     return [](Row const& row, void* place, std::string_view member, Value const& value,
-              Problem& problem) {
+              Problems& problems) {
       if (member != row.member) return Assigned::notMine;
-      return Struct::assign(*static_cast<Type*>(place), value, problem);
+      return Struct::assign(*static_cast<Type*>(place), value, problems);
     };
   } else {
     return nullptr;
@@ -217,8 +217,8 @@ struct Fixed {
 namespace detail {
 template <Fixed Word>
 inline constexpr Fixed wordOf = Word;
-template <Fixed Word, bool Sets>
-inline constexpr FlagWord flagWord{wordOf<Word>, Sets};
+template <Fixed Word, Fixed Opposite, bool Sets>
+inline constexpr FlagWord flagWord{wordOf<Word>, wordOf<Opposite>, Sets};
 template <Fixed Set, Fixed Cleared>
 inline constexpr SwitchWords switchWordsOf{wordOf<Set>.text, wordOf<Cleared>.text};
 
@@ -284,11 +284,11 @@ constexpr auto switchRow(std::string_view element) {
                       &switchWordsOf<Set, Cleared>);
 }
 
-template <auto M, Fixed Word, bool Sets>
+template <auto M, Fixed Word, Fixed Opposite, bool Sets>
 constexpr auto wordFlag(std::string_view element) {
   return memberRow<M>(element,
                       oneOf<bool, char, typename Member<M>::Type>(boolWordKind, charWordKind),
-                      &flagWord<Word, Sets>);
+                      &flagWord<Word, Opposite, Sets>);
 }
 
 }  // namespace detail
@@ -311,14 +311,14 @@ constexpr auto clearedYesOrNo(std::string_view element) {
   return detail::memberRow<M>(element, clearedSwitchKind, &detail::switchWordsOf<"yes", "no">);
 }
 
-template <auto M, Fixed Word>
+template <auto M, Fixed Word, Fixed Opposite>
 constexpr auto flagIf(std::string_view element) {
-  return readOnly(detail::wordFlag<M, Word, true>(element));
+  return readOnly(detail::wordFlag<M, Word, Opposite, true>(element));
 }
 
-template <auto M, Fixed Word>
+template <auto M, Fixed Word, Fixed Opposite>
 constexpr auto flagUnless(std::string_view element) {
-  return readOnly(detail::wordFlag<M, Word, false>(element));
+  return readOnly(detail::wordFlag<M, Word, Opposite, false>(element));
 }
 
 template <auto M, Vocabulary const& Bits>
@@ -382,11 +382,20 @@ constexpr auto aside() {
   return Field<typename Member<M>::Record>(row);
 }
 
+/// Writes a row as an element of that name.
+template <class Record>
+bool writeAs(Field<Record> const& field, char const* element, Sink& sink, Record const& record,
+             Circumstances circumstances, bool result) {
+  Row row = field.row();
+  row.element = element;
+  return writeRow(row, sink, &record, circumstances, result);
+}
+
 // A row with a reading of its own is a struct with
 //   members  a table of the members that it fills, for those who only look at rows
 //   read     `read(element, record, watch)`
 //   write    `write(sink, element, record, circumstances, result)`: the new running result
-//   assign   `assign(record, member, value, problem)`
+//   assign   `assign(record, member, value, problems)`
 //   keys     `keys(keys)`: the members that assign takes
 //   outline  the words below the element
 // of which members, keys and outline may be left out. One that does not write or assign is
@@ -405,8 +414,8 @@ concept WritesRecord = requires(Sink& sink, Record const& record) {
 };
 
 template <class Record, class Reading>
-concept AssignsRecord = requires(Record& record, Value const& value, Problem& problem) {
-  { Reading::assign(record, "", value, problem) } -> std::same_as<Assigned>;
+concept AssignsRecord = requires(Record& record, Value const& value, Problems& problems) {
+  { Reading::assign(record, "", value, problems) } -> std::same_as<Assigned>;
 };
 
 template <class Record, class Reading>
@@ -436,10 +445,10 @@ constexpr auto writeOfReading() -> decltype(Kind::write) {
 template <class Record, class Reading>
 constexpr auto assignOfReading() -> decltype(Kind::assign) {
   if constexpr (AssignsRecord<Record, Reading>) {
-    return
-        [](Row const&, void* place, std::string_view member, Value const& value, Problem& problem) {
-          return Reading::assign(*static_cast<Record*>(place), member, value, problem);
-        };
+    return [](Row const&, void* place, std::string_view member, Value const& value,
+              Problems& problems) {
+      return Reading::assign(*static_cast<Record*>(place), member, value, problems);
+    };
   } else {
     return nullptr;
   }

@@ -163,6 +163,7 @@ void TextSink::open(char const* element) {
 
 /// The quotes are TinyXML's, too: it looks for one in the value before that is escaped.
 void TextSink::attribute(char const* name, char const* value) {
+  if (watch() != nullptr) watch()->text(value);
   char const quote = std::strchr(value, '"') == nullptr ? '"' : '\'';
   out_.append(' ');
   escaped(name);
@@ -173,6 +174,7 @@ void TextSink::attribute(char const* name, char const* value) {
 }
 
 void TextSink::text(char const* text) {
+  if (watch() != nullptr) watch()->text(text);
   out_.append('>');
   escaped(text);
   inTag_ = false;

@@ -12,6 +12,8 @@
 #include <memory>
 #include <string_view>
 
+#include "frame/write_watch.hpp"
+
 namespace Kovra::frame {
 
 /// Takes elements in the order of the document. An element has attributes first, and then either
@@ -27,8 +29,15 @@ class Sink {
   /// An element with nothing but a text.
   virtual void leaf(char const* element, char const* text) = 0;
 
+  /// Null when nobody watches.
+  WriteWatch* watch() const { return watch_; }
+  void watch(WriteWatch& watch) { watch_ = &watch; }
+
  protected:
   ~Sink() = default;
+
+ private:
+  WriteWatch* watch_ = nullptr;
 };
 
 /// Adds to a tree, below an element of it.

@@ -34,8 +34,8 @@ Word const* Vocabulary::find(char const* text) const {
   return nullptr;
 }
 
-Word const* Vocabulary::find(std::string const& text) const {
-  return text.find('\0') == text.npos ? find(text.c_str()) : nullptr;
+Word const* Vocabulary::find(std::string_view text) const {
+  return text.find('\0') == text.npos ? find(std::string(text).c_str()) : nullptr;
 }
 
 int Vocabulary::codeOf(char const* text) const {

@@ -34,7 +34,7 @@ struct Vocabulary {
   /// The word that `text` is, or null.
   Word const* find(char const* text) const;
   /// The same for a text with a length; one with a zero byte in it is no word.
-  Word const* find(std::string const& text) const;
+  Word const* find(std::string_view text) const;
   /// The code of `text`; a null text is unknown.
   int codeOf(char const* text) const;
   /// The word written for `code`; empty when none has it.

@@ -13,12 +13,12 @@ void const* placeIn(Row const& row, void const* record) {
 }
 
 /// The value has a key that no row fills.
-Assigned refuseKey(Rows rows, Problem& problem) {
+Assigned refuseKey(Rows rows, Problems& problems) {
   Keys keys;
   keysOf(rows, keys);
   std::string known;
   for (std::string_view const key : keys) known.append(known.empty() ? "" : ", ").append(key);
-  return fail(problem, "an unknown key", "one of: " + known);
+  return fail(problems, "an unknown key", "one of: " + known);
 }
 
 }  // namespace
@@ -42,13 +42,15 @@ bool isWrittenUnder(Row const& row, Circumstances circumstances) {
 bool writeRow(Row const& row, Sink& sink, void const* record, Circumstances circumstances,
               bool result) {
   if (!isWrittenUnder(row, circumstances)) return result;
-  return row.kind->write(row, sink, placeIn(row, record), circumstances, result);
+  return writeWatched(sink, row, [&] {
+    return row.kind->write(row, sink, placeIn(row, record), circumstances, result);
+  });
 }
 
 Assigned assignRow(Row const& row, void* record, std::string_view member, Value const& value,
-                   Problem& problem) {
+                   Problems& problems) {
   if (!row.isAssigned || row.kind->assign == nullptr) return Assigned::notMine;
-  return row.kind->assign(row, row.place(record), member, value, problem);
+  return row.kind->assign(row, row.place(record), member, value, problems);
 }
 
 void keysOfRow(Row const& row, Keys& keys) {
@@ -67,20 +69,35 @@ void outlineOfRow(Row const& row, Outline& outline) {
 
 // Reading.
 
+namespace {
+
+/// What an element of single values said; that of a secret is not told.
+std::string_view overwritten(Row const& row, Element earlier) {
+  bool const isTold = row.kind->shape != Shape::secret && !earlier.firstChild();
+  char const* const text = isTold ? earlier.peek() : nullptr;
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+void Repeats::tell(Row const& row, Element child, std::uint32_t earlier) {
+  observer_->repeatedElement(child, overwritten(row, child.at(earlier)));
+}
+
 bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result) {
-  if (row == nullptr) {
-    remark(watch, [&](Observer& observer) { observer.unknownElement(child); });
-    return result;
-  }
-  remark(watch, [&](Observer& observer) { observer.knownElement(child); });
+  if (row == nullptr) return result;
+  child.use();
   bool const read = readRow(*row, child, record, watch);
   return row->counts ? read : result;
 }
 
 bool walkRows(Element element, Rows rows, void* record, Watch const& watch) {
   RowFinder finder(rows);
+  Repeats repeats(rows, watch);
   return walkChildren(element, [&](Element child, bool result) {
-    return readChild(finder.find(child.name()), child, record, watch, result);
+    Row const* const row = finder.find(child.name());
+    repeats.take(row, child);
+    return readChild(row, child, record, watch, result);
   });
 }
 
@@ -115,9 +132,9 @@ bool writeRowsBelow(Sink& sink, char const* name, Rows rows, void const* record,
 // Assigning.
 
 Assigned assignMember(Rows rows, void* record, std::string_view member, Value const& value,
-                      Problem& problem) {
+                      Problems& problems) {
   for (Row const& row : rows) {
-    Assigned const result = assignRow(row, record, member, value, problem);
+    Assigned const result = assignRow(row, record, member, value, problems);
     if (result != Assigned::notMine) return result;
   }
   return Assigned::notMine;
@@ -133,22 +150,17 @@ void keysOf(Rows rows, Keys& keys) {
   }
 }
 
-void prefix(Problem& problem, std::string const& step) {
-  bool const deeper = !problem.path.empty() && problem.path.front() != '[';
-  problem.path = step + (deeper ? "." : "") + problem.path;
-}
-
-Assigned assignRows(Rows rows, void* record, Value const& value, Problem& problem) {
-  if (value.kind != Value::Kind::record) return fail(problem, described(value), "an object");
-  for (Kovra::Member const& member : value.members) {
-    Assigned result = assignMember(rows, record, member.name, member.value, problem);
-    if (result == Assigned::notMine) result = refuseKey(rows, problem);
-    if (result == Assigned::failed) {
-      prefix(problem, member.name);
-      return result;
-    }
+Assigned assignRows(Rows rows, void* record, Value const& value, Problems& problems) {
+  if (!value.isRecord()) return fail(problems, described(value), "an object");
+  auto all = Assigned::done;
+  for (Kovra::Member const& member : value.members()) {
+    std::size_t const mark = problems.mark();
+    Assigned result = assignMember(rows, record, member.name(), member.value(), problems);
+    if (result == Assigned::notMine) result = refuseKey(rows, problems);
+    problems.prefix(mark, member.name());
+    all = both(all, result);
   }
-  return Assigned::done;
+  return all;
 }
 
 // Words.

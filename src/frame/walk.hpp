@@ -7,7 +7,10 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -62,6 +65,39 @@ class RowFinder {
   Row const* next_;
 };
 
+/// Which rows of a table were read, and by which elements, for those who watch: an element that
+/// comes again overwrites what the earlier one said.
+class Repeats {
+ public:
+  Repeats(Rows rows, Watch const& watch) : rows_(rows), observer_(watch.observer()) {
+    if (watch) std::fill_n(seen_.begin(), std::min(rows.size(), most), false);
+  }
+
+  /// A row, or none, takes the child.
+  void take(Row const* row, Element child) {
+    if (observer_ != nullptr && row != nullptr && !row->adds) [[unlikely]]
+      note(*row, child);
+  }
+
+ private:
+  /// More rows than any table has.
+  static constexpr std::size_t most = 128;
+
+  void note(Row const& row, Element child) {
+    auto const index = static_cast<std::size_t>(&row - rows_.data());
+    if (index >= most) return;
+    if (seen_[index]) tell(row, child, earlier_[index]);
+    seen_[index] = true;
+    earlier_[index] = child.index();
+  }
+  void tell(Row const& row, Element child, std::uint32_t earlier);
+
+  Rows rows_;
+  Observer* observer_;
+  std::array<bool, most> seen_;              // cleared for those who watch
+  std::array<std::uint32_t, most> earlier_;  // not cleared
+};
+
 /// Reads a child with the row that names it; without one it is skipped. The result is the new
 /// running result.
 bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result);
@@ -87,6 +123,16 @@ template <class Record, std::size_t N>
 bool walk(TiXmlElement const* element, Table<Record, N> const& table,
           std::type_identity_t<Record>& record) {
   return walkRows(element, table, &record);
+}
+
+/// What `write` writes is the row's, for those who watch.
+template <class Write>
+bool writeWatched(Sink& sink, Row const& row, Write write) {
+  if (sink.watch() == nullptr) return write();
+  sink.watch()->enter(row);
+  bool const result = write();
+  sink.watch()->leave();
+  return result;
 }
 
 /// Writes `record` with `rows`, row by row, as far as the circumstances allow. The result is that
@@ -121,27 +167,24 @@ bool writeBelow(TiXmlElement& parent, char const* name, Table<Record, N> const& 
 
 /// Offers a value to the rows; the first that has a member of that name takes it.
 Assigned assignMember(Rows rows, void* record, std::string_view member, Value const& value,
-                      Problem& problem);
+                      Problems& problems);
 
 template <class Record, std::size_t N>
 Assigned assignMember(Table<Record, N> const& table, std::type_identity_t<Record>& record,
-                      std::string_view member, Value const& value, Problem& problem) {
-  return assignMember(Rows(table), &record, member, value, problem);
+                      std::string_view member, Value const& value, Problems& problems) {
+  return assignMember(Rows(table), &record, member, value, problems);
 }
 
 /// Adds the members that the rows fill, each once, in the order of the rows.
 void keysOf(Rows rows, Keys& keys);
 
-/// Puts a name, or an index in brackets, before the path of a problem.
-void prefix(Problem& problem, std::string const& step);
-
 /// Assigns all members of `value` to the record; members that it does not name stay as they are.
-Assigned assignRows(Rows rows, void* record, Value const& value, Problem& problem);
+Assigned assignRows(Rows rows, void* record, Value const& value, Problems& problems);
 
 template <class Record, std::size_t N>
 Assigned assignAll(Table<Record, N> const& table, std::type_identity_t<Record>& record,
-                   Value const& value, Problem& problem) {
-  return assignRows(table, &record, value, problem);
+                   Value const& value, Problems& problems) {
+  return assignRows(table, &record, value, problems);
 }
 
 void outlineOf(Rows rows, Outline& outline);

@@ -25,6 +25,7 @@ constexpr Composing composing = {
     .root = identityRoots[0],
     .recordOf = "printer-id",
     .choices = choices,
+    .isOfSections = true,
     .write = write,
 };
 

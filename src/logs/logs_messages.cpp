@@ -4,6 +4,11 @@
 
 #include "logs/logs_tables.hpp"
 
+/// Hosts know the record by its entries.
+template <>
+inline constexpr std::string_view Kovra::detail::recordName<Kovra::logs::CleaningHistory> =
+    Kovra::detail::recordName<Kovra::CleaningLog>;
+
 namespace Kovra {
 
 namespace {
@@ -18,7 +23,7 @@ struct RoomForServices : WithEntries<_tagLogServiceXML, _tagLogServiceValues> {
     room.entries = std::make_unique<_tagLogServiceValues[]>(static_cast<std::size_t>(record.count));
     record.entries = room.entries.get();
     remark(watch, [&](Observer& observer) {
-      observer.member(memberName<&_tagLogServiceXML::count>, shown(record.count));
+      observer.member(memberName<&_tagLogServiceXML::count>, record.count);
     });
     return ServiceHistoryReading::read(root, record, watch);
   }

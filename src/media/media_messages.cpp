@@ -33,9 +33,12 @@ class Room {
 };
 
 constexpr RecordType roomType{
-    sizeof(Room), [](void* memory) { new (memory) Room(); },
+    sizeof(Room),
+    [](void* memory) { new (memory) Room(); },
     [](void* memory) { std::destroy_at(static_cast<Room*>(memory)); },
-    [](void* memory) -> void* { return static_cast<Room*>(memory)->get(); }};
+    [](void* memory) -> void* { return static_cast<Room*>(memory)->get(); },
+    false,
+    Kovra::detail::recordName<_KVMediaInfo>};
 
 constexpr ChoiceRow choices[] = {
     {"all-types", ChoiceRow::Form::flag,

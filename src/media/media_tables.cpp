@@ -13,9 +13,9 @@ bool readRowOfList(Row const& row, Element element, void* place, Watch const& wa
 }
 
 Assigned assignRowOfList(Row const& row, void* place, std::string_view member, Value const& value,
-                         Problem& problem) {
+                         Problems& problems) {
   if (member != row.member) return Assigned::notMine;
-  return assignList(listIn(row), value, problem, [&](std::size_t) {
+  return assignList(listIn(row), value, problems, [&](std::size_t) {
     return listIn(row).append(*static_cast<_KVMediaInfo*>(place));
   });
 }
@@ -36,7 +36,7 @@ constinit Kind const ownedListKind = {Shape::list,     readRowOfList, nullptr,
 
 bool readList(List const& list, Element element, _KVMediaInfo& media, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list.member); });
-  return walkEntries(element, list.item, watch,
+  return walkEntries(element, list.item,
                      [&](Element child, bool) { return readAppended(list, child, media, watch); });
 }
 
@@ -46,16 +46,26 @@ bool readAppended(List const& list, Element element, _KVMediaInfo& media, Watch 
   return readEntry(element, list, list.append(media), list.member, index, watch);
 }
 
-bool writeCards(Sink& sink, _KVMediaInfo const& media, bool allTypes, bool omitsTransfer) {
+namespace {
+
+bool writeTheCards(Sink& sink, _KVMediaInfo const& media, bool allTypes, bool omitsTransfer) {
   bool result = false;
   sink.open(cardsName);
   for (std::size_t i = 0; media.cards != nullptr && i < media.cards->size(); ++i) {
     _CardInfo const* const info = (*media.cards)[i];
     if (info == nullptr || !(allTypes || isCommon(*info))) continue;
-    result = writeEntry(sink, cardList, info, omitsTransfer ? 0 : Circumstances{withTransfer});
+    result = writeEntry(sink, cardList, info, i, omitsTransfer ? 0 : Circumstances{withTransfer});
   }
   sink.close(cardsName);
   return result;
+}
+
+}  // namespace
+
+bool writeCards(Sink& sink, _KVMediaInfo const& media, bool allTypes, bool omitsTransfer) {
+  static constexpr auto cards = list<cardList>(cardsName);
+  return writeWatched(sink, cards.row(),
+                      [&] { return writeTheCards(sink, media, allTypes, omitsTransfer); });
 }
 
 }  // namespace Kovra::media

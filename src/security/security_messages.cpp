@@ -4,6 +4,12 @@
 
 #include "security/security_tables.hpp"
 
+/// Hosts know the values of both sides by those of the host, which stand first.
+template <>
+inline constexpr std::string_view Kovra::detail::recordName<Kovra::security::DiffieHellman> =
+    Kovra::detail::recordName<Kovra::_tagHostDHKeys>;
+static_assert(offsetof(Kovra::security::DiffieHellman, host) == 0);
+
 namespace Kovra {
 
 namespace {
@@ -69,31 +75,30 @@ constexpr KeyPair keyPairs[] = {
 };
 
 bool isNamed(Value const& record, std::string_view name) {
-  return record.find(std::string(name)) != nullptr;
+  return record.find(name) != nullptr;
 }
 
-bool refuse(Problem& problem, std::string_view path, char const* found, char const* expected) {
-  problem.path = path;
-  fail(problem, found, expected);
+bool refuse(Problems& problems, std::string_view path, char const* found, char const* expected) {
+  problems.add(std::string(path), found, expected);
   return false;
 }
 
 /// The parts that the record names; false when one is there by half, or none at all.
-bool sortKeys(Value const& record, Circumstances& parts, Problem& problem) {
-  if (record.kind != Value::Kind::record) return true;
+bool sortKeys(Value const& record, Circumstances& parts, Problems& problems) {
+  if (!record.isRecord()) return true;
   for (KeyPair const& pair : keyPairs) {
     bool const current = isNamed(record, pair.current);
     bool const next = isNamed(record, pair.next);
     if (!current && !next) continue;
     if (!current || !next) {
-      return refuse(problem, current ? pair.next : pair.current, "nothing", "a text");
+      return refuse(problems, current ? pair.next : pair.current, "nothing", "a text");
     }
     parts |= pair.part;
   }
   if (isNamed(record, "new_passkey")) {
-    return refuse(problem, "new_passkey", "a value", "none: the passkey has a change of its own");
+    return refuse(problems, "new_passkey", "a value", "none: the passkey has a change of its own");
   }
-  return parts != 0 || refuse(problem, "", "no key", "a current and a new one");
+  return parts != 0 || refuse(problems, "", "no key", "a current and a new one");
 }
 
 constexpr std::string_view nonceNeeds[] = {"nonce"};

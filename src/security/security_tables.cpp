@@ -34,7 +34,7 @@ struct ExchangedKind : NeverWritten, NeverAssigned {
     char const* const text = element.text();
     long value = 0;
     bool const scanned = scan(text, value);
-    if (scanned) observer.member(name, shown(value));
+    if (scanned) observer.member(name, value);
     if (!isWhole(text)) {
       observer.notANumber(element, "a whole number, decimal or with 0x before it");
     } else if (value < 0) {  // the record's members are signed
@@ -95,13 +95,13 @@ bool readDiffieHellman(Element root, _tagHostDHKeys& host, long& printerInterimK
 namespace {
 
 Assigned assignAction(Row const& row, void* place, std::string_view member, Value const& value,
-                      Problem& problem) {
+                      Problems& problems) {
   if (member != row.member) return Assigned::notMine;
-  Word const* const word = actionNames.find(value.text.c_str());
-  if (value.kind != Value::Kind::text || word == nullptr || word->text != value.text) {
-    return fail(problem, described(value), "one of: " + listed(actionNames));
+  Word const* const word = actionNames.find(value.asText(""));
+  if (word == nullptr || word->text != value.asText("")) {
+    return fail(problems, described(value), "one of: " + listed(actionNames));
   }
-  return assignText({static_cast<char*>(place), row.size}, value, problem);
+  return assignText({static_cast<char*>(place), row.size}, value, problems);
 }
 
 }  // namespace
@@ -130,8 +130,12 @@ struct DirectedActionKind : NeverWritten, NeverAssigned {
   template <std::size_t N>
   static void report(Observer& observer, std::string_view name, Element root,
                      char const (&value)[N]) {
-    observer.member(name, shown(textIn(value)));
-    if (actionNames.find(value) == nullptr) observer.unknownWord(root, root.text(), actionNames);
+    observer.member(name, textIn(value));
+    if (actionNames.find(value) == nullptr) {
+      observer.unknownWord(root, root.text(), actionNames);
+    } else if (root.text() != textIn(value)) {
+      observer.otherSpelling(root, textIn(value));
+    }
   }
 };
 

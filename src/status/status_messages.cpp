@@ -25,7 +25,7 @@ struct RoomForAccessPoints : WithEntries<_tagAccessPoints, _tagAccessPoint> {
     room.entries = std::make_unique<_tagAccessPoint[]>(record.count);
     record.accessPoints = room.entries.get();
     remark(watch, [&](Observer& observer) {
-      observer.member(memberName<&_tagAccessPoints::count>, shown(record.count));
+      observer.member(memberName<&_tagAccessPoints::count>, record.count);
     });
     return AccessPointsReading::read(root, record, watch);
   }

@@ -29,7 +29,7 @@ inline constexpr Table generalStatus = {
     keyword<&KVGeneralStatus::printer_state, printerStates>("printer_state"),
     hexadecimal<&KVGeneralStatus::alarms>("alarms"),
     number<&KVGeneralStatus::error>("error"),
-    flagIf<&KVGeneralStatus::printer_lock, "locked">("printer_lock"),
+    flagIf<&KVGeneralStatus::printer_lock, "locked", "unlocked">("printer_lock"),
     number<&KVGeneralStatus::num_jobs_receiving_or_pending>("num_jobs_receiving_or_pending"),
     number<&KVGeneralStatus::num_jobs_inprogress>("num_jobs_inprogress"),
     number<&KVGeneralStatus::num_jobs_done_ok>("num_jobs_done_ok"),
@@ -64,10 +64,10 @@ struct JobListReading {
     int const capacity = std::clamp(list.count, 0, roomOf(list));
     list.count = 0;
     remark(watch, [](Observer& observer) { observer.list(list_); });
-    return walkEntries(root, jobEntries.item, watch, [&](Element child, bool result) {
+    return walkEntries(root, jobEntries.item, [&](Element child, bool result) {
       if (list.count == capacity) {
         remark(watch, [&](Observer& observer) {
-          observer.surplusEntry(child, static_cast<std::size_t>(capacity));
+          observer.surplusEntry(root, child, static_cast<std::size_t>(capacity));
         });
         return result;
       }
@@ -110,7 +110,7 @@ inline constexpr Table encoderStates = {
 inline constexpr Table jobStatus = {
     number<&KVJobStatus::action_id>("action_id"),
     text<&KVJobStatus::uuid>("uuid"),
-    flagIf<&KVJobStatus::ready_for_next_job, "yes">("ready_for_next_job"),
+    flagIf<&KVJobStatus::ready_for_next_job, "yes", "no">("ready_for_next_job"),
     group<KVJobStatus, jobPrinting>("status_printing"),
     group<KVJobStatus, encoderStates>("status_mag"),
     group<KVJobStatus, encoderStates>("status_contact"),
@@ -203,14 +203,14 @@ struct PanelReading : NeverWritten, NeverAssigned {
     appendBounded(words.get(), description.data(), static_cast<int>(description.size()));
     remark(watch, [&](Observer& observer) {
       std::string_view const kept = description.data();
-      observer.member(descriptionName, shown(kept));
+      observer.member(descriptionName, kept);
       if (std::strlen(panel.text()) > kept.size() - before) observer.cutText(panel, kept);
     });
     return true;
   }
 };
 
-inline constexpr Table ribbonPanels = {reading<Description, PanelReading>("panel")};
+inline constexpr Table ribbonPanels = {adding(reading<Description, PanelReading>("panel"))};
 
 /// What a ribbon's or film's kind is told in.
 inline constexpr Table kindMembers = {
@@ -220,7 +220,10 @@ inline constexpr Table kindMembers = {
 
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading : NeverWritten, NeverAssigned {
-  static constexpr auto const& members = kindMembers;
+  static constexpr Table members = {
+      text<&_MediaStatusInfo::description>(""),
+      keyword<&_MediaStatusInfo::code, ribbonDescriptions>(""),
+  };
 
   static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch const& watch) {
     Description description(ribbon.description);
@@ -318,19 +321,19 @@ inline constexpr char const* mediaStatusRoots[] = {"get_media_status"};
 /// open door or a blocked sensor.
 inline constexpr Table sensorStates = {
     text<&_SENSOR::ribbon_takeup_encoder>("ribbon_takeup_encoder"),
-    flagUnless<&_SENSOR::door_open, "no">("door_open"),
-    flagUnless<&_SENSOR::flipoptions_door_open, "no">("flipoptions_door_open"),
-    flagUnless<&_SENSOR::flipper_card_blocked, "no">("flipper_card_blocked"),
-    flagUnless<&_SENSOR::flipper_rotation_blocked, "no">("flipper_rotation_blocked"),
-    flagUnless<&_SENSOR::cardout_sensor_set, "no">("cardout_sensor_set"),
-    flagUnless<&_SENSOR::option_mag_blocked, "no">("option_mag_blocked"),
-    flagUnless<&_SENSOR::option_cam_blocked, "no">("option_cam_blocked"),
-    flagUnless<&_SENSOR::card_exit_blocked, "no">("card_exit_blocked"),
-    flagUnless<&_SENSOR::card_edge_blocked, "no">("card_edge_blocked"),
+    flagUnless<&_SENSOR::door_open, "no", "yes">("door_open"),
+    flagUnless<&_SENSOR::flipoptions_door_open, "no", "yes">("flipoptions_door_open"),
+    flagUnless<&_SENSOR::flipper_card_blocked, "no", "yes">("flipper_card_blocked"),
+    flagUnless<&_SENSOR::flipper_rotation_blocked, "no", "yes">("flipper_rotation_blocked"),
+    flagUnless<&_SENSOR::cardout_sensor_set, "no", "yes">("cardout_sensor_set"),
+    flagUnless<&_SENSOR::option_mag_blocked, "no", "yes">("option_mag_blocked"),
+    flagUnless<&_SENSOR::option_cam_blocked, "no", "yes">("option_cam_blocked"),
+    flagUnless<&_SENSOR::card_exit_blocked, "no", "yes">("card_exit_blocked"),
+    flagUnless<&_SENSOR::card_edge_blocked, "no", "yes">("card_edge_blocked"),
     text<&_SENSOR::tricolor_state>("tricolor_state"),
-    flagUnless<&_SENSOR::head_cam_blocked, "no">("head_cam_blocked"),
+    flagUnless<&_SENSOR::head_cam_blocked, "no", "yes">("head_cam_blocked"),
     number<&_SENSOR::tricolor_error>("tricolor_error"),
-    flagUnless<&_SENSOR::printhead_fan, "off">("printhead_fan"),
+    flagUnless<&_SENSOR::printhead_fan, "off", "on">("printhead_fan"),
 };
 
 inline constexpr Table sensorValues = {
@@ -391,7 +394,7 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
     std::string_view const word =
         sent != nullptr && sent->code == code ? sent->text : Words.wordOf(code);
     bool const known = !word.empty() && (sent != nullptr || code != 0);
-    observer.member(name, shownKeyword(code, known ? word : text.get(), known));
+    observer.keyword(name, code, known ? word : text.get(), known);
   }
 
   static void outline(Outline& outline) { outlineWords(Words, outline); }
@@ -399,12 +402,12 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
 
 template <auto M>
 constexpr auto security(std::string_view element) {
-  return row<M, MergedKeywordKind<securities>>(element);
+  return adding(row<M, MergedKeywordKind<securities>>(element));
 }
 
 template <auto M>
 constexpr auto cipher(std::string_view element) {
-  return row<M, MergedKeywordKind<ciphers>>(element);
+  return adding(row<M, MergedKeywordKind<ciphers>>(element));
 }
 
 // The state of the link.
@@ -457,11 +460,11 @@ inline constexpr Table radioStatus = {
 inline constexpr Table accessPoint = {
     text<&_tagAccessPoint::ssid>("SSID"),
     address<&_tagAccessPoint::bssid>("BSSID"),
-    flagIf<&_tagAccessPoint::selected, "true">("Selected"),
+    flagIf<&_tagAccessPoint::selected, "true", "false">("Selected"),
     number<&_tagAccessPoint::channel>("Channel"),
     number<&_tagAccessPoint::privacy>("Privacy"),
     number<&_tagAccessPoint::signalStrength>("SignalStrength"),
-    flagIf<&_tagAccessPoint::infrastructure, "true">("Infrastructure"),
+    flagIf<&_tagAccessPoint::infrastructure, "true", "false">("Infrastructure"),
     security<&_tagAccessPoint::security>("Security"),
     cipher<&_tagAccessPoint::encryption>("Encryption"),
     number<&_tagAccessPoint::maxDataRate>("MaxDataRate"),

@@ -8,6 +8,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "face/catalogue.hpp"
@@ -17,6 +18,7 @@
 #include "support/generated.hpp"
 #include "support/printed.hpp"
 #include "support/streams.hpp"
+#include "support/values.hpp"
 
 namespace Kovra {
 namespace {
@@ -34,17 +36,17 @@ std::vector<MessageRow const*> requests() {
 }
 
 Assigned fill(MessageRow const& message, AnyRecord const& record, Value const& value,
-              Problem& problem) {
+              Problems& problems) {
   Composing const& composing = *message.composing;
-  return composing.assign != nullptr ? composing.assign(record.memory(), value, problem)
-                                     : assignRows(message.rows, record.get(), value, problem);
+  return composing.assign != nullptr ? composing.assign(record.memory(), value, problems)
+                                     : assignRows(message.rows, record.get(), value, problems);
 }
 
 /// The circumstances that the members of the value say.
 Circumstances sorted(MessageRow const& message, Value const& value) {
   Circumstances circumstances = 0;
-  Problem problem;
-  if (message.composing->sort != nullptr) message.composing->sort(value, circumstances, problem);
+  Problems problems;
+  if (message.composing->sort != nullptr) message.composing->sort(value, circumstances, problems);
   return circumstances;
 }
 
@@ -60,8 +62,8 @@ std::string byTree(MessageRow const& message, void const* record, std::vector<lo
 std::string byText(MessageRow const& message, void const* record, std::vector<long> const& chosen,
                    Circumstances circumstances) {
   std::string text;
-  Problem problem;
-  composeRecord(message, record, chosen, circumstances, text, problem);
+  Problems problems;
+  composeRecord(message, record, chosen, circumstances, nullptr, text, problems);
   return text;
 }
 
@@ -71,9 +73,9 @@ TEST(EveryRequest, IsTheSameAsATextAndAsATree) {
     for (std::uint32_t seed = 0; seed < seeds; ++seed) {
       Value const value = test::Generator(seed).record(message->rows);
       AnyRecord const record(*message->record);
-      Problem problem;
-      ASSERT_NE(fill(*message, record, value, problem), Assigned::failed)
-          << message->name << ", seed " << seed << ": " << problem.description();
+      Problems problems;
+      ASSERT_NE(fill(*message, record, value, problems), Assigned::failed)
+          << message->name << ", seed " << seed << ": " << problems.all().front().path;
       for (std::vector<long> const& chosen : test::choicesOf(*message)) {
         Circumstances const circumstances = sorted(*message, value);
         std::string const text = byText(*message, record.get(), chosen, circumstances);
@@ -138,34 +140,44 @@ TEST(EveryRequest, TellsTheWordsOfItsMembersAndChoices) {
 TEST(EveryRequest, NeedsTheMembersThatAreRequired) {
   for (MessageRow const* const message : requests()) {
     for (std::string_view const name : message->composing->required) {
-      Value value = test::record({});
+      Value value = Value::object();
       for (std::string_view const other : message->composing->required) {
         if (other == name) continue;
         Value const generated = test::Generator(1).record(message->rows);
-        Value const* const member = generated.find(std::string(other));
+        Value const* const member = generated.find(other);
         ASSERT_NE(member, nullptr) << message->name << ": " << other;
-        value.members.push_back({std::string(other), *member});
+        value.add(other, *member);
       }
-      Composition const composition = compose(std::string(message->name), value);
-      EXPECT_FALSE(composition.composed) << message->name << " without " << name;
-      EXPECT_EQ(composition.text, "") << message->name;
-      EXPECT_FALSE(composition.problem.expected.empty()) << message->name;
+      // Nor does the choice that members are zero make up for one.
+      for (Value const& choices : {Value(), test::withZeros()}) {
+        Composition const composition = compose(message->name, value, choices);
+        EXPECT_FALSE(composition) << message->name << " without " << name;
+        EXPECT_EQ(composition.text(), "") << message->name;
+        ASSERT_FALSE(composition.problems().empty()) << message->name;
+        EXPECT_NE(composition.problems()[0].expected(), "") << message->name;
+      }
     }
   }
 }
 
+void expectProblemAt(std::string const& path, Composition const& composition) {
+  EXPECT_FALSE(composition) << composition.text();
+  EXPECT_EQ(composition.text(), "");
+  std::vector<Problem> const problems = composition.problems();
+  EXPECT_TRUE(std::any_of(problems.begin(), problems.end(),
+                          [&](Problem const& problem) { return problem.path() == path; }))
+      << path << " is not among:\n"
+      << test::problemsOf(composition);
+}
+
 TEST(EveryRequest, RefusesChoicesAndMembersThatItDoesNotHave) {
   for (MessageRow const* const message : requests()) {
-    std::string const name(message->name);
-    Composition const choice =
-        compose(name, test::record({}), test::record({{"no such choice", test::number(1)}}));
-    EXPECT_FALSE(choice.composed) << name;
-    EXPECT_EQ(choice.problem.path, "no such choice") << name;
-    EXPECT_FALSE(compose(name, test::record({}), test::number(1)).composed) << name;
-    Composition const member = compose(name, test::record({{"no such member", test::number(1)}}));
-    EXPECT_FALSE(member.composed) << name;
-    EXPECT_NE(member.problem.description().find("no"), std::string::npos) << name;
-    EXPECT_FALSE(compose(name, test::number(1)).composed) << name;
+    std::string_view const name = message->name;
+    expectProblemAt("no such choice",
+                    compose(name, Value::object(), Value::object({{"no such choice", 1}})));
+    expectProblemAt("", compose(name, Value::object(), 1));
+    expectProblemAt("no such member", compose(name, Value::object({{"no such member", 1}})));
+    expectProblemAt("", compose(name, 1));
   }
 }
 
@@ -173,7 +185,7 @@ TEST(EveryRequest, PrintsNothingOnStandardOutputOrError) {
   test::CaughtStream out(STDOUT_FILENO);
   test::CaughtStream error(STDERR_FILENO);
   for (MessageRow const* const message : requests()) {
-    compose(std::string(message->name), test::Generator(7).record(message->rows));
+    static_cast<void>(compose(message->name, test::Generator(7).record(message->rows)));
   }
   std::string const said = error.release();
   EXPECT_EQ(out.release() + said, "");
@@ -185,8 +197,8 @@ TEST_F(EveryRequestWithoutMemory, LosesNothing) {
   for (MessageRow const* const message : requests()) {
     Value const value = test::Generator(3).record(message->rows);
     AnyRecord const record(*message->record);
-    Problem problem;
-    fill(*message, record, value, problem);
+    Problems problems;
+    fill(*message, record, value, problems);
     std::vector<long> const chosen = test::choicesOf(*message).back();
     bool threw = true;
     for (std::size_t failing = 1; threw; ++failing) {
@@ -194,10 +206,10 @@ TEST_F(EveryRequestWithoutMemory, LosesNothing) {
       threw = false;
       try {
         AnyRecord const another(*message->record);
-        Problem unused;
+        Problems unused;
         fill(*message, another, value, unused);
         std::string text;
-        composeRecord(*message, another.get(), chosen, 0, text, unused);
+        composeRecord(*message, another.get(), chosen, 0, nullptr, text, unused);
       } catch (std::bad_alloc const&) {
         threw = true;
       }

@@ -611,10 +611,10 @@ TEST(ConfigurationRibbon, FaceReadsWithoutTraces) {
       "</ribbon></media_info></configuration>";
   std::strcpy(szRibbonName, "before");
   testing::internal::CaptureStderr();
-  Decoding const decoding = decode(xml.data(), xml.size());
+  Decoding const decoding = decode(xml);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_STREQ(szRibbonName, "before");
-  EXPECT_EQ(decoding.readings.at(0).record.find("ribbon")->find("description")->text, "Gold");
+  EXPECT_EQ(decoding.readings().at(0).record().at("ribbon.description").asText(), "Gold");
 }
 
 TEST(ThreadsConfiguration, NeverMixTheirRibbons) {

@@ -2,53 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <new>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
 #include "caps/capabilities.hpp"
 #include "kovra.hpp"
+#include "support/findings.hpp"
+#include "support/values.hpp"
 
 namespace Kovra {
 namespace {
 
 using test::element;
-
-/// Values as a person would write them.
-Value number(long value) {
-  Value one;
-  one.kind = Value::Kind::integer;
-  one.integer = value;
-  return one;
-}
-Value text(std::string const& value) {
-  Value one;
-  one.kind = Value::Kind::text;
-  one.text = value;
-  return one;
-}
-Value flag(bool value) {
-  Value one;
-  one.kind = Value::Kind::flag;
-  one.flag = value;
-  return one;
-}
-Value list(std::initializer_list<Value> items) {
-  Value one;
-  one.kind = Value::Kind::list;
-  one.items = items;
-  return one;
-}
-Value record(std::initializer_list<std::pair<char const*, Value>> members) {
-  Value one;
-  one.kind = Value::Kind::record;
-  for (auto const& [name, value] : members) {
-    Member& member = one.members.emplace_back();
-    member.name = name;
-    member.value = value;
-  }
-  return one;
-}
+using test::withZeros;
 
 /// The record and the notes of a reply that has only one reading.
 struct Decoded {
@@ -57,51 +25,45 @@ struct Decoded {
 };
 
 Decoded decoded(std::string const& children) {
-  std::string const xml = element("capabilities", children);
-  Decoding const decoding = decode(xml.data(), xml.size());
-  EXPECT_EQ(decoding.status, Decoding::Status::decoded) << decoding.description();
-  Decoded result;
-  if (decoding.readings.size() != 1) {
-    ADD_FAILURE() << decoding.readings.size() << " readings";
-    return result;
+  Decoding const decoding = decode(element("capabilities", children));
+  EXPECT_TRUE(static_cast<bool>(decoding)) << decoding.refusal().message();
+  std::vector<Reading> const readings = decoding.readings();
+  if (readings.size() != 1) {
+    ADD_FAILURE() << readings.size() << " readings";
+    return {};
   }
-  EXPECT_EQ(decoding.readings[0].document, "capabilities");
-  EXPECT_FALSE(decoding.readings[0].result) << "that of the entry";
-  result.record = decoding.readings[0].record;
-  for (Note const& note : decoding.notes) result.notes += note.description() + '\n';
-  return result;
+  EXPECT_EQ(readings[0].message(), "capabilities");
+  EXPECT_FALSE(readings[0].result()) << "that of the entry";
+  return {readings[0].record(), test::notesOf(decoding.notes())};
 }
 
 std::string namesIn(Value const& value) {
   std::string names;
-  for (Member const& member : value.members) names += member.name + ' ';
+  for (Member const& member : value.members()) names += std::string(member.name()) + ' ';
   return names;
 }
 
 TEST(DecodeCapabilities, ShowsAllEntriesOfLists) {
   std::string fonts;
   for (int i = 0; i < 100; ++i) fonts += element("font", element("name", std::to_string(i)));
-  Value const& found = decoded(element("fonts", fonts) + "<barcodes/>").record;
+  Value const found = decoded(element("fonts", fonts) + "<barcodes/>").record;
   EXPECT_EQ(namesIn(found), "fonts barcodes ") << "no counts";
-  Value const* const all = found.find("fonts");
-  ASSERT_EQ(all->items.size(), 100U);
+  Value const& all = found.at("fonts");
+  ASSERT_EQ(all.size(), 100U);
   for (std::size_t i = 0; i < 100; ++i) {
-    EXPECT_EQ(all->items[i].find("name")->text, std::to_string(i));
-    EXPECT_EQ(namesIn(all->items[i]), "name ") << "and only what was said";
+    EXPECT_EQ(all.items()[i], Value::object({{"name", std::to_string(i)}}))
+        << "and only what was said";
   }
-  EXPECT_EQ(found.find("barcodes")->kind, Value::Kind::list);
-  EXPECT_TRUE(found.find("barcodes")->items.empty());
+  EXPECT_EQ(found.at("barcodes"), Value::list());
 }
 
 TEST(DecodeCapabilities, ShowsOnlyWhatWasStored) {
   Decoded const found = decoded(
       "<device_ports><device_port><port_id>1</port_id></device_port>"
       "<device_port><port_id>2</port_id></device_port></device_ports>");
-  Value const* const ports = found.record.find("devicePorts");
-  ASSERT_EQ(ports->items.size(), 1U);
-  EXPECT_EQ(ports->items[0].find("port_id"), nullptr) << "members have the record's names";
-  EXPECT_EQ(ports->items[0].find("portId")->integer, 2);
-  EXPECT_EQ(found.notes, "<device_port>: more than 1 entries, skipped\n");
+  EXPECT_EQ(found.record.at("devicePorts"), Value::list({Value::object({{"portId", 2}})}))
+      << "members have the record's names";
+  EXPECT_EQ(found.notes, "<device_port>: for the second time\n");
 }
 
 TEST(DecodeCapabilities, MeasuresRepeatedListsTogether) {
@@ -109,10 +71,8 @@ TEST(DecodeCapabilities, MeasuresRepeatedListsTogether) {
   std::string const three = element("barcodes", "<barcode>c</barcode><other/><barcode>d</barcode>");
   for (std::string const& children : {two + three, two + three + two + three}) {
     Decoded const found = decoded(children);
-    Value const* const all = found.record.find("barcodes");
-    ASSERT_EQ(all->items.size(), 2U);
-    EXPECT_EQ(all->items[0].find("name")->text, "c");
-    EXPECT_EQ(all->items[1].find("name")->text, "d");
+    EXPECT_EQ(found.record.at("barcodes"),
+              Value::list({Value::object({{"name", "c"}}), Value::object({{"name", "d"}})}));
     EXPECT_NE(found.notes.find("<other>: unknown element, skipped\n"), std::string::npos);
   }
 }
@@ -121,16 +81,8 @@ TEST(DecodeCapabilities, ShowsFormatsAsKeywordsAndEmptyOnesAsNothing) {
   Decoded const found = decoded(element("graphic_formats",
                                         "<graphic_format>tga</graphic_format><graphic_format/>"
                                         "<graphic_format>png</graphic_format>"));
-  Value const* const formats = found.record.find("graphicFormats");
-  ASSERT_EQ(formats->items.size(), 3U);
-  EXPECT_EQ(formats->items[0].kind, Value::Kind::keyword);
-  EXPECT_EQ(formats->items[0].integer, 8);
-  EXPECT_EQ(formats->items[0].text, "tga");
-  EXPECT_TRUE(formats->items[0].known);
-  EXPECT_EQ(formats->items[1].kind, Value::Kind::nothing);
-  EXPECT_EQ(formats->items[2].integer, -1);
-  EXPECT_EQ(formats->items[2].text, "png");
-  EXPECT_FALSE(formats->items[2].known);
+  EXPECT_EQ(found.record.at("graphicFormats"),
+            Value::list({Value::keyword(8, "tga"), {}, Value::unknownKeyword(-1, "png")}));
   EXPECT_EQ(found.notes,
             "<graphic_format>: empty, not read\n"
             "<graphic_format>: unknown word \"png\"; one of: bmp, jpeg, tga, tiff, raw\n");
@@ -140,17 +92,13 @@ TEST(DecodeCapabilities, ShowsWhatKeywordsWithoutTextStored) {
   Decoded const found = decoded(
       "<print_system>direct</print_system><print_system/>"
       "<laminator>present</laminator><laminator></laminator>");
-  Value const* const system = found.record.find("printSystem");
-  ASSERT_NE(system, nullptr);
-  EXPECT_EQ(system->kind, Value::Kind::keyword);
-  EXPECT_EQ(system->integer, -1);
-  EXPECT_EQ(system->text, "");
-  EXPECT_FALSE(system->known);
-  Value const* const laminator = found.record.find("laminatorPresent");
-  ASSERT_NE(laminator, nullptr);
-  EXPECT_EQ(laminator->kind, Value::Kind::flag);
-  EXPECT_FALSE(laminator->flag);
-  EXPECT_EQ(found.notes, "<print_system>: empty, not read\n<laminator>: empty, not read\n");
+  EXPECT_EQ(found.record.at("printSystem"), Value::unknownKeyword(-1, ""));
+  EXPECT_EQ(found.record.at("laminatorPresent"), Value(false));
+  EXPECT_EQ(found.notes,
+            "<print_system>: for the second time, overwrites \"direct\"\n"
+            "<print_system>: empty, not read\n"
+            "<laminator>: for the second time, overwrites \"present\"\n"
+            "<laminator>: empty, not read\n");
 }
 
 TEST(DecodeCapabilities, ShowsSharpeningLevelsByTheirWords) {
@@ -159,9 +107,7 @@ TEST(DecodeCapabilities, ShowsSharpeningLevelsByTheirWords) {
       "<image_sharpening_level>Off</image_sharpening_level>"
       "<image_sharpening_level/>";
   Decoded const found = decoded(element("image_sharpening_levels", levels));
-  Value const* const shown = found.record.find("imageSharpeningLevels");
-  EXPECT_EQ(namesIn(*shown), "low ");
-  EXPECT_TRUE(shown->find("low")->flag);
+  EXPECT_EQ(found.record.at("imageSharpeningLevels"), Value::object({{"low", true}}));
   EXPECT_EQ(found.notes,
             "<image_sharpening_level>: unknown word \"Off\"; one of: off, normal, high, low\n"
             "<image_sharpening_level>: empty, not read\n");
@@ -169,10 +115,10 @@ TEST(DecodeCapabilities, ShowsSharpeningLevelsByTheirWords) {
 
 TEST(DecodeCapabilities, ShowsTheLaminatorAsAFlagAndTellsOfOtherWords) {
   Decoded const present = decoded("<laminator>present</laminator>");
-  EXPECT_TRUE(present.record.find("laminatorPresent")->flag);
+  EXPECT_TRUE(present.record.at("laminatorPresent").asBool());
   EXPECT_EQ(present.notes, "");
   Decoded const other = decoded("<laminator>yes</laminator>");
-  EXPECT_FALSE(other.record.find("laminatorPresent")->flag);
+  EXPECT_FALSE(other.record.at("laminatorPresent").asBool());
   EXPECT_EQ(other.notes, "<laminator>: unknown word \"yes\"; one of: present, notpresent\n");
 }
 
@@ -183,32 +129,26 @@ TEST(DecodeCapabilities, RefusesToMakeRoomForMoreThanAnyPrinterHas) {
     return many;
   }());
   std::string const xml = element("capabilities", templates);
-  EXPECT_THROW(decode(xml.data(), xml.size()), std::bad_alloc);
+  EXPECT_THROW(static_cast<void>(decode(xml)), std::bad_alloc);
 }
 
 // ---- Composing -------------------------------------------------------------------------------
 
-std::string composed(Value const& value, CapabilitiesChoice const& choice = {}) {
-  Composition const composition = composeCapabilities(value, choice);
-  EXPECT_TRUE(composition.composed) << composition.problem.description();
-  return composition.text;
-}
-
-CapabilitiesChoice only(CapabilitiesChoice::Part part) {
-  CapabilitiesChoice choice;
-  choice.part = part;
-  return choice;
+std::string composed(Value const& value, Value const& choices = withZeros()) {
+  Composition const composition = compose("capabilities", value, choices);
+  EXPECT_TRUE(static_cast<bool>(composition)) << test::problemsOf(composition);
+  return composition.text();
 }
 
 TEST(ComposeCapabilities, WritesListsOfAnySize) {
-  Value const ports = list({record({{"portId", number(1)}, {"type", text("serial")}}),
-                            record({{"portId", number(2)}, {"type", number(0)}})});
-  std::string const document = composed(record({
+  Value const ports = Value::list({Value::object({{"portId", 1}, {"type", "serial"}}),
+                                   Value::object({{"portId", 2}, {"type", 0}})});
+  std::string const document = composed(Value::object({
       {"hostPorts", ports},
       {"devicePorts", ports},
-      {"graphicFormats", list({text("raw"), number(1), Value()})},
-      {"barcodes", list({record({{"name", text("qr")}})})},
-      {"imageSharpeningLevels", record({{"low", flag(true)}, {"off", flag(true)}})},
+      {"graphicFormats", Value::list({"raw", 1, {}})},
+      {"barcodes", Value::list({Value::object({{"name", "qr"}})})},
+      {"imageSharpeningLevels", Value::object({{"low", true}, {"off", true}})},
   }));
   for (char const* const piece :
        {"    <host_ports>\n        <host_port>\n            <port_id>1</port_id>\n"
@@ -228,13 +168,15 @@ TEST(ComposeCapabilities, WritesListsOfAnySize) {
 
 TEST(ComposeCapabilities, WritesOnePartAlone) {
   char const head[] = "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<capabilities>\n";
-  Value const value = record({{"magEncoderType", text("aamva")},
-                              {"internalEncoder", record({{"comms_channel", text("usb")},
-                                                          {"contact_encoding", flag(true)},
-                                                          {"contact_station", flag(true)}})}});
-  EXPECT_EQ(composed(value, only(CapabilitiesChoice::Part::magEncoder)),
-            std::string(head) + "    <mag_encoder>aamva</mag_encoder>\n</capabilities>\n");
-  EXPECT_EQ(composed(value, only(CapabilitiesChoice::Part::internalEncoder)),
+  Value const value =
+      Value::object({{"magEncoderType", "aamva"},
+                     {"internalEncoder", Value::object({{"comms_channel", "usb"},
+                                                        {"contact_encoding", true},
+                                                        {"contact_station", true}})}});
+  EXPECT_EQ(composed(value, Value::object({{"only", "mag-encoder"}})),
+            std::string(head) + "    <mag_encoder>aamva</mag_encoder>\n</capabilities>\n")
+      << "and needs nothing else";
+  EXPECT_EQ(composed(value, withZeros(Value::object({{"only", "internal-encoder"}}))),
             std::string(head) +
                 "    <contact_station>yes</contact_station>\n"
                 "    <internal_encoder>\n"
@@ -243,17 +185,24 @@ TEST(ComposeCapabilities, WritesOnePartAlone) {
                 "    </internal_encoder>\n</capabilities>\n");
 }
 
-TEST(ComposeCapabilities, WritesAllForAPartThatIsNone) {
-  Value const value = record({{"magEncoderType", text("aamva")}});
-  EXPECT_EQ(composed(value, only(static_cast<CapabilitiesChoice::Part>(99))), composed(value));
+TEST(ComposeCapabilities, RefusesAPartThatIsNone) {
+  for (Value const& part : {Value("encoder"), Value(""), Value(1)}) {
+    Composition const composition =
+        compose("capabilities", Value::object(), withZeros(Value::object({{"only", part}})));
+    EXPECT_FALSE(composition);
+    EXPECT_EQ(composition.text(), "");
+    ASSERT_EQ(composition.problems().size(), 1U);
+    EXPECT_EQ(composition.problems()[0].path(), "only");
+    EXPECT_EQ(composition.problems()[0].expected(), "one of: mag-encoder, internal-encoder");
+  }
 }
 
 TEST(ComposeCapabilities, TakesThePrintSystemFromTheChoice) {
-  Value const value = record({{"printSystem", text("direct")}});
-  CapabilitiesChoice choice;
-  EXPECT_NE(composed(value, choice).find(">retransfer<"), std::string::npos);
-  choice.directToCard = true;
-  EXPECT_NE(composed(value, choice).find(">direct_to_card<"), std::string::npos);
+  Value const value = Value::object({{"printSystem", "direct"}});
+  EXPECT_NE(composed(value).find(">retransfer<"), std::string::npos);
+  EXPECT_NE(composed(value, withZeros(Value::object({{"direct-to-card", true}})))
+                .find(">direct_to_card<"),
+            std::string::npos);
 }
 
 TEST(ComposeCapabilities, TakesWhatDecodeShows) {
@@ -271,42 +220,53 @@ TEST(ComposeCapabilities, TakesWhatDecodeShows) {
   EXPECT_NE(document.find("<laminator>present</laminator>"), std::string::npos);
 }
 
-struct Refusal {
+struct Misfit {
   Value value;
   char const* path;
   char const* found;
 };
 
 TEST(ComposeCapabilities, TellsWhatDoesNotFit) {
-  Refusal const cases[] = {
-      {number(1), "", "1"},
-      {record({{"fontz", number(1)}}), "fontz", "an unknown key"},
-      {record({{"hostPortCount", number(1)}}), "hostPortCount", "an unknown key"},
-      {record({{"ramSize", text("big")}}), "ramSize", "\"big\""},
-      {record({{"flashSize", flag(true)}}), "flashSize", "true"},
-      {record({{"printType", text("3_side")}}), "printType", "\"3_side\""},
-      {record({{"security", record({{"passkeyProtection", number(1)}})}}),
-       "security.passkeyProtection", "1"},
-      {record({{"internalEncoder", number(1)}}), "internalEncoder", "1"},
-      {record({{"imageSharpeningLevels", record({{"medium", flag(true)}})}}),
-       "imageSharpeningLevels.medium", "an unknown key"},
-      {record({{"fonts", record({})}}), "fonts", "an object"},
-      {record({{"fonts", list({record({}), record({{"style", number(1L << 40)}})})}}),
-       "fonts[1].style", "1099511627776"},
-      {record({{"fonts", list({record({{"name", text(std::string(64, 'x'))}})})}}), "fonts[0].name",
+  auto const with = [](std::string_view name, Value const& value) {
+    return Value::object({{name, value}});
+  };
+  Misfit const cases[] = {
+      {1, "", "1"},
+      {with("fontz", 1), "fontz", "an unknown key"},
+      {with("hostPortCount", 1), "hostPortCount", "an unknown key"},
+      {with("ramSize", "big"), "ramSize", "\"big\""},
+      {with("flashSize", true), "flashSize", "true"},
+      {with("printType", "3_side"), "printType", "\"3_side\""},
+      {with("security", with("passkeyProtection", 1)), "security.passkeyProtection", "1"},
+      {with("internalEncoder", 1), "internalEncoder", "1"},
+      {with("imageSharpeningLevels", with("medium", true)), "imageSharpeningLevels.medium",
+       "an unknown key"},
+      {with("fonts", Value::object()), "fonts", "an object"},
+      {with("fonts", Value::list({Value::object(), with("style", 1L << 40)})), "fonts[1].style",
+       "1099511627776"},
+      {with("fonts", Value::list({with("name", std::string(64, 'x'))})), "fonts[0].name",
        "a text of 64 bytes"},
-      {record({{"graphicFormats", list({number(1), text("png")})}}), "graphicFormats[1]",
-       "\"png\""},
-      {record({{"barcodes", list({text("qr")})}}), "barcodes[0]", "\"qr\""},
+      {with("graphicFormats", Value::list({1, "png"})), "graphicFormats[1]", "\"png\""},
+      {with("barcodes", Value::list({"qr"})), "barcodes[0]", "\"qr\""},
   };
   for (auto const& [value, path, found] : cases) {
-    Composition const composition = composeCapabilities(value);
-    EXPECT_FALSE(composition.composed) << path;
-    EXPECT_EQ(composition.text, "") << path;
-    EXPECT_EQ(composition.problem.path, path);
-    EXPECT_EQ(composition.problem.found, found);
-    EXPECT_NE(composition.problem.expected, "") << path;
+    Composition const composition = compose("capabilities", value, withZeros());
+    EXPECT_FALSE(composition) << path;
+    EXPECT_EQ(composition.text(), "") << path;
+    ASSERT_EQ(composition.problems().size(), 1U) << path << test::problemsOf(composition);
+    EXPECT_EQ(composition.problems()[0].path(), path);
+    EXPECT_EQ(composition.problems()[0].found(), found);
+    EXPECT_NE(composition.problems()[0].expected(), "") << path;
   }
+}
+
+TEST(ComposeCapabilities, TellsAllThatDoesNotFitInTheOrderOfTheRecord) {
+  Value const record =
+      Value::object({{"printType", "3_side"},
+                     {"fonts", Value::list({Value::object({{"style", "x"}, {"name", 1}}), 7})},
+                     {"flashSize", true}});
+  EXPECT_EQ(test::pathsOf(compose("capabilities", record, withZeros())),
+            "printType fonts[0].style fonts[0].name fonts[1] flashSize ");
 }
 
 }  // namespace

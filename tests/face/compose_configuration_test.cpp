@@ -3,6 +3,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "config/config_tables.hpp"
 #include "kovra.hpp"
@@ -10,6 +11,7 @@
 #include "support/configuration.hpp"
 #include "support/folder.hpp"
 #include "support/records.hpp"
+#include "support/values.hpp"
 
 namespace Kovra {
 namespace {
@@ -19,58 +21,53 @@ std::string sample(char const* name) {
 }
 
 Value recordOf(std::string const& reply) {
-  Decoding const decoding = decode(reply.data(), reply.size(), "configuration");
-  EXPECT_EQ(decoding.status, Decoding::Status::decoded) << decoding.description();
-  return decoding.readings.at(0).record;
+  Decoding const decoding = decode(reply, "configuration");
+  EXPECT_TRUE(static_cast<bool>(decoding)) << decoding.refusal().message();
+  return decoding.readings().at(0).record();
 }
 
-Value text(std::string const& contents) {
-  Value value;
-  value.kind = Value::Kind::text;
-  value.text = contents;
-  return value;
-}
-
-Value object() {
-  Value value;
-  value.kind = Value::Kind::record;
-  return value;
-}
-
-Value& member(Value& record, std::string const& name) {
-  for (Member& inner : record.members) {
-    if (inner.name == name) return inner.value;
+std::vector<std::string> allSections() {
+  for (Message const& message : messages()) {
+    if (message.name() == "configuration") return message.choices().at(0).words();
   }
-  record.members.emplace_back();
-  record.members.back().name = name;
-  record.members.back().value = object();
-  return record.members.back().value;
+  return {};
 }
 
-ConfigurationChoice choice(std::vector<std::string> const& sections, int card = 0,
-                           bool filmless = false) {
-  ConfigurationChoice chosen;
-  chosen.sections = sections;
-  chosen.card = card;
-  chosen.filmless = filmless;
+Value sectionsOf(std::vector<std::string> const& sections) {
+  Value list = Value::list();
+  for (std::string const& section : sections) list.append(section);
+  return Value::object({{"sections", list}});
+}
+
+/// Choices of sections; members that the record lacks are zero.
+Value choice(std::vector<std::string> const& sections, int card = 0, bool filmless = false) {
+  Value chosen = test::withZeros(sectionsOf(sections));
+  chosen.add("card", card);
+  chosen.add("filmless", filmless);
   return chosen;
 }
 
-std::string problem(Value const& record, ConfigurationChoice const& chosen) {
-  Composition const composition = composeConfiguration(record, chosen);
-  EXPECT_FALSE(composition.composed);
-  EXPECT_EQ(composition.text, "");
-  return composition.problem.description();
+Composition composed(Value const& record, Value const& choices) {
+  return compose("configuration", record, choices);
+}
+
+/// The only problem with the record.
+std::string problem(Value const& record, Value const& choices) {
+  Composition const composition = composed(record, choices);
+  EXPECT_FALSE(composition);
+  EXPECT_EQ(composition.text(), "");
+  EXPECT_EQ(composition.problems().size(), 1U) << test::problemsOf(composition);
+  return test::firstProblem(composition).message();
 }
 
 TEST(ComposeConfiguration, MakesTheClassicDocument) {
   Value record = recordOf(sample("full.xml"));
-  member(member(record, "ribbon"), "ribbonNameCode") = text("YMCKO");
-  member(member(record, "film"), "ribbonNameCode") = text("hologram");
-  Composition const composition = composeConfiguration(record, choice(configurationSections()));
-  EXPECT_TRUE(composition.composed) << composition.problem.description();
-  EXPECT_EQ(composition.text, sample("request.xml"));
-  EXPECT_EQ(composeConfiguration(record, choice(configurationSections(), 0, true)).text,
+  record.set("ribbon.ribbonNameCode", "YMCKO");
+  record.set("film.ribbonNameCode", "hologram");
+  Composition const composition = composed(record, choice(allSections()));
+  EXPECT_TRUE(static_cast<bool>(composition)) << test::problemsOf(composition);
+  EXPECT_EQ(composition.text(), sample("request.xml"));
+  EXPECT_EQ(composed(record, choice(allSections(), 0, true)).text(),
             sample("request-filmless.xml"));
 }
 
@@ -83,23 +80,23 @@ TEST(ComposeConfiguration, ShownRecordIsTheClassicRecord) {
     testing::internal::CaptureStderr();
     KVXConfigParser().GetConfiguration(sample(name).c_str(), 0, *classic);
     testing::internal::GetCapturedStderr();
-    Problem why;
-    EXPECT_EQ(assignAll(config::configuration, *shown, recordOf(sample(name)), why),
+    frame::Problems problems;
+    EXPECT_EQ(assignAll(config::configuration, *shown, recordOf(sample(name)), problems),
               frame::Assigned::done)
-        << name << ": " << why.description();
+        << name << ": " << (problems.empty() ? "" : problems.all().front().path);
     EXPECT_TRUE(test::same(*shown, *classic)) << name;
   }
 }
 
 TEST(ComposeConfiguration, KeyIsASecret) {
   Value const record = recordOf(sample("full.xml"));
-  EXPECT_TRUE(record.find("wireless")->find("key")->secret);
-  EXPECT_FALSE(record.find("wireless")->find("ssid")->secret);
+  EXPECT_TRUE(record.at("wireless.key").isSecret());
+  EXPECT_FALSE(record.at("wireless.ssid").isSecret());
 }
 
 TEST(ComposeConfiguration, ListsItsSections) {
   std::string list;
-  for (std::string const& name : configurationSections()) list += name + " ";
+  for (std::string const& name : allSections()) list += name + " ";
   EXPECT_EQ(list,
             "physical_address ethernet wireless ocp_language error_control usage_counters "
             "standby_timeout imaging_parameters ribbon_motor_parameters ribbon_sensor_offset "
@@ -108,7 +105,7 @@ TEST(ComposeConfiguration, ListsItsSections) {
 }
 
 TEST(ComposeConfiguration, SaysWhyNothingWasMade) {
-  Value const zero = object();
+  Value const zero = Value::object();
   EXPECT_EQ(problem(zero, choice({})).substr(0, 43), "sections: found none; expected some of: phy");
   EXPECT_EQ(problem(zero, choice({"wifi"})).substr(0, 40),
             "sections: found \"wifi\"; expected one of:");
@@ -129,31 +126,52 @@ TEST(ComposeConfiguration, NamesThePathOfAProblem) {
     change(record);
     return problem(record, choice({"standby_timeout"}));
   };
-  EXPECT_EQ(
-      refused([](Value& r) { member(member(r, "wireless"), "ssid") = text(std::string(34, 's')); }),
-      "wireless.ssid: found a text of 34 bytes; expected a text of at most 33 bytes, none of "
-      "them NUL");
-  EXPECT_EQ(refused([](Value& r) { member(member(r, "ethernet"), "gateway") = text("10.1"); }),
+  EXPECT_EQ(refused([](Value& r) { r.set("wireless.ssid", std::string(34, 's')); }),
+            "wireless.ssid: found a text of 34 bytes; expected a text of at most 33 bytes, none of "
+            "them NUL");
+  EXPECT_EQ(refused([](Value& r) { r.set("ethernet.gateway", "10.1"); }),
             "ethernet.gateway: found \"10.1\"; expected an IPv4 address, four numbers with dots "
             "between them");
-  EXPECT_EQ(refused([](Value& r) {
-              member(member(member(r, "cards").items.at(1), "transfer_temps"), "top_single")
-                  .members.at(0)
-                  .value = text("hot");
-            }),
+  EXPECT_EQ(refused([](Value& r) { r.set("cards[1].transfer_temps.top_single.min", "hot"); }),
             "cards[1].transfer_temps.top_single.min: found \"hot\"; expected a whole number from "
             "-2147483648 to 2147483647");
-  EXPECT_EQ(refused([](Value& r) { member(member(r, "cleaning"), "soft") = text("yes"); }),
+  EXPECT_EQ(refused([](Value& r) { r.set("cleaning.soft", "yes"); }),
             "cleaning.soft: found an unknown key; expected one of: cleaning_deadline_is_soft, "
             "alcohol_card_cleaning, pre_warning");
-  EXPECT_EQ(refused([](Value& r) { member(member(r, "lamination"), "installed") = text("yes"); }),
+  EXPECT_EQ(refused([](Value& r) { r.set("lamination.installed", "yes"); }),
             "lamination.installed: found an unknown key; expected one of: laminate_common, "
             "topLaminateInstalled, top_laminate, bottom_laminate, bottomLaminateInstalled");
   EXPECT_EQ(refused([](Value& r) {
-              member(member(r, "internal_encoder"), "contact_station");
+              r.set("internal_encoder.contact_station", Value::object());
             }).substr(0, 33),
             "internal_encoder.contact_station:");
-  EXPECT_EQ(refused([](Value& r) { r = text("x"); }), "found \"x\"; expected an object");
+  EXPECT_EQ(refused([](Value& r) { r = "x"; }), "found \"x\"; expected an object");
+}
+
+TEST(ComposeConfiguration, TellsAllProblemsInTheOrderOfTheRecord) {
+  Value const record =
+      Value::object({{"wireless", Value::object({{"ssid", std::string(34, 's')}, {"wifi", 1}})},
+                     {"cards", Value::list({7, Value::object({{"card", 1}})})},
+                     {"ethernet", Value::object({{"gateway", "10.1"}})}});
+  EXPECT_EQ(test::pathsOf(composed(record, choice({"standby_timeout"}))),
+            "wireless.ssid wireless.wifi cards[0] cards[1].card ethernet.gateway ");
+}
+
+// A member that was forgotten would be set to zero.
+TEST(ComposeConfiguration, NeedsTheMembersOfTheChosenSections) {
+  Value record = recordOf(sample("full.xml"));
+  ASSERT_TRUE(record.erase("standby_timeout"));
+  EXPECT_TRUE(static_cast<bool>(composed(record, sectionsOf({"lcd_contrast"}))))
+      << test::problemsOf(composed(record, sectionsOf({"lcd_contrast"})));
+  Composition const without = composed(record, sectionsOf({"lcd_contrast", "standby_timeout"}));
+  EXPECT_FALSE(without);
+  EXPECT_EQ(without.text(), "");
+  ASSERT_EQ(without.problems().size(), 1U) << test::problemsOf(without);
+  EXPECT_EQ(without.problems()[0].path(), "standby_timeout");
+  EXPECT_EQ(without.problems()[0].found(), "nothing");
+  Composition const zero = composed(record, choice({"lcd_contrast", "standby_timeout"}));
+  EXPECT_NE(zero.text().find("<standby_timeout>0</standby_timeout>"), std::string::npos)
+      << test::outcome(zero);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,12 +11,7 @@
 namespace Kovra {
 namespace {
 
-using test::number;
 using test::outcome;
-using test::real;
-using test::record;
-using test::text;
-using test::texts;
 
 std::string document(std::string const& element) {
   return test::declaration + std::string("<device_control>\n    ") + element +
@@ -29,18 +25,25 @@ struct Case {
   std::string outcome;
 };
 
+std::string const deviceControl = "device-control ";
+
+Composition composed(std::string const& device, Value const& command) {
+  return compose(deviceControl + device, command);
+}
+
 void expectDocuments(std::vector<Case> const& cases) {
   for (Case const& given : cases) {
-    Composition const composition = composeDeviceControl(given.device, given.command);
-    EXPECT_TRUE(composition.composed) << given.outcome;
+    Composition const composition = composed(given.device, given.command);
+    EXPECT_TRUE(static_cast<bool>(composition)) << given.outcome;
     EXPECT_EQ(outcome(composition), document(given.outcome));
   }
 }
 
+/// Of several problems the first.
 void expectProblems(std::vector<Case> const& cases) {
   for (Case const& given : cases) {
-    Composition const composition = composeDeviceControl(given.device, given.command);
-    EXPECT_FALSE(composition.composed) << given.outcome;
+    Composition const composition = composed(given.device, given.command);
+    EXPECT_FALSE(composition) << given.outcome;
     EXPECT_EQ(outcome(composition), given.outcome);
   }
 }
@@ -49,16 +52,25 @@ std::string const missing = ": found nothing; expected a value: this command nee
 std::string const surplus = "; expected none: this command does not take it";
 
 TEST(ControlledDevices, AreListedInTheirOrder) {
-  EXPECT_EQ(controlledDevices(),
-            (std::vector<std::string>{"motor", "cam", "calibrate", "fan", "sensor", "clutch",
-                                      "advance", "laminator", "radio", "rfid"}));
+  std::vector<std::string> devices;
+  for (Message const& message : messages()) {
+    std::string const command = message.command();
+    if (command.find(deviceControl) == 0) devices.push_back(command.substr(deviceControl.size()));
+  }
+  EXPECT_EQ(devices, (std::vector<std::string>{"motor", "cam", "calibrate", "fan", "sensor",
+                                               "clutch", "advance", "laminator", "radio", "rfid"}));
+}
+
+TEST(ControlledDevices, AreKnownByTheNamesOfTheirMessagesAsWell) {
+  Value const command = Value::object({{"state", "off"}});
+  EXPECT_EQ(outcome(compose("device-control-motor", command)), outcome(composed("motor", command)));
 }
 
 TEST(ComposeDeviceControl, RefusesOtherDevices) {
-  expectProblems(
-      {{"wheel", record({}), "found device \"wheel\"; expected a device that takes commands"},
-       {"", record({}), "found device \"\"; expected a device that takes commands"},
-       {"motor", text("on"), "found \"on\"; expected an object"}});
+  std::string const expected = "; expected the name of a document that is composed";
+  expectProblems({{"wheel", Value::object(), "found \"device-control wheel\"" + expected},
+                  {"", Value::object(), "found \"device-control \"" + expected},
+                  {"motor", "on", "found \"on\"; expected an object"}});
 }
 
 // What no member of its kind takes, whatever the device.
@@ -66,35 +78,36 @@ TEST(ComposeDeviceControl, RefusesValuesOfOtherKinds) {
   std::string const switches = "expected a keyword: its code, or one of: off, on";
   std::string const longest = "expected a text of at most 255 bytes, none of them NUL";
   std::string const wholeNumber = "expected a whole number from -2147483648 to 2147483647";
-  Value secret = text("on!");
-  secret.secret = true;
+  Value secret = "on!";
+  secret.markSecret();
   expectProblems(
-      {{"fan", record({{"state", real(1.5)}}), "state: found 1.500000; " + switches},
-       {"fan", record({{"state", record({})}}), "state: found an object; " + switches},
-       {"fan", record({{"state", record({{"code", text("on")}})}}),
+      {{"fan", Value::object({{"state", 1.5}}), "state: found 1.500000; " + switches},
+       {"fan", Value::object({{"state", Value::object()}}), "state: found an object; " + switches},
+       {"fan", Value::object({{"state", Value::object({{"code", "on"}})}}),
         "state: found \"on\"; " + wholeNumber},
-       {"fan", record({{"state", number(2147483648L)}}), "state: found 2147483648; " + wholeNumber},
-       {"fan", record({{"state", secret}}),
+       {"fan", Value::object({{"state", 2147483648L}}), "state: found 2147483648; " + wholeNumber},
+       {"fan", Value::object({{"state", secret}}),
         "state: found a text of 3 bytes; expected one of: off, on"},
-       {"fan", record({{"text", number(1)}}), "text: found 1; expected a text"},
-       {"fan", record({{"text", text(std::string(256, 'x'))}}),
+       {"fan", Value::object({{"text", 1}}), "text: found 1; expected a text"},
+       {"fan", Value::object({{"text", std::string(256, 'x')}}),
         "text: found a text of 256 bytes; " + longest},
-       {"fan", record({{"text", text(std::string("a\0b", 3))}}),
+       {"fan", Value::object({{"text", std::string("a\0b", 3)}}),
         "text: found " + std::string("\"a\0b\"", 5) + "; " + longest},
-       {"fan", texts({{"text", "\x01"}}),
+       {"fan", Value::object({{"text", "\x01"}}),
         "text: found a text with a character that XML cannot carry; expected a text without "
         "control characters other than tabs and line ends"},
-       {"advance", record({{"panel", text(std::string(256, 'x'))}}),
+       {"advance", Value::object({{"panel", std::string(256, 'x')}}),
         "panel: found a text of 256 bytes; " + longest},
-       {"cam", record({{"state", text(std::string(256, 'x'))}}),
+       {"cam", Value::object({{"state", std::string(256, 'x')}}),
         "state: found a text of 256 bytes; " + longest},
-       {"calibrate", texts({{"torque", "1.5"}}), "torque: found \"1.5\"; expected a number"},
-       {"motor", record({{"rpm", real(1e39)}}),
+       {"calibrate", Value::object({{"torque", "1.5"}}),
+        "torque: found \"1.5\"; expected a number"},
+       {"motor", Value::object({{"rpm", 1e39}}),
         "rpm: found " + std::to_string(1e39) + "; expected a number that a float can hold"},
-       {"motor", record({{"speed", real(50)}}), "speed: found 50.000000; " + wholeNumber},
-       {"motor", texts({{"direction", "left"}}),
+       {"motor", Value::object({{"speed", 50.0}}), "speed: found 50.000000; " + wholeNumber},
+       {"motor", Value::object({{"direction", "left"}}),
         "direction: found \"left\"; expected one of: forward, reverse"},
-       {"rfid", texts({{"mode", "warm_up"}}),
+       {"rfid", Value::object({{"mode", "warm_up"}}),
         "mode: found \"warm_up\"; expected one of: off, on, modulate"}});
 }
 
@@ -112,17 +125,15 @@ TEST(ComposeDeviceControl, NamesTheMembersThatADeviceTakes) {
            {"radio", "text"},
            {"rfid", "mode, antenna"},
        }) {
-    expectProblems({{device.c_str(), texts({{"colour", "red"}}),
+    expectProblems({{device.c_str(), Value::object({{"colour", "red"}}),
                      "colour: found an unknown key; expected one of: " + members}});
   }
 }
 
 TEST(ComposeDeviceControl, RunsANamedMotor) {
   auto const on = [](char const* motor, char const* direction) {
-    return record({{"motor", text(motor)},
-                   {"state", text("on")},
-                   {"direction", text(direction)},
-                   {"speed", number(50)}});
+    return Value::object(
+        {{"motor", motor}, {"state", "on"}, {"direction", direction}, {"speed", 50}});
   };
   auto const element = [](std::string const& rest, char const* motor) {
     return "<motor state=\"on\" direction=" + rest + ">" + motor + "</motor>";
@@ -135,81 +146,90 @@ TEST(ComposeDeviceControl, RunsANamedMotor) {
         element("\"forward\" distance=\"0\" speed=\"50\"", "head_lift")},
        {"motor", on("options", "forward"), element("\"forward\" speed=\"50\"", "options")},
        {"motor", on("flipper", "forward"), element("\"forward\" speed=\"50\"", "flipper")},
-       {"motor", texts({{"motor", "ribbon"}, {"state", "on"}, {"direction", "reverse"}}),
+       {"motor", Value::object({{"motor", "ribbon"}, {"state", "on"}, {"direction", "reverse"}}),
         element("\"reverse\"", "ribbon")},
-       {"motor", texts({{"motor", "flipper"}, {"state", "off"}}),
+       {"motor", Value::object({{"motor", "flipper"}, {"state", "off"}}),
         "<motor state=\"off\">flipper</motor>"}});
 }
 
 TEST(ComposeDeviceControl, RunsTheMotorWithoutAName) {
   expectDocuments(
-      {{"motor",
-        record({{"state", text("on")}, {"direction", text("forward")}, {"speed", number(-3)}}),
+      {{"motor", Value::object({{"state", "on"}, {"direction", "forward"}, {"speed", -3}}),
         "<motor state=\"on\" direction=\"forward\" speed=\"-3\" />"},
-       {"motor",
-        record({{"state", text("on")}, {"direction", text("reverse")}, {"speed", number(3)}}),
+       {"motor", Value::object({{"state", "on"}, {"direction", "reverse"}, {"speed", 3}}),
         "<motor state=\"on\" direction=\"reverse\" speed=\"3\" />"},
-       {"motor", record({{"state", text("warm_up")}, {"rpm", real(12.5)}, {"period", number(5)}}),
+       {"motor", Value::object({{"state", "warm_up"}, {"rpm", 12.5}, {"period", 5}}),
         "<motor state=\"warm_up\" rpm=\"12.5\" period=\"5\" />"},
-       {"motor", texts({{"state", "off"}}), "<motor state=\"off\" />"},
-       {"motor", record({{"state", number(0)}}), "<motor state=\"off\" />"}});
+       {"motor", Value::object({{"state", "off"}}), "<motor state=\"off\" />"},
+       {"motor", Value::object({{"state", 0}}), "<motor state=\"off\" />"}});
 }
 
 TEST(ComposeDeviceControl, RefusesWhatAMotorCannotDo) {
   expectProblems(
-      {{"motor", record({}), "state" + missing},
-       {"motor", texts({{"motor", "card_x"}}), "state" + missing},
-       {"motor", texts({{"state", "on"}}), "direction" + missing},
-       {"motor", texts({{"state", "on"}, {"direction", "forward"}}), "speed" + missing},
-       {"motor", texts({{"state", "warm_up"}}), "rpm" + missing},
-       {"motor", record({{"state", text("warm_up")}, {"rpm", number(1)}}), "period" + missing},
-       {"motor", texts({{"motor", "card_x"}, {"state", "warm_up"}}),
+      {{"motor", Value::object(), "state" + missing},
+       {"motor", Value::object({{"motor", "card_x"}}), "state" + missing},
+       {"motor", Value::object({{"state", "on"}}), "direction" + missing},
+       {"motor", Value::object({{"state", "on"}, {"direction", "forward"}}), "speed" + missing},
+       {"motor", Value::object({{"state", "warm_up"}}), "rpm" + missing},
+       {"motor", Value::object({{"state", "warm_up"}, {"rpm", 1}}), "period" + missing},
+       {"motor", Value::object({{"motor", "card_x"}, {"state", "warm_up"}}),
         "state: found \"warm_up\"; expected off or on: no motor is warmed up by its name"},
        {"motor",
-        record({{"motor", text("ribbon")},
-                {"state", text("on")},
-                {"direction", text("forward")},
-                {"speed", number(50)}}),
+        Value::object(
+            {{"motor", "ribbon"}, {"state", "on"}, {"direction", "forward"}, {"speed", 50}}),
         "speed: found 50" + surplus},
-       {"motor", record({{"state", text("off")}, {"rpm", real(1.5)}}),
-        "rpm: found 1.500000" + surplus},
-       {"motor", texts({{"state", "off"}, {"motor", "wheel"}}),
+       {"motor", Value::object({{"state", "off"}, {"rpm", 1.5}}), "rpm: found 1.500000" + surplus},
+       {"motor", Value::object({{"state", "off"}, {"motor", "wheel"}}),
         "motor: found \"wheel\"; expected one of: card_feed, card_x, ribbon, head_lift, options, "
         "flipper"},
-       {"motor", texts({{"state", "stop"}}),
+       {"motor", Value::object({{"state", "stop"}}),
         "state: found \"stop\"; expected one of: off, on, warm_up"},
-       {"motor", texts({{"text", "x"}}),
+       {"motor", Value::object({{"text", "x"}}),
         "text: found an unknown key; expected one of: motor, state, direction, speed, rpm, "
         "period"}});
 }
 
+TEST(ComposeDeviceControl, TellsAllProblemsOfACommand) {
+  EXPECT_EQ(
+      test::problemsOf(composed(
+          "motor", Value::object({{"motor", "wheel"}, {"colour", "red"}, {"state", "stop"}}))),
+      "motor: found \"wheel\"; expected one of: card_feed, card_x, ribbon, head_lift, "
+      "options, flipper\n"
+      "colour: found an unknown key; expected one of: motor, state, direction, speed, rpm, "
+      "period\n"
+      "state: found \"stop\"; expected one of: off, on, warm_up\n");
+  EXPECT_EQ(test::pathsOf(composed("motor", Value::object({{"state", "on"}}))), "direction speed ");
+  EXPECT_EQ(test::pathsOf(
+                composed("motor", Value::object({{"state", "off"}, {"rpm", 1}, {"period", 1}}))),
+            "rpm period ");
+}
+
 TEST(ComposeDeviceControl, SetsTheCam) {
-  expectDocuments(
-      {{"cam", texts({{"state", "up"}, {"text", "print"}}), "<cam state=\"up\">print</cam>"},
-       {"cam", texts({{"state", ""}}), "<cam state=\"\" />"}});
-  expectProblems({{"cam", texts({{"text", "print"}}), "state" + missing},
-                  {"cam", record({{"state", number(1)}}), "state: found 1; expected a text"},
-                  {"cam", texts({{"state", "\xff"}}),
+  expectDocuments({{"cam", Value::object({{"state", "up"}, {"text", "print"}}),
+                    "<cam state=\"up\">print</cam>"},
+                   {"cam", Value::object({{"state", ""}}), "<cam state=\"\" />"}});
+  expectProblems({{"cam", Value::object({{"text", "print"}}), "state" + missing},
+                  {"cam", Value::object({{"state", 1}}), "state: found 1; expected a text"},
+                  {"cam", Value::object({{"state", "\xff"}}),
                    "state: found a text that is no UTF-8; expected a text in UTF-8"},
-                  {"cam", texts({{"type", "low"}}),
+                  {"cam", Value::object({{"type", "low"}}),
                    "type: found an unknown key; expected one of: state, text"}});
 }
 
 TEST(ComposeDeviceControl, Calibrates) {
   for (std::string const type : {"low", "high"}) {
-    expectDocuments(
-        {{"calibrate", record({{"type", text(type)}, {"torque", real(1.5)}, {"rpm", number(60)}}),
-          "<calibrate type=\"" + type + "\" torque=\"1.5\" rpm=\"60.0\" />"}});
-    expectProblems({{"calibrate", record({{"type", text(type)}}), "torque" + missing}});
+    expectDocuments({{"calibrate", Value::object({{"type", type}, {"torque", 1.5}, {"rpm", 60}}),
+                      "<calibrate type=\"" + type + "\" torque=\"1.5\" rpm=\"60.0\" />"}});
+    expectProblems({{"calibrate", Value::object({{"type", type}}), "torque" + missing}});
   }
   for (std::string const type : {"calc", "mot_cur_off", "mot_cur_on", "save_cal"}) {
     expectDocuments(
-        {{"calibrate", record({{"type", text(type)}}), "<calibrate type=\"" + type + "\" />"}});
-    expectProblems({{"calibrate", record({{"type", text(type)}, {"torque", number(1)}}),
+        {{"calibrate", Value::object({{"type", type}}), "<calibrate type=\"" + type + "\" />"}});
+    expectProblems({{"calibrate", Value::object({{"type", type}, {"torque", 1}}),
                      "torque: found 1" + surplus}});
   }
-  expectProblems({{"calibrate", record({}), "type" + missing},
-                  {"calibrate", texts({{"type", "off"}}),
+  expectProblems({{"calibrate", Value::object(), "type" + missing},
+                  {"calibrate", Value::object({{"type", "off"}}),
                    "type: found \"off\"; expected one of: low, high, calc, mot_cur_off, "
                    "mot_cur_on, save_cal"}});
 }
@@ -217,54 +237,57 @@ TEST(ComposeDeviceControl, Calibrates) {
 TEST(ComposeDeviceControl, SwitchesFanSensorAndClutch) {
   for (char const* const device : {"fan", "sensor", "clutch"}) {
     std::string const name = device;
-    expectDocuments({{device, texts({{"state", "on"}, {"text", "head"}}),
-                      "<" + name + " state=\"on\">head</" + name + ">"},
-                     {device, texts({{"state", "off"}}), "<" + name + " state=\"off\" />"}});
-    expectProblems({{device, texts({{"text", "head"}}), "state" + missing},
-                    {device, texts({{"state", "warm_up"}}),
+    expectDocuments(
+        {{device, Value::object({{"state", "on"}, {"text", "head"}}),
+          "<" + name + " state=\"on\">head</" + name + ">"},
+         {device, Value::object({{"state", "off"}}), "<" + name + " state=\"off\" />"}});
+    expectProblems({{device, Value::object({{"text", "head"}}), "state" + missing},
+                    {device, Value::object({{"state", "warm_up"}}),
                      "state: found \"warm_up\"; expected one of: off, on"}});
   }
 }
 
 TEST(ComposeDeviceControl, AdvancesToAPanel) {
-  expectDocuments({{"advance", texts({{"panel", "yellow"}, {"text", "ribbon"}}),
-                    "<advance panel=\"yellow\">ribbon</advance>"},
-                   {"advance", texts({{"panel", "yellow"}}), "<advance panel=\"yellow\" />"}});
-  expectProblems({{"advance", texts({{"text", "ribbon"}}), "panel" + missing}});
+  expectDocuments(
+      {{"advance", Value::object({{"panel", "yellow"}, {"text", "ribbon"}}),
+        "<advance panel=\"yellow\">ribbon</advance>"},
+       {"advance", Value::object({{"panel", "yellow"}}), "<advance panel=\"yellow\" />"}});
+  expectProblems({{"advance", Value::object({{"text", "ribbon"}}), "panel" + missing}});
 }
 
 TEST(ComposeDeviceControl, CommandsTheLaminator) {
   for (std::string const spool : {"both", "top", "bottom"}) {
-    expectDocuments({{"laminator", record({{"spool", text(spool)}}),
+    expectDocuments({{"laminator", Value::object({{"spool", spool}}),
                       "<laminator spool=\"" + spool + "\">scal</laminator>"}});
   }
-  expectDocuments({{"laminator", texts({{"text", "heat"}}), "<laminator>heat</laminator>"},
-                   {"laminator", record({}), "<laminator />"}});
-  expectProblems({{"laminator", texts({{"spool", "top"}, {"text", "heat"}}),
+  expectDocuments({{"laminator", Value::object({{"text", "heat"}}), "<laminator>heat</laminator>"},
+                   {"laminator", Value::object(), "<laminator />"}});
+  expectProblems({{"laminator", Value::object({{"spool", "top"}, {"text", "heat"}}),
                    "text: found a text beside a spool; expected one of the two"},
-                  {"laminator", texts({{"spool", "left"}}),
+                  {"laminator", Value::object({{"spool", "left"}}),
                    "spool: found \"left\"; expected one of: both, top, bottom"},
                   // A code beyond the words selects no spool.
-                  {"laminator", record({{"spool", number(3)}}), "spool: found 3" + surplus},
+                  {"laminator", Value::object({{"spool", 3}}), "spool: found 3" + surplus},
                   // By its text a command would gain an attribute that was not asked for.
-                  {"laminator", texts({{"text", "scal"}}), "spool" + missing}});
+                  {"laminator", Value::object({{"text", "scal"}}), "spool" + missing}});
 }
 
 TEST(ComposeDeviceControl, CommandsTheRadio) {
-  expectDocuments({{"radio", texts({{"text", "scan"}}), "<radio iterations=\"1\">scan</radio>"},
-                   {"radio", texts({{"text", "reset"}}), "<radio>reset</radio>"}});
-  expectProblems(
-      {{"radio", texts({{"state", "on"}}), "state: found an unknown key; expected one of: text"}});
+  expectDocuments(
+      {{"radio", Value::object({{"text", "scan"}}), "<radio iterations=\"1\">scan</radio>"},
+       {"radio", Value::object({{"text", "reset"}}), "<radio>reset</radio>"}});
+  expectProblems({{"radio", Value::object({{"state", "on"}}),
+                   "state: found an unknown key; expected one of: text"}});
 }
 
 TEST(ComposeDeviceControl, DrivesTheAntenna) {
   for (std::string const mode : {"off", "on", "modulate"}) {
-    expectDocuments({{"rfid", record({{"mode", text(mode)}, {"antenna", number(2)}}),
+    expectDocuments({{"rfid", Value::object({{"mode", mode}, {"antenna", 2}}),
                       "<rfid antenna=\"2\">" + mode + "</rfid>"}});
   }
-  expectProblems({{"rfid", record({{"antenna", number(2)}}), "mode" + missing},
-                  {"rfid", texts({{"mode", "on"}}), "antenna" + missing},
-                  {"rfid", record({{"mode", text("on")}, {"antenna", number(2147483648L)}}),
+  expectProblems({{"rfid", Value::object({{"antenna", 2}}), "mode" + missing},
+                  {"rfid", Value::object({{"mode", "on"}}), "antenna" + missing},
+                  {"rfid", Value::object({{"mode", "on"}, {"antenna", 2147483648L}}),
                    "antenna: found 2147483648; expected a whole number from -2147483648 to "
                    "2147483647"}});
 }
@@ -272,19 +295,19 @@ TEST(ComposeDeviceControl, DrivesTheAntenna) {
 /// What the classic operations make of such codes.
 TEST(ComposeDeviceControl, TakesCodesWithoutAWordAsTheClassicOperationsDo) {
   for (char const* const device : {"fan", "sensor", "clutch"}) {
-    expectDocuments({{device, record({{"state", number(5)}}),
-                      "<" + std::string(device) + " state=\"off\" />"}});
+    expectDocuments(
+        {{device, Value::object({{"state", 5}}), "<" + std::string(device) + " state=\"off\" />"}});
   }
   expectDocuments(
-      {{"motor", record({{"motor", number(0)}, {"state", number(-1)}}),
+      {{"motor", Value::object({{"motor", 0}, {"state", -1}}),
         "<motor state=\"off\">card_feed</motor>"},
-       {"motor", record({{"motor", number(-2)}, {"state", number(0)}}), "<motor state=\"off\" />"},
-       {"motor", record({{"state", number(1)}, {"direction", number(3)}, {"speed", number(5)}}),
+       {"motor", Value::object({{"motor", -2}, {"state", 0}}), "<motor state=\"off\" />"},
+       {"motor", Value::object({{"state", 1}, {"direction", 3}, {"speed", 5}}),
         "<motor state=\"on\" direction=\"reverse\" speed=\"5\" />"}});
   std::string const none = "; expected none: this command does not take it";
-  expectProblems({{"motor", record({{"state", number(-2)}}), "state: found -2" + none},
-                  {"calibrate", record({{"type", number(-2)}}), "type: found -2" + none},
-                  {"calibrate", record({{"type", number(9)}}), "type: found 9" + none}});
+  expectProblems({{"motor", Value::object({{"state", -2}}), "state: found -2" + none},
+                  {"calibrate", Value::object({{"type", -2}}), "type: found -2" + none},
+                  {"calibrate", Value::object({{"type", 9}}), "type: found 9" + none}});
 }
 
 }  // namespace

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "kovra.hpp"
+#include "support/findings.hpp"
+#include "support/values.hpp"
 
 namespace Kovra {
 namespace {
@@ -27,46 +30,48 @@ char const catalogue[] = R"(<media>
 </media>
 )";
 
-Reading decodedCatalogue(std::string* notes = nullptr) {
-  Decoding const decoding = decode(catalogue, sizeof catalogue - 1);
-  EXPECT_EQ(decoding.status, Decoding::Status::decoded) << decoding.description();
-  EXPECT_EQ(decoding.readings.size(), 1U);
-  for (Note const& note : decoding.notes) {
-    if (notes != nullptr) *notes += note.description() + '\n';
-  }
-  return decoding.readings.empty() ? Reading() : decoding.readings.front();
+Value catalogueRecord() {
+  Decoding const decoding = decode(catalogue);
+  EXPECT_TRUE(static_cast<bool>(decoding)) << decoding.refusal().message();
+  return decoding.readings().at(0).record();
 }
 
 TEST(DecodeMedia, ShowsWhatTheListsHold) {
-  std::string notes;
-  Reading const reading = decodedCatalogue(&notes);
-  EXPECT_EQ(reading.document, "media");
-  EXPECT_FALSE(reading.result) << "that of the entry";
-  Value const* const cards = reading.record.find("cards");
-  ASSERT_NE(cards, nullptr);
-  ASSERT_EQ(cards->items.size(), 3U);
-  Value const& card = cards->items[0];
-  EXPECT_EQ(card.find("type")->integer, 1);
-  EXPECT_EQ(card.find("coercivity")->text, "high");
-  ASSERT_NE(card.find("cardFeatures"), nullptr);
-  EXPECT_TRUE(card.find("cardFeatures")->find("mag_stripe")->flag);
-  EXPECT_FALSE(card.find("cardFeatures")->find("contact_encode")->flag);
-  EXPECT_EQ(card.find("cardFeatures")->find("non_contact_encode"), nullptr) << "was not said";
-  Value const* const setting = card.find("transfer_temps")->find("top_single");
-  ASSERT_NE(setting, nullptr);
-  EXPECT_EQ(setting->find("val")->integer, 5);
-  EXPECT_EQ(setting->find("min"), nullptr) << "is not read";
-  EXPECT_TRUE(cards->items[1].members.empty());
-  EXPECT_EQ(reading.record.find("ribbons"), nullptr);
-  ASSERT_EQ(reading.record.find("laminates")->items.size(), 1U);
-  EXPECT_EQ(reading.record.find("laminates")->items[0].find("description")->text, "Globe");
-  EXPECT_EQ(notes, "<ribbon>: unknown element, skipped\n");
+  Decoding const decoding = decode(catalogue);
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U) << decoding.refusal().message();
+  EXPECT_EQ(readings[0].message(), "media");
+  EXPECT_FALSE(readings[0].result()) << "that of the entry";
+  Value const& record = readings[0].record();
+  Value const& cards = record.at("cards");
+  ASSERT_EQ(cards.size(), 3U);
+  Value const& card = cards.items()[0];
+  EXPECT_EQ(card.at("type").asInteger(), 1);
+  EXPECT_EQ(card.at("coercivity").word(), "high");
+  EXPECT_EQ(card.at("cardFeatures"),
+            Value::object({{"mag_stripe", true}, {"contact_encode", false}}))
+      << "and what was not said is not shown";
+  EXPECT_EQ(card.at("transfer_temps.top_single"), Value::object({{"val", 5}}))
+      << "bounds are not read";
+  EXPECT_EQ(cards.items()[1], Value::object());
+  EXPECT_EQ(record.find("ribbons"), nullptr);
+  ASSERT_EQ(record.at("laminates").size(), 1U);
+  EXPECT_EQ(record.at("laminates[0].description").asText(), "Globe");
+  EXPECT_EQ(test::notesOf(decoding.notes()),
+            "<top_single>: attribute min=\"1\" is not read\n"
+            "<top_single>: attribute max=\"9\" is not read\n"
+            "<ribbon>: unknown element, skipped\n");
 }
 
-std::string composed(MediaChoice const& choice) {
-  Composition const composition = composeMedia(decodedCatalogue().record, choice);
-  EXPECT_TRUE(composition.composed) << composition.problem.description();
-  return composition.text;
+Value choices(bool allTypes, bool withoutTransfer) {
+  return test::withZeros(
+      Value::object({{"all-types", allTypes}, {"without-transfer", withoutTransfer}}));
+}
+
+std::string composed(Value const& record, Value const& choices) {
+  Composition const composition = compose("media", record, choices);
+  EXPECT_TRUE(static_cast<bool>(composition)) << test::problemsOf(composition);
+  return composition.text();
 }
 
 std::size_t count(std::string const& text, std::string const& piece) {
@@ -76,82 +81,84 @@ std::size_t count(std::string const& text, std::string const& piece) {
 }
 
 TEST(ComposeMedia, WritesCardsByTheChoice) {
-  MediaChoice choice;
-  std::string const common = composed(choice);
+  Value const record = catalogueRecord();
+  std::string const common = composed(record, choices(false, false));
   EXPECT_EQ(count(common, "<card>"), 2U) << "of the types 1 and 0";
   EXPECT_EQ(count(common, "<transfer_temps>"), 2U);
   EXPECT_EQ(count(common, "<top_single min=\"0\" max=\"0\">5</top_single>"), 1U);
   EXPECT_EQ(count(common, "<coercivity>high</coercivity>"), 1U);
   EXPECT_EQ(count(common, "Clear") + count(common, "Globe"), 0U);
-  choice.allTypes = true;
-  EXPECT_EQ(count(composed(choice), "<card>"), 3U);
-  choice.withoutTransfer = true;
-  std::string const without = composed(choice);
+  EXPECT_EQ(count(composed(record, choices(true, false)), "<card>"), 3U);
+  std::string const without = composed(record, choices(true, true));
   EXPECT_EQ(count(without, "<transfer_temps>") + count(without, "<transfer_speeds>"), 0U);
   EXPECT_EQ(count(without, "<laminator_adjustments>"), 3U);
 }
 
 TEST(ComposeMedia, WritesAnEmptyListWithoutCards) {
-  Value empty;
-  empty.kind = Value::Kind::record;
-  Composition const composition = composeMedia(empty);
-  EXPECT_TRUE(composition.composed);
-  EXPECT_EQ(composition.text,
-            "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<media>\n    <cards />\n</media>\n");
+  std::string const empty =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<media>\n    <cards />\n</media>\n";
+  EXPECT_EQ(composed(Value::object(), test::withZeros()), empty);
+  EXPECT_EQ(composed(Value::object({{"cards", Value::list()}}), {}), empty);
 }
 
 TEST(ComposeMedia, WritesAnEntryThatIsNothingAsAClearedCard) {
-  Value record = decodedCatalogue().record;
-  record.members.front().value.items.assign(1, Value());
-  Composition const composition = composeMedia(record);
-  EXPECT_TRUE(composition.composed) << composition.problem.description();
-  EXPECT_EQ(count(composition.text, "<card>"), 1U);
-  EXPECT_EQ(count(composition.text, "<type>0</type>"), 1U);
+  Value record = catalogueRecord();
+  record.set("cards", Value::list({Value()}));
+  std::string const text = composed(record, test::withZeros());
+  EXPECT_EQ(count(text, "<card>"), 1U);
+  EXPECT_EQ(count(text, "<type>0</type>"), 1U);
 }
 
-/// The catalogue's record with one value changed.
-void expectRefused(std::string const& path, std::string const& found,
-                   void (*change)(Value& record)) {
-  Value record = decodedCatalogue().record;
-  change(record);
-  Composition const composition = composeMedia(record);
-  EXPECT_FALSE(composition.composed);
-  EXPECT_EQ(composition.text, "");
-  EXPECT_EQ(composition.problem.path, path);
-  EXPECT_EQ(composition.problem.found, found);
-  EXPECT_NE(composition.problem.expected, "");
+TEST(ComposeMedia, WritesWhatACardLeavesOutAsZeros) {
+  Value const record = Value::object({{"cards", Value::list({Value::object({{"type", 1}})})}});
+  std::string const text = composed(record, {});
+  EXPECT_EQ(count(text, "<type>1</type>"), 1U);
+  EXPECT_EQ(count(text, "<top_single min=\"0\" max=\"0\">0</top_single>"), 1U);
+  EXPECT_EQ(composed(record, test::withZeros()), text);
 }
 
-Value& inner(Value& value, std::string const& name) {
-  for (Member& member : value.members) {
-    if (member.name == name) return member.value;
-  }
-  ADD_FAILURE() << "no " << name;
-  return value;
+/// The catalogue's record with one value changed: the only problem with it.
+void expectRefused(std::string const& path, std::string const& found, Value const& record) {
+  Composition const composition = compose("media", record, test::withZeros());
+  EXPECT_FALSE(composition);
+  EXPECT_EQ(composition.text(), "");
+  ASSERT_EQ(composition.problems().size(), 1U) << test::problemsOf(composition);
+  Problem const problem = composition.problems()[0];
+  EXPECT_EQ(problem.path(), path);
+  EXPECT_EQ(problem.found(), found);
+  EXPECT_NE(problem.expected(), "");
 }
+
+struct Misfit {
+  char const* path;
+  Value value;
+  char const* found;
+};
 
 TEST(ComposeMedia, TellsWhatDoesNotFit) {
-  expectRefused("", "a list", [](Value& record) { record.kind = Value::Kind::list; });
-  expectRefused("cards", "an object",
-                [](Value& record) { inner(record, "cards").kind = Value::Kind::record; });
-  expectRefused("cards[2].type", "9999999999", [](Value& record) {
-    inner(inner(record, "cards").items[2], "type").integer = 9999999999;
-  });
-  expectRefused("cards[0].transfer_temps.top_single.val", "true", [](Value& record) {
-    Value& value =
-        inner(inner(inner(inner(record, "cards").items[0], "transfer_temps"), "top_single"), "val");
-    value.kind = Value::Kind::flag;
-    value.flag = true;
-  });
-  expectRefused("cards[0].cardFeatures.mag_stripe", "1", [](Value& record) {
-    Value& value = inner(inner(inner(record, "cards").items[0], "cardFeatures"), "mag_stripe");
-    value.kind = Value::Kind::integer;
-    value.integer = 1;
-  });
-  expectRefused("films[0].description", "a text of 64 bytes", [](Value& record) {
-    inner(inner(record, "films").items[0], "description").text = std::string(64, 'x');
-  });
-  expectRefused("other", "an unknown key", [](Value& record) { record.members[0].name = "other"; });
+  Misfit const cases[] = {
+      {"cards", Value::object(), "an object"},
+      {"cards[2].type", 9999999999, "9999999999"},
+      {"cards[0].transfer_temps.top_single.val", true, "true"},
+      {"cards[0].cardFeatures.mag_stripe", 1, "1"},
+      {"films[0].description", std::string(64, 'x'), "a text of 64 bytes"},
+      {"other", 1, "an unknown key"},
+  };
+  for (auto const& [path, value, found] : cases) {
+    Value record = catalogueRecord();
+    record.set(path, value);
+    expectRefused(path, found, record);
+  }
+  expectRefused("", "a list", Value::list());
+}
+
+TEST(ComposeMedia, TellsAllThatDoesNotFitInTheOrderOfTheRecord) {
+  Value record = catalogueRecord();
+  record.set("cards[2].type", 9999999999);
+  record.set("cards[0].cardFeatures.mag_stripe", 1);
+  record.set("films[0].description", 7);
+  EXPECT_EQ(test::pathsOf(compose("media", record, test::withZeros())),
+            "cards[0].cardFeatures.mag_stripe cards[2].type films[0].description ");
 }
 
 }  // namespace

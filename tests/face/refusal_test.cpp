@@ -14,13 +14,14 @@ namespace {
 using std::string_literals::operator""s;
 
 Decoding decoded(std::string const& text, std::string const& as = {}) {
-  return decode(text.data(), text.size(), as);
+  return decode(text, as);
 }
 
 /// "LINE:COLUMN: sentence"
 std::string told(Decoding const& decoding) {
-  return std::to_string(decoding.place.line) + ':' + std::to_string(decoding.place.column) + ": " +
-         decoding.description();
+  Refusal const refusal = decoding.refusal();
+  return std::to_string(refusal.line()) + ':' + std::to_string(refusal.column()) + ": " +
+         refusal.message();
 }
 
 struct Refused {
@@ -43,10 +44,8 @@ std::string withAttributes(int count) {
 
 TEST(Refusal, OfAMalformedTextTellsWhatWasFoundAndWhatWouldBeRight) {
   for (Refused const& refused : {
-           Refused{"", "1:1: malformed: found no markup; expected an XML document"},
-           {"text <a/>", "1:1: malformed: found no markup; expected an XML document"},
-           {"\xEF\xBB\xBF<\xEF\xBB\xBF>",
-            "1:4: malformed: found a tag without a name; expected an element's name"},
+           Refused{"\xEF\xBB\xBF<\xEF\xBB\xBF>",
+                   "1:2: malformed: found a tag without a name; expected an element's name"},
            {"<a =1/>",
             "1:4: malformed: found no name in <a>, opened at line 1; expected an attribute, \"/>\" "
             "or \">\""},
@@ -104,24 +103,29 @@ TEST(Refusal, OfAMalformedTextTellsWhatWasFoundAndWhatWouldBeRight) {
        }) {
     Decoding const decoding = decoded(refused.text);
     EXPECT_EQ(told(decoding), refused.told);
-    EXPECT_EQ(decoding.description(),
-              "malformed: found " + decoding.found + "; expected " + decoding.expected);
-    EXPECT_EQ(decoding.status, Decoding::Status::malformed) << refused.told;
-    EXPECT_EQ(decoding.root, "") << refused.told;
-    EXPECT_TRUE(decoding.readings.empty() && decoding.notes.empty()) << refused.told;
+    Refusal const refusal = decoding.refusal();
+    ASSERT_EQ(refusal.expected().size(), 1U) << refused.told;
+    EXPECT_EQ(refusal.message(),
+              "malformed: found " + refusal.found() + "; expected " + refusal.expected()[0]);
+    EXPECT_FALSE(decoding) << refused.told;
+    EXPECT_TRUE(refusal) << refused.told;
+    EXPECT_EQ(refusal.severity(), Severity::error) << refused.told;
+    EXPECT_GE(refusal.endOffset(), refusal.offset()) << refused.told;
+    EXPECT_EQ(decoding.root(), "") << refused.told;
+    EXPECT_TRUE(decoding.readings().empty() && decoding.notes().empty()) << refused.told;
   }
 }
 
 TEST(Refusal, OfAHostileTextTellsTheBound) {
   Decoding const deep = decoded(repeated("<a>", 129) + repeated("</a>", 129));
-  EXPECT_EQ(deep.status, Decoding::Status::hostile);
+  EXPECT_EQ(deep.refusal().id(), "K011");
   EXPECT_EQ(told(deep),
             "1:385: refused: found an element more than 128 deep; expected at most 128 nested "
             "elements");
   Decoding const wide = decoded("<r>\n" + withAttributes(257) + "</r>");
-  EXPECT_EQ(wide.status, Decoding::Status::hostile);
-  EXPECT_EQ(wide.place.line, 2);
-  EXPECT_EQ(wide.description(),
+  EXPECT_EQ(wide.refusal().id(), "K011");
+  EXPECT_EQ(wide.refusal().line(), 2);
+  EXPECT_EQ(wide.refusal().message(),
             "refused: found more than 256 attributes in <a>, opened at line 2; expected at most "
             "256");
 }
@@ -134,7 +138,7 @@ TEST(Refusal, TellsPlacesAsPeopleCountThem) {
            {"<a>\n", "2:1"},
            {"<a>\r", "2:1"},
            {"<a>\r\n", "2:1"},
-           {"<a>\n\r", "3:1"},
+           {"<a>\n\r", "2:1"},
            {"<a>\r\r\n\n", "4:1"},
            {"<a>\r.", "2:2"},
            {"<a>\r\n.", "2:2"},
@@ -145,28 +149,28 @@ TEST(Refusal, TellsPlacesAsPeopleCountThem) {
                   ": malformed: found the end of the text in <a>, opened at line 1; expected </a>");
   }
   // The end is where the host says, whatever stands behind it.
-  EXPECT_EQ(decode("<a>\r\n", 4).place.line, 2);
+  EXPECT_EQ(decode(std::string_view("<a>\r\n", 4)).refusal().line(), 2);
   EXPECT_EQ(told(decoded("<a>\r\0"s)), "2:1: malformed: found a NUL byte; expected text");
   EXPECT_EQ(told(decoded("<a>\r\n\0"s)), "2:1: malformed: found a NUL byte; expected text");
 }
 
 TEST(Refusal, OfAnUnknownRootTellsItsPlace) {
   Decoding const unknown = decoded("<?xml version='1.0'?>\n<!-- x -->\n  <other/>");
-  EXPECT_EQ(unknown.status, Decoding::Status::unknownRoot);
-  EXPECT_EQ(unknown.root, "other");
+  EXPECT_EQ(unknown.refusal().id(), "K013");
+  EXPECT_EQ(unknown.root(), "other");
   EXPECT_EQ(told(unknown),
             "3:3: found root element <other>; expected the root element of a reply that Kovra "
             "reads");
   EXPECT_EQ(told(decoded("<other/>", "job-status")),
             "1:1: found root element <other>; expected <get_job_status>");
-  EXPECT_EQ(decoded("<other/>", "job-status").status, Decoding::Status::unknownRoot);
+  EXPECT_EQ(decoded("<other/>", "job-status").refusal().id(), "K013");
   Decoding const none = decoded("<!-- x -->");
-  EXPECT_EQ(none.status, Decoding::Status::unknownRoot);
-  EXPECT_EQ(none.root, "");
+  EXPECT_EQ(none.refusal().id(), "K013");
+  EXPECT_EQ(none.root(), "");
   EXPECT_EQ(told(none),
-            "0:0: found no root element; expected the root element of a reply that Kovra reads");
+            "1:1: found no root element; expected the root element of a reply that Kovra reads");
   EXPECT_EQ(told(decoded("<!-- x -->", "job-status")),
-            "0:0: found no root element; expected <get_job_status>");
+            "1:1: found no root element; expected <get_job_status>");
   EXPECT_EQ(told(decoded("<other/>", "capabilities")),
             "1:1: found root element <other>; expected one of: <capabilities>, "
             "<get_capabilities>");
@@ -174,8 +178,8 @@ TEST(Refusal, OfAnUnknownRootTellsItsPlace) {
 
 TEST(Refusal, OfTheRootOfAnotherReplyNamesThoseThatWouldBeRight) {
   Decoding const wrong = decoded("<get_general_status/>", "job-list");
-  EXPECT_EQ(wrong.status, Decoding::Status::wrongRoot);
-  EXPECT_EQ(wrong.root, "get_general_status");
+  EXPECT_EQ(wrong.refusal().id(), "K014");
+  EXPECT_EQ(wrong.root(), "get_general_status");
   EXPECT_EQ(told(wrong), "1:1: found root element <get_general_status>; expected <get_job_list>");
   EXPECT_EQ(told(decoded("<get_general_status/>", "configuration")),
             "1:1: found root element <get_general_status>; expected one of: <configuration>, "
@@ -184,52 +188,106 @@ TEST(Refusal, OfTheRootOfAnotherReplyNamesThoseThatWouldBeRight) {
 
 TEST(Refusal, OfAnUnknownNameListsAllNames) {
   std::string names;
-  for (Document const& document : documents()) {
-    names += (names.empty() ? "" : ", ") + document.name;
+  for (Message const& message : messages()) {
+    if (message.isRead()) names += (names.empty() ? "" : ", ") + message.name();
   }
   Decoding const unknown = decoded("<get_general_status/>", "general");
-  EXPECT_EQ(unknown.status, Decoding::Status::unknownName);
-  EXPECT_EQ(told(unknown), "0:0: unknown document \"general\"; expected one of: " + names);
-  EXPECT_EQ(unknown.found + unknown.root, "\"general\"");
+  EXPECT_EQ(unknown.refusal().id(), "K015");
+  EXPECT_EQ(told(unknown), "0:0: unknown message \"general\"; expected one of: " + names);
+  EXPECT_EQ(unknown.refusal().found() + unknown.root(), "\"general\"");
 }
 
 // Whatever else is wrong: first the name, then what no XML can hold, then the XML.
 TEST(Refusal, TellsTheFirstThingThatIsWrong) {
-  EXPECT_EQ(decoded("<a\0"s, "general").status, Decoding::Status::unknownName);
+  EXPECT_EQ(decoded("<a\0"s, "general").refusal().id(), "K015");
   EXPECT_EQ(told(decoded("<a b\n<\0"s)), "2:2: malformed: found a NUL byte; expected text");
-  EXPECT_EQ(decoded("<other", "job-list").status, Decoding::Status::malformed);
+  EXPECT_EQ(decoded("<other", "job-list").refusal().id(), "K005");
 }
 
 TEST(Refusal, OfNothingIsOne) {
-  EXPECT_EQ(told(decode(nullptr, 0)), "1:1: malformed: found no markup; expected an XML document");
-  EXPECT_EQ(decode(nullptr, 5).status, Decoding::Status::malformed);
-  EXPECT_EQ(Decoding().status, Decoding::Status::malformed) << "born refused";
+  for (std::string_view const nothing : {"", " ", "\r\n\t", "\xEF\xBB\xBF"}) {
+    Decoding const empty = decode(nothing);
+    EXPECT_EQ(empty.refusal().id(), "K001") << nothing;
+    EXPECT_EQ(told(empty), "1:1: found an empty text; expected an XML document") << nothing;
+  }
+  EXPECT_EQ(decode(std::string_view()).refusal().id(), "K001");
+  Decoding const born;
+  EXPECT_FALSE(born);
+  EXPECT_TRUE(born.readings().empty() && born.notes().empty());
+  EXPECT_EQ(born.root() + born.refusal().id() + born.refusal().message(), "");
+}
+
+TEST(Refusal, OfTextBeforeTheDocumentTellsWhereThatBegins) {
+  std::string const reply = "<get_general_status><error>5</error></get_general_status>";
+  Decoding const refused = decode("printer> status\n" + reply);
+  EXPECT_EQ(refused.refusal().id(), "K002");
+  EXPECT_EQ(told(refused),
+            "1:1: found text before the document, which begins at byte 16; expected an XML "
+            "document");
+  EXPECT_EQ(refused.refusal().offset(), 0U);
+  EXPECT_EQ(refused.refusal().endOffset(), 16U);
+  EXPECT_EQ(decode("no markup").refusal().id(), "K002");
+
+  Decoding const skipped = decode("\nprinter> 5 < 6\n" + reply, {}, ReadOptions().skipTextBefore());
+  ASSERT_TRUE(skipped) << skipped.refusal().message();
+  EXPECT_EQ(skipped.readings()[0].record().at("error").asInteger(), 5);
+  ASSERT_EQ(skipped.notes().size(), 1U);
+  EXPECT_EQ(skipped.notes()[0].id(), "K109");
+  EXPECT_EQ(skipped.notes()[0].line(), 2);
+  EXPECT_EQ(skipped.notes()[0].endOffset(), 16U);
+  EXPECT_TRUE(decode(reply, {}, ReadOptions().skipTextBefore()).notes().empty());
+  Decoding const broken = decode("x <a>\n</b>", {}, ReadOptions().skipTextBefore());
+  EXPECT_EQ(told(broken), "2:1: malformed: found </b> in <a>, opened at line 1; expected </a>");
+  EXPECT_EQ(broken.refusal().offset(), 6U) << "in the host's bytes";
+}
+
+TEST(Refusal, OfFilesThatAreNoTextNamesThem) {
+  EXPECT_EQ(decode("\x1F\x8B\x08").refusal().id(), "K003");
+  EXPECT_EQ(told(decode("\x1F\x8B\x08")), "1:1: found a file compressed with gzip; expected text");
+  for (std::string const& text : {"\xFF\xFE<\0a\0/\0>\0"s, "\xFE\xFF\0<\0a\0/\0>"s, "<\0a\0/\0>\0"s,
+                                  "\0<\0a\0/\0>"s, "\xFF\xFE"s}) {
+    EXPECT_EQ(decode(text).refusal().id(), "K004");
+  }
+}
+
+/// ASCII as UTF-16.
+std::string wide(std::string_view text, bool isBig) {
+  std::string bytes;
+  for (char const c : text) bytes += isBig ? std::string{'\0', c} : std::string{c, '\0'};
+  return bytes;
+}
+
+TEST(Encodings, ThatAreDeclaredAreConverted) {
+  std::string const before =
+      "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<get_wireless_status><ssid>";
+  std::string const behind = "</ssid><x/></get_wireless_status>";
+  for (bool const isBig : {false, true}) {
+    std::string const letters = isBig ? "\0\xE9\xD8\x3D\xDE\x00"s : "\xE9\0\x3D\xD8\x00\xDE"s;
+    for (std::string const& mark : {isBig ? "\xFE\xFF"s : "\xFF\xFE"s, ""s}) {
+      std::string const text = mark + wide(before, isBig) + letters + wide(behind, isBig);
+      Decoding const decoding = decode(text);
+      ASSERT_TRUE(decoding) << decoding.refusal().message();
+      EXPECT_EQ(decoding.readings()[0].record().at("ssid").asText(), "\xC3\xA9\xF0\x9F\x98\x80");
+      ASSERT_EQ(decoding.notes().size(), 1U);
+      Note const note = decoding.notes()[0];
+      EXPECT_EQ(text.substr(note.offset(), note.endOffset() - note.offset()), wide("<x/>", isBig));
+      EXPECT_EQ(note.line(), 2);
+      EXPECT_EQ(note.column(), 37);
+    }
+  }
+  std::string const half = wide(before, false) + "\x00\xD8"s + wide(behind, false);
+  Decoding const decoding = decode(half);
+  ASSERT_TRUE(decoding);
+  EXPECT_EQ(decoding.readings()[0].record().at("ssid").asText(), "\xEF\xBF\xBD");
+  EXPECT_EQ(decoding.notes()[0].id(), "K106");
 }
 
 // No test has so much memory; the scanner's own tests see that it says so.
 TEST(Refusal, OfATextThatIsTooLongTellsTheLimit) {
-  frame::Scan scan;
-  scan.fault = frame::Fault::tooLong;
-  Decoding const refused = refuseText("<a/>", scan);
-  EXPECT_EQ(refused.status, Decoding::Status::hostile);
-  EXPECT_EQ(refused.description(),
+  detail::FindingData const refused = refuseLength();
+  EXPECT_STREQ(refused.kind->id, "K011");
+  EXPECT_EQ(refused.sentence(),
             "refused: found a text of more than 2147483647 bytes; expected a reply");
-}
-
-TEST(Refusal, OfNoFaultHasNoWords) {
-  for (frame::Fault const fault : {frame::Fault::none, static_cast<frame::Fault>(99)}) {
-    frame::Scan scan;
-    scan.fault = fault;
-    Decoding const refused = refuseText("<a/>", scan);
-    EXPECT_EQ(refused.found + refused.expected, "");
-  }
-}
-
-TEST(Refusal, OfAStatusThatIsNoneHasNoSentence) {
-  Decoding decoding;
-  decoding.found = decoding.expected = "x";
-  decoding.status = static_cast<Decoding::Status>(99);
-  EXPECT_EQ(decoding.description(), "");
 }
 
 }  // namespace

@@ -27,9 +27,10 @@ TEST(AssignedValues, MakeTheRecordThatShowedThem) {
       "<mac>0A:1b:2c:3d:4e:5f</mac><level min='1' max='9'>12</level>"
       "<ratio min='-0.5' max='0.5'>0.25</ratio>";
   Sample assigned{};
-  Problem problem;
-  EXPECT_EQ(assignAll(table, assigned, watched(children).shown, problem), Assigned::done)
-      << problem.path << problem.found;
+  Problems problems;
+  EXPECT_EQ(assignAll(table, assigned, Watched(children).shown, problems), Assigned::done)
+      << problems.all().front().path;
+  EXPECT_TRUE(problems.empty());
   EXPECT_TRUE(same(assigned, walked(children, Sample{}).record));
 }
 
@@ -37,78 +38,127 @@ TEST(AssignedValues, LeaveMembersThatTheyDoNotName) {
   auto record = filled<Sample>();
   auto expected = record;
   expected.whole = 5;
-  Problem problem;
-  EXPECT_EQ(assignAll(table, record, watched("<whole>5</whole>").shown, problem), Assigned::done);
+  Problems problems;
+  EXPECT_EQ(assignAll(table, record, Value::object({{"whole", 5}}), problems), Assigned::done);
   EXPECT_TRUE(same(record, expected));
 }
 
-/// The problem with a value for the member `name`.
-Problem problemWith(std::string const& name, Value const& value) {
-  Value whole;
-  whole.kind = Value::Kind::record;
-  whole.members.push_back({name, value});
+/// What is wrong with the values, all of which are.
+std::vector<Trouble> troublesWith(Value const& values) {
   Sample record{};
-  Problem problem;
-  EXPECT_EQ(assignAll(table, record, whole, problem), Assigned::failed) << name;
-  EXPECT_TRUE(same(record, Sample{})) << name;
-  EXPECT_FALSE(problem.found.empty() || problem.expected.empty()) << name;
-  return problem;
+  Problems problems;
+  EXPECT_EQ(assignAll(table, record, values, problems), Assigned::failed);
+  EXPECT_TRUE(same(record, Sample{}));
+  for (Trouble const& trouble : problems.all()) {
+    EXPECT_FALSE(trouble.found.empty() || trouble.expected.empty()) << trouble.path;
+  }
+  return {problems.all().begin(), problems.all().end()};
+}
+
+/// The only problem with a value for the member `name`.
+Trouble problemWith(std::string_view name, Value const& value) {
+  std::vector<Trouble> const troubles = troublesWith(Value::object({{name, value}}));
+  EXPECT_EQ(troubles.size(), 1U) << name;
+  return troubles.empty() ? Trouble() : troubles.front();
 }
 
 TEST(AssignedValues, ThatDoNotFitAreProblemsAndNothingIsStored) {
-  using std::string_view;
-  EXPECT_EQ(problemWith("whole", shown(2147483648L)).path, "whole");
-  EXPECT_EQ(problemWith("whole", shown(string_view("5"))).found, "\"5\"");
-  EXPECT_EQ(problemWith("narrow", shown(-1)).found, "-1");
-  EXPECT_EQ(problemWith("natural", shown(-1)).found, "-1");
-  EXPECT_EQ(problemWith("real", shown(string_view("5"))).path, "real");
-  EXPECT_EQ(problemWith("text", shown(string_view("12345678"))).path, "text");
-  EXPECT_EQ(problemWith("text", shown(string_view("a\0b", 3))).path, "text");
-  EXPECT_EQ(problemWith("text", shown(5)).found, "5");
-  EXPECT_EQ(problemWith("locked", shown(1)).found, "1");
-  EXPECT_EQ(problemWith("word", shown(string_view("triple"))).path, "word");
-  EXPECT_EQ(problemWith("mac", shown(string_view("01:02"))).path, "mac");
-  EXPECT_EQ(problemWith("flags", shown(4)).path, "flags");
-  EXPECT_EQ(problemWith("bits", shown(1)).path, "bits");
-  EXPECT_EQ(problemWith("inner", shown(1)).path, "inner");
-  Value inner = watched("<inner><depth>3</depth></inner>").shown.members[0].value;
-  inner.members[0].value = shown(true);
-  EXPECT_EQ(problemWith("inner", inner).path, "inner.depth");
+  EXPECT_EQ(problemWith("whole", 2147483648L).path, "whole");
+  EXPECT_EQ(problemWith("whole", "5").found, "\"5\"");
+  EXPECT_EQ(problemWith("narrow", -1).found, "-1");
+  EXPECT_EQ(problemWith("natural", -1).found, "-1");
+  EXPECT_EQ(problemWith("real", "5").path, "real");
+  EXPECT_EQ(problemWith("text", "12345678").path, "text");
+  EXPECT_EQ(problemWith("text", std::string_view("a\0b", 3)).path, "text");
+  EXPECT_EQ(problemWith("text", 5).found, "5");
+  EXPECT_EQ(problemWith("locked", 1).found, "1");
+  EXPECT_EQ(problemWith("word", "triple").path, "word");
+  EXPECT_EQ(problemWith("mac", "01:02").path, "mac");
+  EXPECT_EQ(problemWith("flags", 4).path, "flags");
+  EXPECT_EQ(problemWith("bits", 1).path, "bits");
+  EXPECT_EQ(problemWith("inner", 1).path, "inner");
+  EXPECT_EQ(problemWith("inner", Value::object({{"depth", true}})).path, "inner.depth");
+}
+
+TEST(AssignedValues, ThatDoNotFitAreAllToldInTheirOrder) {
+  std::string told;
+  for (Trouble const& trouble : troublesWith(
+           Value::object({{"text", 5},
+                          {"inner", Value::object({{"tag", "four"}, {"no", 1}, {"depth", true}})},
+                          {"level", Value::object({{"max", "x"}, {"min", "y"}})},
+                          {"flags", Value::object({{"second", true}, {"first", 1}})},
+                          {"unknown", 1},
+                          {"whole", "5"}}))) {
+    told += trouble.path + ' ';
+  }
+  EXPECT_EQ(told,
+            "text inner.tag inner.no inner.depth level.max level.min flags.second flags.first "
+            "unknown whole ");
+}
+
+TEST(AssignedValues, ThatFitAreStoredBesideThoseThatDoNot) {
+  Sample record{};
+  Sample expected{};
+  expected.whole = 5;
+  expected.inner.depth = 6;
+  Problems problems;
+  EXPECT_EQ(assignAll(table, record,
+                      Value::object({{"real", "x"},
+                                     {"whole", 5},
+                                     {"inner", Value::object({{"tag", 1}, {"depth", 6}})}}),
+                      problems),
+            Assigned::failed);
+  EXPECT_EQ(problems.all().size(), 2U);
+  EXPECT_TRUE(same(record, expected));
+}
+
+TEST(AssignedValues, OfWhichThousandsDoNotFitAreNotAllKept) {
+  Value wrong = Value::object();
+  for (int i = 0; i < 1000; ++i) wrong.add("unknown" + std::to_string(i), i);
+  Sample record{};
+  Problems problems;
+  EXPECT_EQ(assignAll(table, record, wrong, problems), Assigned::failed);
+  ASSERT_EQ(problems.all().size(), 100U);
+  EXPECT_EQ(problems.all().back().path, "unknown99");
+  EXPECT_EQ(assignAll(table, record, Value::object({{"inner", wrong}}), problems),
+            Assigned::failed);
+  EXPECT_EQ(problems.all().size(), 100U);
+  EXPECT_EQ(problems.all().back().path, "unknown99") << "and keeps its path";
 }
 
 Value secret(Value value) {
-  value.secret = true;
+  value.markSecret();
   return value;
 }
 
 TEST(AssignedValues, ThatAreSecretsAreNotTold) {
-  using std::string_view;
-  EXPECT_EQ(problemWith("whole", secret(shown(string_view("hush")))).found, "a text of 4 bytes");
-  EXPECT_EQ(problemWith("whole", secret(shown(true))).found, "a flag");
-  EXPECT_EQ(problemWith("whole", secret(shown(2147483648L))).found, "a number");
-  EXPECT_EQ(problemWith("whole", secret(shown(2147483648UL))).found, "a number");
-  EXPECT_EQ(problemWith("whole", secret(shown(1.5F))).found, "a number");
-  EXPECT_EQ(problemWith("whole", secret(shownKeyword(1, "hush", false))).found, "a keyword");
-  EXPECT_EQ(problemWith("word", secret(shown(string_view("hush")))).found, "a text of 4 bytes");
+  EXPECT_EQ(problemWith("whole", secret("hush")).found, "a text of 4 bytes");
+  EXPECT_EQ(problemWith("whole", secret(true)).found, "a flag");
+  EXPECT_EQ(problemWith("whole", secret(2147483648L)).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(2147483648UL)).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(1.5F)).found, "a number");
+  EXPECT_EQ(problemWith("whole", secret(Value::unknownKeyword(1, "hush"))).found, "a keyword");
+  EXPECT_EQ(problemWith("word", secret("hush")).found, "a text of 4 bytes");
   EXPECT_EQ(problemWith("whole", secret(Value())).found, "nothing");
 }
 
 TEST(AssignedKeywords, ThatDoNotFitAreToldByTheirCodeUnlessTheyAreSecrets) {
   int code = 5;
-  Problem problem;
-  EXPECT_EQ(assignKeyword(code, shown(128), words, -128, 127, problem), Assigned::failed);
-  EXPECT_EQ(problem.found, "128");
-  EXPECT_EQ(problem.expected, "a code that the member can hold");
-  EXPECT_EQ(assignKeyword(code, secret(shown(128)), words, -128, 127, problem), Assigned::failed);
-  EXPECT_EQ(problem.found, "a code");
+  Problems problems;
+  EXPECT_EQ(assignKeyword(code, 128, words, -128, 127, problems), Assigned::failed);
+  EXPECT_EQ(assignKeyword(code, secret(128), words, -128, 127, problems), Assigned::failed);
   EXPECT_EQ(code, 5);
+  ASSERT_EQ(problems.all().size(), 2U);
+  EXPECT_EQ(problems.all()[0].found, "128");
+  EXPECT_EQ(problems.all()[0].expected, "a code that the member can hold");
+  EXPECT_EQ(problems.all()[1].found, "a code");
 }
 
 TEST(AssignedKeywords, AreWordsToTheirEnd) {
   int code = 5;
-  Problem problem;
-  Value const cut = shown(std::string_view("dual\0more", 9));
-  EXPECT_EQ(assignKeyword(code, cut, words, INT_MIN, INT_MAX, problem), Assigned::failed);
+  Problems problems;
+  Value const cut = std::string_view("dual\0more", 9);
+  EXPECT_EQ(assignKeyword(code, cut, words, INT_MIN, INT_MAX, problems), Assigned::failed);
   EXPECT_EQ(code, 5);
 }
 
@@ -116,10 +166,10 @@ TEST(AssignedKeywords, AreWordsToTheirEnd) {
 std::string assigned(std::string const& text) {
   char out[8];
   std::memset(out, 'm', sizeof out);
-  Problem problem;
-  if (assignText(out, shown(std::string_view(text)), problem) == Assigned::failed) {
+  Problems problems;
+  if (assignText(out, text, problems) == Assigned::failed) {
     EXPECT_EQ(std::string(out, sizeof out), "mmmmmmmm") << text;
-    return problem.found + "; " + problem.expected;
+    return problems.all().front().found + "; " + problems.all().front().expected;
   }
   for (std::size_t i = text.size(); i < sizeof out; ++i) EXPECT_EQ(out[i], '\0') << text;
   return out;
@@ -171,26 +221,20 @@ TEST(AssignedTexts, HoldOnlyCharactersThatXmlHas) {
 }
 
 TEST(AssignedValues, UnderAnUnknownKeyAreToldTheKnownOnes) {
-  Problem const problem = problemWith("unknown", shown(1));
+  Trouble const problem = problemWith("unknown", 1);
   EXPECT_EQ(problem.path, "unknown");
   EXPECT_EQ(problem.found, "an unknown key");
   EXPECT_NE(problem.expected.find("whole, narrow"), std::string::npos) << problem.expected;
-  Value flags;
-  flags.kind = Value::Kind::record;
-  flags.members.push_back({"second", shown(true)});
+  Value const flags = Value::object({{"second", true}});
   EXPECT_EQ(problemWith("flags", flags).path, "flags.second");
   EXPECT_EQ(problemWith("flags", flags).expected, "one of: first, third");
 }
 
 /// A list of entries: each with that depth, or nothing where it is negative.
 Value listOfDepths(std::vector<int> const& depths) {
-  Value list;
-  list.kind = Value::Kind::list;
+  Value list = Value::list();
   for (int const depth : depths) {
-    Value& item = list.items.emplace_back();
-    if (depth < 0) continue;
-    item.kind = Value::Kind::record;
-    item.members.push_back({"depth", shown(depth)});
+    list.append(depth < 0 ? Value() : Value::object({{"depth", depth}}));
   }
   return list;
 }
@@ -199,47 +243,50 @@ TEST(AssignedEntries, FillTheArrayAndSkipWhatIsNothing) {
   auto list = filled<List>();
   auto expected = list;
   expected.items[1].depth = 5;
-  Problem problem;
-  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({-1, 5}), problem), Assigned::done);
+  Problems problems;
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({-1, 5}), problems), Assigned::done);
   EXPECT_TRUE(same(list, expected));
-  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({}), problem), Assigned::done);
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({}), problems), Assigned::done);
   EXPECT_TRUE(same(list, expected));
 }
 
 TEST(AssignedEntries, ThatDoNotFitAreProblems) {
   List list{};
-  Problem problem;
-  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({1, 2, 3}), problem),
+  Problems problems;
+  EXPECT_EQ(assignEntries(items, list.items, 2, listOfDepths({1, 2, 3}), problems),
             Assigned::failed);
-  EXPECT_EQ(problem.found, "a list of 3");
+  EXPECT_EQ(problems.all().front().found, "a list of 3");
   EXPECT_TRUE(same(list, List{}));
-  EXPECT_EQ(assignEntries(items, list.items, 2, shown(1), problem), Assigned::failed);
+  EXPECT_EQ(assignEntries(items, list.items, 2, 1, problems), Assigned::failed);
+}
 
-  Value wrong = listOfDepths({1, 2});
-  wrong.items[1].members[0].value = shown(true);
-  problem = {};
-  EXPECT_EQ(assignEntries(items, list.items, 2, wrong, problem), Assigned::failed);
-  EXPECT_EQ(problem.path, "[1].depth");
+TEST(AssignedEntries, ThatDoNotFitAreAllToldByTheirNumbers) {
+  List list{};
+  Problems problems;
+  Value const wrong =
+      Value::list({Value::object({{"tag", 1}, {"depth", true}}), Value::object({{"depth", true}})});
+  EXPECT_EQ(assignEntries(items, list.items, 2, wrong, problems), Assigned::failed);
+  ASSERT_EQ(problems.all().size(), 3U);
+  EXPECT_EQ(problems.all()[0].path, "[0].tag");
+  EXPECT_EQ(problems.all()[1].path, "[0].depth");
+  EXPECT_EQ(problems.all()[2].path, "[1].depth");
 }
 
 TEST(AssignedValues, MayNameAKeywordByItsWordItsCodeOrBoth) {
-  for (Value const& value : {shown(std::string_view("dual")), shown(2), shown(2UL)}) {
-    Value whole;
-    whole.kind = Value::Kind::record;
-    whole.members.push_back({"word", value});
+  for (Value const& value : {Value("dual"), Value(2), Value(2UL), Value::keyword(2, "dual"),
+                             Value::keyword(2, "other")}) {
     Sample record{};
-    Problem problem;
-    EXPECT_EQ(assignAll(table, record, whole, problem), Assigned::done) << problem.found;
+    Problems problems;
+    EXPECT_EQ(assignAll(table, record, Value::object({{"word", value}}), problems), Assigned::done);
     EXPECT_EQ(record.word, 2);
   }
-  Value keyword;
-  keyword.kind = Value::Kind::record;
-  keyword.members.push_back({"code", shown(7)});
-  keyword.members.push_back({"name", shown(std::string_view("dual"))});
-  int code = 0;
-  Problem problem;
-  EXPECT_EQ(assignKeyword(code, keyword, words, INT_MIN, INT_MAX, problem), Assigned::done);
-  EXPECT_EQ(code, 7);
+  for (Value const& both :
+       {Value::object({{"code", 7}, {"name", "dual"}}), Value::keyword(7, "dual")}) {
+    int code = 0;
+    Problems problems;
+    EXPECT_EQ(assignKeyword(code, both, words, INT_MIN, INT_MAX, problems), Assigned::done);
+    EXPECT_EQ(code, 7);
+  }
 }
 
 }  // namespace

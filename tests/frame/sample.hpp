@@ -6,13 +6,15 @@
 
 #include <gtest/gtest.h>
 
-#include <span>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "frame/field.hpp"
 #include "support/records.hpp"
 #include "support/tree.hpp"
+#include "support/twin_trees.hpp"
 
 namespace Kovra::test {
 
@@ -70,9 +72,7 @@ inline constexpr frame::Table groupTable = {
 struct CountReadings : frame::NeverWritten, frame::NeverAssigned {
   static bool read(frame::Element, Sample& record, frame::Watch const& watch) {
     ++record.odd;
-    frame::remark(watch, [&](frame::Observer& observer) {
-      observer.member("odd", frame::shown(record.odd));
-    });
+    frame::remark(watch, [&](frame::Observer& observer) { observer.member("odd", record.odd); });
     return record.odd % 2 == 1;
   }
 };
@@ -90,8 +90,8 @@ inline constexpr frame::Table table = {
     frame::knownKeyword<&Sample::known, words>("known"),
     frame::anyKeyword<&Sample::any, words>("any"),
     frame::keyword<&Sample::shade, shades>("shade"),
-    frame::flagIf<&Sample::locked, "locked">("lock"),
-    frame::flagUnless<&Sample::open, "closed">("door"),
+    frame::flagIf<&Sample::locked, "locked", "unlocked">("lock"),
+    frame::flagUnless<&Sample::open, "closed", "open">("door"),
     frame::enabled<&Sample::enabled>("enabled"),
     frame::yesOrNo<&Sample::wanted>("wanted"),
     frame::bitFlag<&Sample::flags, flagBits>("first"),
@@ -119,22 +119,45 @@ inline Walked walked(std::string const& children, Sample const& start = filled<S
 }
 
 /// The same walk over a cleared record, observed.
-struct Watched {
+class Watched {
+ public:
+  explicit Watched(std::string const& children)
+      : scanned_("<sample>" + children + "</sample>"),
+        usage_(scanned_.tree().nodes().size(), scanned_.tree().attributeCount()) {
+    scanned_.tree().watch(&usage_);
+    frame::Observer observer(scanned_.tree(), shown);
+    Sample record{};
+    result = walk(frame::firstElement(scanned_.tree()), table, record, observer);
+    remarks = observer.remarks();
+    unlisted = observer.unlisted();
+  }
+
+  /// The name of the element that a remark is about.
+  std::string elementOf(frame::Remark const& remark) const {
+    return std::string(frame::Element(scanned_.tree(), remark.index).name());
+  }
+  /// The names of the elements below the root that are in that state, in their order.
+  std::vector<std::string> elements(frame::Usage::State state) const {
+    std::vector<std::string> names;
+    frame::Tree const& tree = scanned_.tree();
+    for (std::uint32_t i = 1; i < tree.nodes().size(); ++i) {
+      if (tree.node(i).kind != frame::NodeKind::element || usage_.nodes()[i] != state) continue;
+      names.emplace_back(tree.view(tree.node(i).value));
+    }
+    return names;
+  }
+  frame::Tree const& tree() const { return scanned_.tree(); }
+  frame::Usage const& usage() const { return usage_; }
+
   bool result = false;
   Value shown;
-  std::vector<Note> notes;
-};
+  std::vector<frame::Remark> remarks;
+  std::size_t unlisted = 0;
 
-inline Watched watched(std::string const& children) {
-  std::string const text = "<sample>" + children + "</sample>";
-  frame::Reply const reply(text.data(), text.size());
-  Watched outcome;
-  frame::Observer observer(outcome.shown);
-  Sample record{};
-  outcome.result = walk(frame::firstElement(reply.tree()), table, record, observer);
-  for (auto const& remark : observer.remarks()) outcome.notes.push_back(remark.note);
-  return outcome;
-}
+ private:
+  Scanned scanned_;
+  frame::Usage usage_;
+};
 
 struct List {
   Inner items[2];

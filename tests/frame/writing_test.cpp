@@ -177,55 +177,41 @@ TEST(Writing, UncountedRowsLeaveTheResult) {
 
 // Values.
 
-Value text(std::string const& contents) {
-  return shown(std::string_view(contents));
+std::string told(Trouble const& trouble) {
+  return (trouble.path.empty() ? "" : trouble.path + ": ") + "found " + trouble.found +
+         "; expected " + trouble.expected;
 }
 
-Value object(std::vector<std::pair<std::string, Value>> const& members) {
-  Value value;
-  value.kind = Value::Kind::record;
-  for (auto const& [name, inner] : members) {
-    value.members.emplace_back();
-    value.members.back().name = name;
-    value.members.back().value = inner;
-  }
-  return value;
-}
-
-Value list(std::vector<Value> const& items) {
-  Value value;
-  value.kind = Value::Kind::list;
-  value.items = items;
-  return value;
-}
-
-/// "path: found ...; expected ..." or "done".
+/// "path: found ...; expected ...", a line for each problem, or "done".
 std::string assigned(Sample& sample, Value const& value) {
-  Problem problem;
-  return assignAll(table, sample, value, problem) == Assigned::done ? "done"
-                                                                    : problem.description();
+  Problems problems;
+  if (assignAll(table, sample, value, problems) == Assigned::done) return "done";
+  std::string all;
+  for (Trouble const& trouble : problems.all()) all += (all.empty() ? "" : "\n") + told(trouble);
+  return all;
 }
 
-std::string refusal(std::string const& member, Value const& value) {
+std::string refusal(std::string_view member, Value const& value) {
   Sample sample{};
-  return assigned(sample, object({{member, value}}));
+  return assigned(sample, Value::object({{member, value}}));
 }
 
 TEST(Assigning, FillsTheMembersThatAreNamed) {
   Sample sample = example();
   EXPECT_EQ(
-      assigned(sample, object({{"number", shown(7)},
-                               {"natural", shown(8L)},
-                               {"real", shown(9)},
-                               {"text", text("x")},
-                               {"secret", text("new")},
-                               {"hardware", text("01:02:03:04:05:FF")},
-                               {"on", shown(false)},
-                               {"open", shown(false)},
-                               {"speed", text("quick")},
-                               {"level", shown(2)},
-                               {"bits", object({{"first", shown(true)}, {"third", shown(false)}})},
-                               {"bound", object({{"whole", object({{"val", shown(3)}})}})}})),
+      assigned(sample,
+               Value::object({{"number", 7},
+                              {"natural", 8L},
+                              {"real", 9},
+                              {"text", "x"},
+                              {"secret", "new"},
+                              {"hardware", "01:02:03:04:05:FF"},
+                              {"on", false},
+                              {"open", false},
+                              {"speed", "quick"},
+                              {"level", 2},
+                              {"bits", Value::object({{"first", true}, {"third", false}})},
+                              {"bound", Value::object({{"whole", Value::object({{"val", 3}})}})}})),
       "done");
   EXPECT_EQ(sample.number, 7);
   EXPECT_EQ(sample.natural, 8U);
@@ -245,176 +231,209 @@ TEST(Assigning, FillsTheMembersThatAreNamed) {
 
 TEST(Assigning, TakesKeywordsInThreeForms) {
   Sample sample{};
-  EXPECT_EQ(assigned(sample, object({{"speed", shown(1)}})), "done");
+  EXPECT_EQ(assigned(sample, Value::object({{"speed", 1}})), "done");
   EXPECT_EQ(sample.speed, fast);
-  EXPECT_EQ(assigned(sample, object({{"speed", text("slow")}})), "done");
+  EXPECT_EQ(assigned(sample, Value::object({{"speed", "slow"}})), "done");
   EXPECT_EQ(sample.speed, slow);
-  EXPECT_EQ(assigned(sample, object({{"speed", object({{"code", shown(7)}, {"name", Value()}})}})),
-            "done");
+  EXPECT_EQ(
+      assigned(sample, Value::object({{"speed", Value::object({{"code", 7}, {"name", Value()}})}})),
+      "done");
   EXPECT_EQ(static_cast<int>(sample.speed), 7) << "any code may be held";
 }
 
 TEST(Assigning, NamesTheKnownKeys) {
-  EXPECT_EQ(refusal("numbr", shown(1)),
+  EXPECT_EQ(refusal("numbr", 1),
             "numbr: found an unknown key; expected one of: number, natural, real, text, secret, "
             "hardware, on, open, speed, level, bits, bound");
-  EXPECT_EQ(refusal("bound", object({{"wole", shown(1)}})),
+  EXPECT_EQ(refusal("bound", Value::object({{"wole", 1}})),
             "bound.wole: found an unknown key; expected one of: whole, real");
-  EXPECT_EQ(refusal("bound", object({{"whole", object({{"value", shown(1)}})}})),
+  EXPECT_EQ(refusal("bound", Value::object({{"whole", Value::object({{"value", 1}})}})),
             "bound.whole.value: found an unknown key; expected one of: min, max, val");
-  EXPECT_EQ(refusal("bits", object({{"second", shown(true)}})),
+  EXPECT_EQ(refusal("bits", Value::object({{"second", true}})),
             "bits.second: found an unknown key; expected one of: first, third");
   std::string const longer("first\0", 6);
-  EXPECT_EQ(refusal("bits", object({{longer, shown(true)}})),
+  EXPECT_EQ(refusal("bits", Value::object({{longer, true}})),
             "bits." + longer + ": found an unknown key; expected one of: first, third")
       << "a word with more behind its end";
-  EXPECT_EQ(refusal("group", object({})).substr(0, 27), "group: found an unknown key")
+  EXPECT_EQ(refusal("group", Value::object({})).substr(0, 27), "group: found an unknown key")
       << "an element without a member";
 }
 
 TEST(Assigning, RefusesOtherKinds) {
-  EXPECT_EQ(refusal("number", text("six")),
+  EXPECT_EQ(refusal("number", "six"),
             "number: found \"six\"; expected a whole number from -2147483648 to 2147483647");
-  EXPECT_EQ(refusal("number", shown(1.5F)),
+  EXPECT_EQ(refusal("number", 1.5F),
             "number: found 1.500000; expected a whole number from -2147483648 to 2147483647");
   EXPECT_EQ(refusal("number", Value()),
             "number: found nothing; expected a whole number from -2147483648 to 2147483647");
-  EXPECT_EQ(refusal("real", text("1")), "real: found \"1\"; expected a number");
-  EXPECT_EQ(refusal("text", shown(1)), "text: found 1; expected a text");
-  EXPECT_EQ(refusal("on", text("enabled")), "on: found \"enabled\"; expected true or false");
-  EXPECT_EQ(refusal("open", shown(1)), "open: found 1; expected true or false");
-  EXPECT_EQ(refusal("bits", shown(5)), "bits: found 5; expected an object");
-  EXPECT_EQ(refusal("bits", object({{"first", shown(1)}})),
+  EXPECT_EQ(refusal("real", "1"), "real: found \"1\"; expected a number");
+  EXPECT_EQ(refusal("text", 1), "text: found 1; expected a text");
+  EXPECT_EQ(refusal("on", "enabled"), "on: found \"enabled\"; expected true or false");
+  EXPECT_EQ(refusal("open", 1), "open: found 1; expected true or false");
+  EXPECT_EQ(refusal("bits", 5), "bits: found 5; expected an object");
+  EXPECT_EQ(refusal("bits", Value::object({{"first", 1}})),
             "bits.first: found 1; expected true or false");
-  EXPECT_EQ(refusal("bound", list({})), "bound: found a list; expected an object");
-  EXPECT_EQ(refusal("speed", text("sluggish")),
+  EXPECT_EQ(refusal("bound", Value::list({})), "bound: found a list; expected an object");
+  EXPECT_EQ(refusal("speed", "sluggish"),
             "speed: found \"sluggish\"; expected one of: slow, fast, quick");
-  EXPECT_EQ(refusal("speed", shown(true)),
+  EXPECT_EQ(refusal("speed", true),
             "speed: found true; expected a keyword: its code, or one of: slow, fast, quick");
   Sample sample{};
-  EXPECT_EQ(assigned(sample, list({})), "found a list; expected an object");
+  EXPECT_EQ(assigned(sample, Value::list({})), "found a list; expected an object");
 }
 
 TEST(Assigning, RefusesWhatDoesNotFit) {
-  EXPECT_EQ(refusal("number", shown(2147483648L)),
+  EXPECT_EQ(refusal("number", 2147483648L),
             "number: found 2147483648; expected a whole number from -2147483648 to 2147483647");
-  EXPECT_EQ(refusal("natural", shown(-1)),
+  EXPECT_EQ(refusal("natural", -1),
             "natural: found -1; expected a whole number from 0 to 4294967295");
-  EXPECT_EQ(refusal("text", text("four")),
+  EXPECT_EQ(refusal("text", "four"),
             "text: found \"four\"; expected a text of at most 3 bytes, none of them NUL");
-  EXPECT_EQ(refusal("level", shown(256)),
-            "level: found 256; expected a code that the member can hold");
-  EXPECT_EQ(refusal("level", shown(-1)),
-            "level: found -1; expected a code that the member can hold");
-  EXPECT_EQ(refusal("text", text(std::string("a\0b", 3))).substr(0, 5), "text:");
-  EXPECT_EQ(refusal("text", text("abc")), "done");
-  Value huge;
-  huge.kind = Value::Kind::real;
-  huge.real = 1e39;
-  EXPECT_NE(refusal("real", huge), "done");
-  huge.real = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_NE(refusal("real", huge), "done");
+  EXPECT_EQ(refusal("level", 256), "level: found 256; expected a code that the member can hold");
+  EXPECT_EQ(refusal("level", -1), "level: found -1; expected a code that the member can hold");
+  EXPECT_EQ(refusal("text", std::string("a\0b", 3)).substr(0, 5), "text:");
+  EXPECT_EQ(refusal("text", "abc"), "done");
+  EXPECT_NE(refusal("real", 1e39), "done");
+  EXPECT_NE(refusal("real", std::numeric_limits<double>::quiet_NaN()), "done");
 }
 
 TEST(Assigning, RefusesHardwareAddressesThatAreNotWhole) {
   for (char const* const wrong :
        {"", "01:02:03:04:05", "01:02:03:04:05:06:07", "01-02-03-04-05-06", "01:02:03:04:05:0g"}) {
-    EXPECT_EQ(refusal("hardware", text(wrong)),
+    EXPECT_EQ(refusal("hardware", wrong),
               "hardware: found \"" + std::string(wrong) +
                   "\"; expected six hexadecimal bytes with colons between them");
   }
-  EXPECT_NE(refusal("hardware", text(std::string("01:02:03:04:05:06\0x", 19))), "done");
+  EXPECT_NE(refusal("hardware", std::string("01:02:03:04:05:06\0x", 19)), "done");
+}
+
+TEST(Assigning, TellsAllThatDoesNotFitInItsOrder) {
+  Sample sample{};
+  EXPECT_EQ(assigned(sample, Value::object({{"speed", "sluggish"},
+                                            {"bound", Value::object({{"wole", 1}, {"real", 2}})},
+                                            {"on", "enabled"},
+                                            {"number", 7}})),
+            "speed: found \"sluggish\"; expected one of: slow, fast, quick\n"
+            "bound.wole: found an unknown key; expected one of: whole, real\n"
+            "bound.real: found 2; expected an object\n"
+            "on: found \"enabled\"; expected true or false");
 }
 
 TEST(Assigning, TellsNoSecrets) {
-  EXPECT_EQ(refusal("secret", text("hush")).find("hush"), std::string::npos);
-  EXPECT_EQ(refusal("secret", shown(4711)).find("4711"), std::string::npos);
-  EXPECT_NE(refusal("secret", shown(4711)), "done");
+  EXPECT_EQ(refusal("secret", "hush").find("hush"), std::string::npos);
+  EXPECT_EQ(refusal("secret", 4711).find("4711"), std::string::npos);
+  EXPECT_NE(refusal("secret", 4711), "done");
 }
 
 TEST(Assigning, FillsArraysOfRecords) {
   Sample sample = example();
   auto const assign = [&](Value const& value) {
-    Problem problem;
-    return assignEntries(entries<boundTable>("entry"), sample.entries, 2, value, problem) ==
+    Problems problems;
+    return assignEntries(entries<boundTable>("entry"), sample.entries, 2, value, problems) ==
                    Assigned::done
                ? "done"
-               : problem.path + "|" + problem.found + "|" + problem.expected;
+               : told(problems.all().front());
   };
-  Value const five = object({{"whole", object({{"val", shown(5)}})}});
-  EXPECT_EQ(assign(list({Value(), five})), "done");
+  Value const five = Value::object({{"whole", Value::object({{"val", 5}})}});
+  EXPECT_EQ(assign(Value::list({Value(), five})), "done");
   EXPECT_EQ(sample.entries[0].whole.val, 0) << "nothing leaves the entry";
   EXPECT_EQ(sample.entries[1].whole.val, 5);
-  EXPECT_EQ(assign(list({})), "done");
+  EXPECT_EQ(assign(Value::list({})), "done");
   EXPECT_EQ(sample.entries[1].whole.val, 5);
-  EXPECT_EQ(assign(list({five, five, five})), "|a list of 3|at most 2 entries");
-  EXPECT_EQ(assign(five), "|an object|a list");
-  EXPECT_EQ(assign(list({five, object({{"whole", shown(1)}})})), "[1].whole|1|an object");
+  EXPECT_EQ(assign(Value::list({five, five, five})),
+            "found a list of 3; expected at most 2 entries");
+  EXPECT_EQ(assign(five), "found an object; expected a list");
+  EXPECT_EQ(assign(Value::list({five, Value::object({{"whole", 1}})})),
+            "[1].whole: found 1; expected an object");
+}
+
+/// A remark in the words of this test.
+std::string told(frame::Tree const& tree, Remark const& remark) {
+  std::string const element = '<' + std::string(Element(tree, remark.index).name()) + "> ";
+  std::string expected;
+  for (std::string const& one : remark.expected) expected += (expected.empty() ? "" : ", ") + one;
+  switch (remark.what) {
+    case Remarked::cutText:
+      return element + remark.found + " was cut to " + remark.kept;
+    case Remarked::changedNumber:
+      return element + remark.found + " became " + remark.kept;
+    case Remarked::notANumber:
+      return element + remark.found + " is not " + expected;
+    case Remarked::noAttribute:
+      return element + "has no " + expected;
+    case Remarked::emptyElement:
+      return element + "is empty";
+    case Remarked::unknownWord:
+      return element + remark.found + " is none of: " + listed(*remark.words);
+    default:
+      return element + "is something else";
+  }
 }
 
 TEST(Assigning, TakesBackWhatAnObserverSaw) {
   Sample sent = example();
   TiXmlElement parent("p");
   writeAll(parent, table, sent, sunny | windy, false);
+  HostTree const tree(&parent);
   Value seen;
-  Observer observer(seen);
+  Observer observer(tree.tree(), seen);
   Sample read{};
-  walk(HostTree(&parent).root(), table, read, observer);
-  EXPECT_TRUE(observer.remarks().size() == 1 && observer.remarks()[0].note.element == "text")
+  walk(tree.root(), table, read, observer);
+  ASSERT_EQ(observer.remarks().size(), 1U);
+  EXPECT_EQ(told(tree.tree(), observer.remarks()[0]), "<text> abcd was cut to abc")
       << "the text of four does not fit with its terminator";
   Sample again{};
   EXPECT_EQ(assigned(again, seen), "done");
   EXPECT_EQ(std::memcmp(&again, &read, sizeof read), 0);
 }
 
-// Notes on settings with bounds and on flags.
+// Remarks on settings with bounds and on flags.
 
-std::string notes(std::string const& children) {
-  Value seen;
-  Observer observer(seen);
-  Sample sample{};
+std::string remarks(std::string const& children) {
   Tree tree("<p>" + children + "</p>");
-  walk(HostTree(tree.root()).root(), table, sample, observer);
+  HostTree const flat(tree.root());
+  Value seen;
+  Observer observer(flat.tree(), seen);
+  Sample sample{};
+  walk(flat.root(), table, sample, observer);
   std::string all;
-  for (auto const& remark : observer.remarks()) all += remark.note.description() + "\n";
+  for (Remark const& remark : observer.remarks()) all += told(flat.tree(), remark) + "\n";
   return all;
 }
 
 TEST(WatchedSettings, TellWhatWasMissingOrChanged) {
-  auto const bound = [](std::string const& inner) { return notes("<bound>" + inner + "</bound>"); };
+  auto const bound = [](std::string const& inner) {
+    return remarks("<bound>" + inner + "</bound>");
+  };
   EXPECT_EQ(bound("<whole min='1' max='9'>5</whole>"), "");
-  EXPECT_EQ(bound("<whole min='1' max='9'>0</whole>"), "<whole>: \"0\" does not fit, kept as 1\n");
-  EXPECT_EQ(bound("<real min='1' max='9.5'>10</real>"),
-            "<real>: \"10\" does not fit, kept as 9.5\n");
-  EXPECT_EQ(bound("<whole min='0' max='9'>x</whole>"),
-            "<whole>: \"x\" is not a whole decimal number\n");
-  EXPECT_EQ(bound("<whole>0</whole>"), "<whole>: no number in attribute \"min, max\", not read\n");
-  EXPECT_EQ(bound("<whole min='0' max='9'/>"), "<whole>: empty, not read\n");
+  EXPECT_EQ(bound("<whole min='1' max='9'>0</whole>"), "<whole> 0 became 1\n");
+  EXPECT_EQ(bound("<real min='1' max='9.5'>10</real>"), "<real> 10 became 9.5\n");
+  EXPECT_EQ(bound("<whole min='0' max='9'>x</whole>"), "<whole> x is not a whole decimal number\n");
+  EXPECT_EQ(bound("<whole>0</whole>"), "<whole> has no min, max\n");
+  EXPECT_EQ(bound("<whole min='0' max='9'/>"), "<whole> is empty\n");
 }
 
 TEST(WatchedSettings, OddWordsOfFlags) {
-  EXPECT_EQ(notes("<on>enabled</on><on>no</on><first>yes</first><open>disabled</open>"), "");
-  EXPECT_EQ(notes("<on>Enabled</on>"),
-            "<on>: unknown word \"Enabled\"; one of: enabled, yes, disabled, no\n");
-  EXPECT_EQ(notes("<third>1</third>"),
-            "<third>: unknown word \"1\"; one of: enabled, yes, disabled, no\n");
-  EXPECT_EQ(notes("<third/><on/>"), "<third>: empty, not read\n<on>: empty, not read\n");
+  EXPECT_EQ(remarks("<on>enabled</on><first>yes</first><open>disabled</open>"), "");
+  EXPECT_EQ(remarks("<on>no</on>"), "");
+  EXPECT_EQ(remarks("<on>Enabled</on>"), "<on> Enabled is none of: enabled, yes, disabled, no\n");
+  EXPECT_EQ(remarks("<third>1</third>"), "<third> 1 is none of: enabled, yes, disabled, no\n");
+  EXPECT_EQ(remarks("<third/><on/>"), "<third> is empty\n<on> is empty\n");
 }
 
 TEST(WatchedSettings, ShowTheirParts) {
-  Value seen;
-  Observer observer(seen);
-  Sample sample{};
   Tree tree(
       "<p><bound><whole max='9'>5</whole><real min='1' max='2'/></bound>"
       "<third>yes</third></p>");
-  walk(HostTree(tree.root()).root(), table, sample, observer);
-  Value const& bound = *seen.find("bound");
-  EXPECT_EQ(bound.find("whole")->members.size(), 2U) << "no lower bound was sent";
-  EXPECT_EQ(bound.find("whole")->find("val")->integer, 5);
-  EXPECT_EQ(bound.find("real")->find("val")->real, 1.0) << "clamped, though nothing was sent";
-  EXPECT_EQ(seen.find("bits")->members.size(), 1U);
-  EXPECT_TRUE(seen.find("bits")->find("third")->flag);
+  HostTree const flat(tree.root());
+  Value seen;
+  Observer observer(flat.tree(), seen);
+  Sample sample{};
+  walk(flat.root(), table, sample, observer);
+  EXPECT_EQ(seen.at("bound.whole"), Value::object({{"max", 9}, {"val", 5}}))
+      << "no lower bound was sent";
+  EXPECT_EQ(seen.at("bound.real.val").asReal(), 1.0) << "clamped, though nothing was sent";
+  EXPECT_EQ(seen.at("bits"), Value::object({{"third", true}}));
 }
 
 }  // namespace

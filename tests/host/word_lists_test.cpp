@@ -459,14 +459,14 @@ std::string replyWith(std::string const& path, std::string const& text) {
 
 /// The member of that name in a value, at any depth; the first entry of one that is a list.
 Value const* findMember(Value const& value, std::string const& name) {
-  for (Member const& member : value.members) {
-    if (member.name == name) {
-      bool const list = member.value.kind == Value::Kind::list && !member.value.items.empty();
-      return list ? &member.value.items.front() : &member.value;
+  for (Member const& member : value.members()) {
+    if (member.name() == name) {
+      bool const list = member.value().isList() && !member.value().empty();
+      return list ? &member.value().items().front() : &member.value();
     }
-    if (Value const* const found = findMember(member.value, name)) return found;
+    if (Value const* const found = findMember(member.value(), name)) return found;
   }
-  for (Value const& item : value.items) {
+  for (Value const& item : value.items()) {
     if (Value const* const found = findMember(item, name)) return found;
   }
   return nullptr;
@@ -476,27 +476,25 @@ Value const* findMember(Value const& value, std::string const& name) {
 struct Said {
   static constexpr int noCode = -99;  ///< what is no word
 
-  Decoding decoding;
+  Decoding decoding;  ///< which holds the value
   Value const* value = nullptr;
 
-  bool isFlag() const { return value != nullptr && value->kind == Value::Kind::flag; }
-  bool isKeyword() const { return value != nullptr && value->kind == Value::Kind::keyword; }
+  bool isFlag() const { return value != nullptr && value->isFlag(); }
+  bool isKeyword() const { return value != nullptr && value->isKeyword(); }
 
   /// What the record holds.
   int stored() const {
     if (value == nullptr) return noCode;
-    if (isFlag()) return value->flag ? 1 : 0;
-    bool const natural = value->kind == Value::Kind::natural;
-    return natural ? static_cast<int>(value->natural) : static_cast<int>(value->integer);
+    if (isFlag()) return value->asBool() ? 1 : 0;
+    return isKeyword() ? value->code() : static_cast<int>(value->asInteger(0));
   }
-  int code() const { return isKeyword() && !value->known ? noCode : stored(); }
+  int code() const { return isKeyword() && !value->isKnown() ? noCode : stored(); }
 };
 
 Said said(MemberComment const& member, std::string const& record, std::string const& text) {
-  std::string const reply = replyWith(record + '/' + member.path, text);
-  Said said{decode(reply.data(), reply.size())};
-  for (Reading const& reading : said.decoding.readings) {
-    if (said.value == nullptr) said.value = findMember(reading.record, member.name);
+  Said said{decode(replyWith(record + '/' + member.path, text))};
+  for (Reading const& reading : said.decoding.readings()) {
+    if (said.value == nullptr) said.value = findMember(reading.record(), member.name);
   }
   return said;
 }
@@ -595,8 +593,8 @@ Strings unlistedIn(WordList list, MemberComment const& member, std::string const
     int const code = said(member, record, word).code();
     if (code != unknown.code() && !list.has(word, code)) words.push_back(word);
   }
-  for (Note const& note : unknown.decoding.notes) {
-    for (std::string const& word : note.expected) EXPECT_TRUE(candidates().count(word)) << word;
+  for (Note const& note : unknown.decoding.notes()) {
+    for (std::string const& word : note.expected()) EXPECT_TRUE(candidates().count(word)) << word;
   }
   return words;
 }

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "kovra.hpp"
 #include "support/records.hpp"
@@ -142,17 +143,19 @@ TEST(MagneticTracks, AreSecretsAndStandInNoNote) {
   std::string const xml = element(
       "data", mag(element("track1", data) + element("track2", data + std::string(300, '0')) +
                   element("track3", "") + element("track4", data)));
-  Decoding const decoding = decode(xml.data(), xml.size());
-  ASSERT_EQ(decoding.readings.size(), 1U) << decoding.description();
-  ASSERT_EQ(decoding.readings[0].record.members.size(), 2U);
-  for (Member const& track : decoding.readings[0].record.members) {
-    EXPECT_TRUE(track.value.secret) << track.name;
-    EXPECT_EQ(track.value.text.substr(0, data.size()), data) << track.name;
+  Decoding const decoding = decode(xml);
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U) << decoding.refusal().message();
+  ASSERT_EQ(readings[0].record().size(), 2U);
+  for (auto const& [name, track] : readings[0].record().members()) {
+    EXPECT_TRUE(track.isSecret()) << name;
+    EXPECT_EQ(track.asText().substr(0, data.size()), data) << name;
   }
-  ASSERT_EQ(decoding.notes.size(), 3U) << "cut, empty, unknown";
-  for (Note const& note : decoding.notes) {
-    EXPECT_EQ(note.found + note.kept, "");
-    EXPECT_EQ(note.description().find("4711"), std::string::npos) << note.description();
+  std::vector<Note> const notes = decoding.notes();
+  ASSERT_EQ(notes.size(), 3U) << "cut, empty, unknown";
+  for (Note const& note : notes) {
+    EXPECT_EQ(note.found() + note.kept(), "");
+    EXPECT_EQ(note.message().find("4711"), std::string::npos) << note.message();
   }
 }
 

@@ -10,11 +10,11 @@ struct Record {
 struct OddReading : NeverWritten {
   static bool read(Element, Record&, Watch const&) { return true; }
 #ifdef MISTAKE
-  static Assigned assign(Record&, Kovra::Value const&, Kovra::Problem&) {
+  static Assigned assign(Record&, Kovra::Value const&, Problems&) {
     return Assigned::done;
   }
 #else
-  static Assigned assign(Record&, std::string_view, Kovra::Value const&, Kovra::Problem&) {
+  static Assigned assign(Record&, std::string_view, Kovra::Value const&, Problems&) {
     return Assigned::done;
   }
 #endif

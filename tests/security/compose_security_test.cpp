@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "kovra.hpp"
 #include "security/security_tables.hpp"
@@ -29,62 +31,47 @@ constexpr char const* actions[] = {
     "lock_printer",
 };
 
-Value text(std::string const& content) {
-  Value value;
-  value.kind = Value::Kind::text;
-  value.text = content;
-  return value;
-}
-
 /// A request for an action, complete otherwise.
 Composition request(Value const& action) {
-  Value record;
-  record.kind = Value::Kind::record;
-  record.members = {{"action", action},
-                    {"model", text("KX-200")},
-                    {"serial", text("K2001234")},
-                    {"nonce", text("8F31C07A55D2")}};
-  return composeSecureRequest(record);
+  return compose("secure-action-request", Value::object({{"action", action},
+                                                         {"model", "KX-200"},
+                                                         {"serial", "K2001234"},
+                                                         {"nonce", "8F31C07A55D2"}}));
 }
 
 void expectRefused(Value const& action) {
   Composition const composition = request(action);
-  EXPECT_FALSE(composition.composed) << composition.text;
-  EXPECT_EQ(composition.text, "");
-  EXPECT_EQ(composition.problem.path, "action");
+  EXPECT_FALSE(composition) << composition.text();
+  EXPECT_EQ(composition.text(), "");
+  ASSERT_EQ(composition.problems().size(), 1U);
+  EXPECT_EQ(composition.problems()[0].path(), "action");
 }
 
 TEST(ComposedAction, IsAnyOfThePrintersWords) {
   for (char const* const action : actions) {
-    Composition const composition = request(text(action));
-    EXPECT_TRUE(composition.composed) << action;
-    EXPECT_NE(composition.text.find("<action name=\"" + std::string(action) + "\">"),
+    Composition const composition = request(action);
+    EXPECT_TRUE(static_cast<bool>(composition)) << action;
+    EXPECT_NE(composition.text().find("<action name=\"" + std::string(action) + "\">"),
               std::string::npos)
-        << composition.text;
+        << composition.text();
   }
 }
 
 TEST(ComposedAction, IsNothingBesideTheWords) {
   for (std::string const action : actions) {
     for (std::string const& other : {"x" + action, action + "s", " " + action, action + " "}) {
-      if (other != "unlock_printer") expectRefused(text(other));
+      if (other != "unlock_printer") expectRefused(other);
     }
   }
   for (char const* const other : {"", "Reset_oem", "RESET_OEM", "reset oem", "0", "1"}) {
-    expectRefused(text(other));
+    expectRefused(other);
   }
 }
 
 TEST(ComposedAction, HasNoCode) {
-  for (long const code : {-1L, 0L, 1L, 5L, 16L}) {
-    Value value;
-    value.kind = Value::Kind::integer;
-    value.integer = code;
-    expectRefused(value);
-    value.kind = Value::Kind::keyword;
-    value.text = "reset_oem";
-    value.known = true;
-    expectRefused(value);
+  for (int const code : {-1, 0, 1, 5, 16}) {
+    expectRefused(code);
+    expectRefused(Value::keyword(code, "reset_oem"));
   }
   expectRefused(Value());
   // Whoever asks the vocabulary gets no code, either.
@@ -95,12 +82,11 @@ TEST(ComposedAction, HasNoCode) {
 TEST(DecodedAction, IsAText) {
   for (char const* const action : actions) {
     std::string const reply = "<action> " + std::string(action) + " <hmac>00</hmac></action>";
-    Decoding const decoding = decode(reply.data(), reply.size());
-    ASSERT_EQ(decoding.readings.size(), 1U) << action;
-    Value const* const found = decoding.readings[0].record.find("action");
+    std::vector<Reading> const readings = decode(reply).readings();
+    ASSERT_EQ(readings.size(), 1U) << action;
+    Value const* const found = readings[0].record().find("action");
     ASSERT_NE(found, nullptr) << action;
-    EXPECT_EQ(found->kind, Value::Kind::text) << action;
-    EXPECT_EQ(found->text, action);
+    EXPECT_EQ(*found, Value(action));
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "kovra.hpp"
 #include "kvxsecactionparser.h"
@@ -89,35 +90,35 @@ TEST(Secrets, StandInNoNoteAndAreMarked) {
        {"<keys><printer_lock_key>" + longer + "</printer_lock_key></keys>",
         "<keys><set><new_passkey>" + longer + "</new_passkey></set></keys>",
         "<passkey>" + longer + "</passkey>", "<action>x<hmac>" + longer + "</hmac></action>"}) {
-    Decoding const decoding = decode(xml.data(), xml.size());
-    ASSERT_EQ(decoding.status, Decoding::Status::decoded) << xml;
-    ASSERT_FALSE(decoding.notes.empty()) << "the text was cut";
-    for (Note const& note : decoding.notes) {
-      EXPECT_EQ(note.description().find(secret), std::string::npos) << xml;
-      EXPECT_EQ(note.found.find(secret), std::string::npos) << xml;
-      EXPECT_EQ(note.kept.find(secret), std::string::npos) << xml;
+    Decoding const decoding = decode(xml);
+    ASSERT_TRUE(static_cast<bool>(decoding)) << xml;
+    ASSERT_FALSE(decoding.notes().empty()) << "the text was cut";
+    for (Note const& note : decoding.notes()) {
+      EXPECT_EQ(note.message().find(secret), std::string::npos) << xml;
+      EXPECT_EQ(note.found().find(secret), std::string::npos) << xml;
+      EXPECT_EQ(note.kept().find(secret), std::string::npos) << xml;
     }
-    ASSERT_EQ(decoding.readings.size(), 1U) << xml;
-    EXPECT_TRUE(decoding.readings[0].record.members.back().value.secret) << xml;
+    std::vector<Reading> const readings = decoding.readings();
+    ASSERT_EQ(readings.size(), 1U) << xml;
+    EXPECT_TRUE(readings[0].record().members().back().value().isSecret()) << xml;
   }
 }
 
 TEST(Secrets, StandInNoProblem) {
-  Value record;
-  record.kind = Value::Kind::record;
-  Value key;
-  key.kind = Value::Kind::text;
-  key.text = secret + '\0' + "more";
-  Value number;
-  number.kind = Value::Kind::integer;
-  number.integer = 47110815;
-  for (Value const& value : {key, number}) {
-    record.members = {{"printer_lock_key", value}};
-    Composition const composition = composeKeys(record);
-    EXPECT_FALSE(composition.composed);
-    EXPECT_EQ(composition.problem.path, "printer_lock_key");
-    EXPECT_EQ(composition.problem.description().find(secret), std::string::npos);
-    EXPECT_EQ(composition.problem.description().find("47110815"), std::string::npos);
+  for (Value const& value : {Value(secret + '\0' + "more"), Value(47110815)}) {
+    Composition const composition =
+        compose("security-keys", Value::object({{"host_authentication_key", value},
+                                                {"data_encryption_key", "fits"},
+                                                {"printer_lock_key", value}}));
+    EXPECT_FALSE(composition);
+    std::vector<Problem> const problems = composition.problems();
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_EQ(problems[0].path(), "host_authentication_key");
+    EXPECT_EQ(problems[1].path(), "printer_lock_key");
+    for (Problem const& problem : problems) {
+      EXPECT_EQ(problem.message().find(secret), std::string::npos);
+      EXPECT_EQ(problem.message().find("47110815"), std::string::npos);
+    }
   }
 }
 

@@ -297,7 +297,7 @@ Decoding expectNoTraceOfValues(std::string const& text, std::string const& secre
     Allocations const allocations(failing);
     Released const blocks(piece);
     try {
-      decoding = decode(text.data(), text.size());
+      decoding = decode(text);
     } catch (std::bad_alloc const&) {
     }
     released = blocks.found();
@@ -328,11 +328,11 @@ TEST_F(WipedReplies, LeaveNoTraceBesideTheValuesOfTheFace) {
     for (std::string const& text : secretReplies(secret)) {
       SCOPED_TRACE(text.substr(0, 100));
       Decoding const whole = expectNoTraceOfValues(text, secret.substr(0, 24), 0, stack);
-      EXPECT_EQ(whole.status, Decoding::Status::decoded);
-      EXPECT_FALSE(whole.readings.empty());
+      EXPECT_TRUE(static_cast<bool>(whole));
+      EXPECT_FALSE(whole.readings().empty());
       for (std::size_t failing = 1; failing < 40; ++failing) {
         SCOPED_TRACE(failing);
-        expectNoTraceOfValues(text, secret.substr(0, 24), failing, stack);
+        static_cast<void>(expectNoTraceOfValues(text, secret.substr(0, 24), failing, stack));
       }
     }
   }
@@ -343,7 +343,7 @@ TEST_F(WipedReplies, LeaveNothingInValuesThatTheHostDestroys) {
     for (std::string const& text : secretReplies(secret)) {
       std::string const piece = middleOf(secret);
       Released const blocks(piece);  // from here on, blocks come without what earlier owners left
-      auto decoding = std::make_unique<Decoding>(decode(text.data(), text.size()));
+      auto decoding = std::make_unique<Decoding>(decode(text));
       decoding.reset();
       EXPECT_EQ(blocks.found(), 0U) << text;
     }

@@ -7,9 +7,11 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kovra.hpp"
 #include "kvxstatusparser.h"
+#include "support/findings.hpp"
 #include "support/records.hpp"
 #include "support/status_reply.hpp"
 #include "support/tree.hpp"
@@ -328,33 +330,32 @@ TEST(JobList, ReadsOneJobByItself) {
 
 TEST(JobList, IsDecodedAsFarAsTheRecordGoesAndNamesTheSurplus) {
   std::string const reply = element("get_job_list", jobs(130));
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.readings.size(), 1U);
-  EXPECT_EQ(decoding.readings[0].document, "job-list");
-  EXPECT_TRUE(decoding.readings[0].result);
-  Value const* const shown = decoding.readings[0].record.find("jobs");
+  Decoding const decoding = decode(reply);
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_EQ(readings[0].message(), "job-list");
+  EXPECT_TRUE(readings[0].result());
+  Value const* const shown = readings[0].record().find("jobs");
   ASSERT_NE(shown, nullptr);
-  ASSERT_EQ(shown->items.size(), 128U);
-  EXPECT_EQ(shown->items[127].find("action_id")->natural, 128U);
-  ASSERT_EQ(decoding.notes.size(), 2U);
-  for (Note const& note : decoding.notes) {
-    EXPECT_EQ(note.kind, Note::Kind::surplusEntry);
-    EXPECT_EQ(note.element, "job");
-    EXPECT_EQ(note.kept, "128");
-  }
+  ASSERT_EQ(shown->size(), 128U);
+  EXPECT_EQ(shown->at("[127].action_id").asNatural(), 128U);
+  std::vector<Note> const notes = decoding.notes();
+  ASSERT_EQ(notes.size(), 1U);
+  EXPECT_EQ(test::kindOf(notes[0]), "surplus_entries");
+  EXPECT_EQ(notes[0].element(), "job");
+  EXPECT_EQ(notes[0].kept(), "128");
+  EXPECT_EQ(notes[0].count(), 2U);
 }
 
 TEST(JobList, IsDecodedAsAListAlsoWithoutAnyJob) {
-  std::string const reply = "<get_job_list><jobs/></get_job_list>";
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.readings.size(), 1U);
-  EXPECT_FALSE(decoding.readings[0].result);
-  Value const* const shown = decoding.readings[0].record.find("jobs");
-  ASSERT_NE(shown, nullptr);
-  EXPECT_EQ(shown->kind, Value::Kind::list);
-  EXPECT_TRUE(shown->items.empty());
-  ASSERT_EQ(decoding.notes.size(), 1U);
-  EXPECT_EQ(decoding.notes[0].kind, Note::Kind::unknownElement);
+  Decoding const decoding = decode("<get_job_list><jobs/></get_job_list>");
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_FALSE(readings[0].result());
+  EXPECT_EQ(readings[0].record(), Value::object({{"jobs", Value::list()}}));
+  std::vector<Note> const notes = decoding.notes();
+  ASSERT_EQ(notes.size(), 1U);
+  EXPECT_EQ(test::kindOf(notes[0]), "unknown_element");
 }
 
 // ---- Job status --------------------------------------------------------------------------------

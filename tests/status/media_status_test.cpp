@@ -11,6 +11,7 @@
 
 #include "kovra.hpp"
 #include "kvxstatusparser.h"
+#include "support/findings.hpp"
 #include "support/records.hpp"
 #include "support/status_reply.hpp"
 #include "support/tree.hpp"
@@ -612,53 +613,51 @@ TEST(MediaStatus, ElementReadersNeedChildren) {
 
 TEST(MediaStatus, IsDecodedWithTheRibbonsCodeAndItsDescription) {
   std::string const reply = element("get_media_status", ribbon(sequence({"k", "o"})));
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.readings.size(), 1U);
-  EXPECT_EQ(decoding.readings[0].document, "media-status");
-  Value const* const shown = decoding.readings[0].record.find("ribbon");
-  ASSERT_NE(shown, nullptr);
-  ASSERT_EQ(shown->members.size(), 2U);
-  EXPECT_EQ(shown->find("description")->text, "ko");
-  EXPECT_EQ(shown->find("code")->integer, 262);
-  EXPECT_EQ(shown->find("code")->text, "ko");
-  EXPECT_TRUE(shown->find("code")->known);
-  EXPECT_TRUE(decoding.notes.empty());
+  Decoding const decoding = decode(reply);
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_EQ(readings[0].message(), "media-status");
+  EXPECT_EQ(readings[0].record().at("ribbon"),
+            Value::object({{"description", "ko"}, {"code", Value::keyword(262, "ko")}}));
+  EXPECT_TRUE(decoding.notes().empty());
 }
 
 TEST(MediaStatus, IsDecodedWithANoteOnEveryPanelThatCouldNotBeUsed) {
   std::string const reply = element(
       "get_media_status", "\n" + ribbon("<sequence>\n<panel/>\n<panel>" + std::string(40, 'x') +
                                         "</panel>\n<paint>y</paint></sequence>"));
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.notes.size(), 4U);
-  EXPECT_EQ(decoding.notes[0].kind, Note::Kind::unknownWord);
-  EXPECT_EQ(decoding.notes[0].element, "sequence");
-  EXPECT_EQ(decoding.notes[0].found, std::string(31, 'x'));
-  EXPECT_EQ(decoding.notes[1].kind, Note::Kind::emptyElement);
-  EXPECT_EQ(decoding.notes[1].element, "panel");
-  EXPECT_EQ(decoding.notes[2].kind, Note::Kind::cutText);
-  EXPECT_EQ(decoding.notes[2].found, std::string(40, 'x'));
-  EXPECT_EQ(decoding.notes[2].kept, std::string(31, 'x'));
-  EXPECT_EQ(decoding.notes[3].kind, Note::Kind::unknownElement);
-  EXPECT_EQ(decoding.notes[3].element, "paint");
+  std::vector<Note> const notes = decode(reply).notes();
+  ASSERT_EQ(notes.size(), 4U);
+  EXPECT_EQ(test::kindOf(notes[0]), "unknown_word");
+  EXPECT_EQ(notes[0].element(), "sequence");
+  EXPECT_EQ(notes[0].found(), std::string(31, 'x'));
+  EXPECT_EQ(test::kindOf(notes[1]), "empty_element");
+  EXPECT_EQ(notes[1].element(), "panel");
+  EXPECT_EQ(test::kindOf(notes[2]), "cut_text");
+  EXPECT_EQ(notes[2].found(), std::string(40, 'x'));
+  EXPECT_EQ(notes[2].kept(), std::string(31, 'x'));
+  EXPECT_EQ(test::kindOf(notes[3]), "unknown_element");
+  EXPECT_EQ(notes[3].element(), "paint");
 }
 
 TEST(MediaStatus, IsDecodedWithANoteOnADescriptionThatNamesNoRibbon) {
   std::string const reply =
       element("get_media_status", ribbon("<description>Unknown Ribbon</description>"));
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.notes.size(), 1U);
-  EXPECT_EQ(decoding.notes[0].kind, Note::Kind::unknownWord);
-  EXPECT_EQ(decoding.notes[0].element, "description");
-  EXPECT_EQ(decoding.notes[0].found, "Unknown Ribbon");
-  Value const* const code = decoding.readings[0].record.find("ribbon")->find("code");
-  EXPECT_EQ(code->integer, 263);
-  EXPECT_FALSE(code->known);
-  std::string const empty = element("get_media_status", ribbon("<type>1</type><description/>"));
-  Decoding const noDescription = decode(empty.data(), empty.size());
-  ASSERT_EQ(noDescription.notes.size(), 1U);
-  EXPECT_EQ(noDescription.notes[0].kind, Note::Kind::emptyElement);
-  EXPECT_EQ(noDescription.readings[0].record.find("ribbon")->members.size(), 1U);
+  Decoding const decoding = decode(reply);
+  std::vector<Note> const notes = decoding.notes();
+  ASSERT_EQ(notes.size(), 1U);
+  EXPECT_EQ(test::kindOf(notes[0]), "unknown_word");
+  EXPECT_EQ(notes[0].element(), "description");
+  EXPECT_EQ(notes[0].found(), "Unknown Ribbon");
+  Reading const reading = decoding.readings().at(0);
+  Value const& code = reading.record().at("ribbon.code");
+  EXPECT_EQ(code.code(), 263);
+  EXPECT_FALSE(code.isKnown());
+  Decoding const noDescription =
+      decode(element("get_media_status", ribbon("<type>1</type><description/>")));
+  ASSERT_EQ(noDescription.notes().size(), 1U);
+  EXPECT_EQ(test::kindOf(noDescription.notes()[0]), "empty_element");
+  EXPECT_EQ(noDescription.readings().at(0).record().at("ribbon").size(), 1U);
 }
 
 TEST(KVXStatusParser, HasEveryOperationOnMediaWithItsSignature) {

@@ -10,6 +10,7 @@
 
 #include "kovra.hpp"
 #include "kvxstatusparser.h"
+#include "support/findings.hpp"
 #include "support/records.hpp"
 #include "support/status_reply.hpp"
 #include "support/tree.hpp"
@@ -577,19 +578,19 @@ struct Shown {
 
 Shown shownOfLink(std::string const& children, std::string const& member) {
   std::string const reply = element("get_wireless_status", children);
-  Decoding const decoding = decode(reply.data(), reply.size());
-  EXPECT_EQ(decoding.readings.size(), 1U) << reply;
-  Value const* const found =
-      decoding.readings.empty() ? nullptr : decoding.readings[0].record.find(member);
+  Decoding const decoding = decode(reply);
+  std::vector<Reading> const readings = decoding.readings();
+  EXPECT_EQ(readings.size(), 1U) << reply;
+  Value const* const found = readings.empty() ? nullptr : readings[0].record().find(member);
   EXPECT_NE(found, nullptr) << reply;
-  return {found != nullptr ? *found : Value(), decoding.notes};
+  return {found != nullptr ? *found : Value(), decoding.notes()};
 }
 
 void expectKeyword(Value const& value, int code, std::string const& word, bool known) {
-  EXPECT_EQ(value.kind, Value::Kind::keyword) << word;
-  EXPECT_EQ(value.integer, code) << word;
-  EXPECT_EQ(value.text, word);
-  EXPECT_EQ(value.known, known) << word;
+  ASSERT_TRUE(value.isKeyword()) << word;
+  EXPECT_EQ(value.code(), code) << word;
+  EXPECT_EQ(value.word(), word);
+  EXPECT_EQ(value.isKnown(), known) << word;
 }
 
 TEST(DecodedWireless, ShowsTheWordOfWhatTheMemberHolds) {
@@ -626,16 +627,16 @@ TEST(DecodedWireless, NotesWordsThatItDoesNotKnow) {
   Shown const alone = shownOfLink(element("security", "Wpa"), "security");
   expectKeyword(alone.value, 0, "Wpa", false);
   ASSERT_EQ(alone.notes.size(), 1U);
-  EXPECT_EQ(alone.notes[0].kind, Note::Kind::unknownWord);
-  EXPECT_EQ(alone.notes[0].element, "security");
-  EXPECT_EQ(alone.notes[0].found, "Wpa");
-  EXPECT_EQ(alone.notes[0].expected.size(), 16U);
+  EXPECT_EQ(test::kindOf(alone.notes[0]), "unknown_word");
+  EXPECT_EQ(alone.notes[0].element(), "security");
+  EXPECT_EQ(alone.notes[0].found(), "Wpa");
+  EXPECT_EQ(alone.notes[0].expected().size(), 16U);
   Shown const behind = shownOfLink(element("crypto", "TKIP") + element("crypto", "open"), "crypto");
   expectKeyword(behind.value, 2, "TKIP", true);
   ASSERT_EQ(behind.notes.size(), 1U);
-  EXPECT_EQ(behind.notes[0].kind, Note::Kind::unknownWord);
-  EXPECT_EQ(behind.notes[0].found, "open");
-  EXPECT_EQ(behind.notes[0].expected.size(), 11U);
+  EXPECT_EQ(test::kindOf(behind.notes[0]), "unknown_word");
+  EXPECT_EQ(behind.notes[0].found(), "open");
+  EXPECT_EQ(behind.notes[0].expected().size(), 11U);
 }
 
 TEST(DecodedWireless, ShowsAccessPointsInARoomOfTheirNumber) {
@@ -646,37 +647,33 @@ TEST(DecodedWireless, ShowsAccessPointsInARoomOfTheirNumber) {
           "<note/>" +
           element("AccessPoint",
                   element("BSSID", "02:00:5e:aa:0b:0c") + element("Security", "wpa")));
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.readings.size(), 1U);
-  EXPECT_EQ(decoding.readings[0].document, "access-points");
-  EXPECT_TRUE(decoding.readings[0].result);
-  Value const& record = decoding.readings[0].record;
+  Decoding const decoding = decode(reply);
+  std::vector<Reading> const readings = decoding.readings();
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_EQ(readings[0].message(), "access-points");
+  EXPECT_TRUE(readings[0].result());
+  Value const& record = readings[0].record();
   ASSERT_NE(record.find("count"), nullptr);
-  EXPECT_EQ(record.find("count")->natural, 3U) << "of all children";
+  EXPECT_EQ(record.find("count")->asNatural(), 3U) << "of all children";
   Value const* const points = record.find("accessPoints");
   ASSERT_NE(points, nullptr);
-  ASSERT_EQ(points->items.size(), 2U);
-  Value const& first = points->items[0];
-  EXPECT_EQ(first.members.size(), 4U);
-  EXPECT_EQ(first.find("ssid")->text, "first");
-  EXPECT_EQ(first.find("channel")->integer, 1);
-  EXPECT_TRUE(first.find("selected")->flag);
-  expectKeyword(*first.find("encryption"), 3, "ccmp", true);
-  Value const& second = points->items[1];
-  EXPECT_EQ(second.members.size(), 2U);
-  EXPECT_EQ(second.find("bssid")->text, "02:00:5e:aa:0b:0c");
-  expectKeyword(*second.find("security"), 3, "wpa", true);
-  ASSERT_EQ(decoding.notes.size(), 1U);
-  EXPECT_EQ(decoding.notes[0].kind, Note::Kind::unknownElement);
+  EXPECT_EQ(*points, Value::list({Value::object({{"ssid", "first"},
+                                                 {"channel", 1},
+                                                 {"encryption", Value::keyword(3, "ccmp")},
+                                                 {"selected", true}}),
+                                  Value::object({{"bssid", "02:00:5e:aa:0b:0c"},
+                                                 {"security", Value::keyword(3, "wpa")}})}));
+  std::vector<Note> const notes = decoding.notes();
+  ASSERT_EQ(notes.size(), 1U);
+  EXPECT_EQ(test::kindOf(notes[0]), "unknown_element");
 }
 
 TEST(DecodedWireless, ShowsAnEmptyListOfAccessPoints) {
-  std::string const reply = "<AccessPoints/>";
-  Decoding const decoding = decode(reply.data(), reply.size());
-  ASSERT_EQ(decoding.readings.size(), 1U);
-  EXPECT_FALSE(decoding.readings[0].result);
-  ASSERT_NE(decoding.readings[0].record.find("count"), nullptr);
-  EXPECT_EQ(decoding.readings[0].record.find("count")->natural, 0U);
+  std::vector<Reading> const readings = decode("<AccessPoints/>").readings();
+  ASSERT_EQ(readings.size(), 1U);
+  EXPECT_FALSE(readings[0].result());
+  ASSERT_NE(readings[0].record().find("count"), nullptr);
+  EXPECT_EQ(readings[0].record().find("count")->asNatural(), 0U);
 }
 
 TEST(WirelessVocabulary, HasEveryWordAndElement) {

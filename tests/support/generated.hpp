@@ -7,12 +7,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <random>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/lists.hpp"
 #include "frame/message.hpp"
-#include "support/values.hpp"
+#include "kovra_value.hpp"
 
 namespace Kovra::test {
 
@@ -23,7 +25,7 @@ class Generator {
 
   /// A value with every member that the rows assign, as far as rows tell what it may be.
   Value record(frame::Rows rows) {
-    Value value = test::record({});
+    Value value = Value::object();
     addMembers(rows, value);
     return value;
   }
@@ -41,24 +43,24 @@ class Generator {
         addMembers(frame::rowsBelow(row), value);
         continue;
       }
-      if (row.member.empty() || value.find(std::string(row.member)) != nullptr) continue;
-      value.members.push_back({std::string(row.member), valueOf(row)});
+      if (row.member.empty() || value.find(row.member) != nullptr) continue;
+      value.add(row.member, valueOf(row));
     }
   }
 
   Value valueOf(frame::Row const& row) {
     switch (row.kind->shape) {
       case Shape::flag:
-        return frame::shown(below(2) == 1);
+        return below(2) == 1;
       case Shape::integer:
-        return number(static_cast<long>(below(2000)) - (row.size > 2 ? 1000 : 0));
+        return static_cast<long>(below(2000)) - (row.size > 2 ? 1000 : 0);
       case Shape::natural:
-        return number(static_cast<long>(below(row.size == 1 ? 200 : 60000)));
+        return static_cast<long>(below(row.size == 1 ? 200 : 60000));
       case Shape::real:
-        return real(static_cast<double>(below(4000)) / 4 - 500);
+        return static_cast<double>(below(4000)) / 4 - 500;
       case Shape::text:
       case Shape::secret:
-        return text(letters(below(std::min<std::uint32_t>(row.size, 40))));
+        return letters(below(std::min<std::uint32_t>(row.size, 40)));
       case Shape::keyword:
         return word(*static_cast<frame::Keywords const*>(row.with)->read);
       case Shape::word:
@@ -66,9 +68,9 @@ class Generator {
       case Shape::bits:
         return bits(*static_cast<frame::Vocabulary const*>(row.with));
       case Shape::address:
-        return text("00:1a:2b:3c:4d:" + std::to_string(10 + below(90)));
+        return "00:1a:2b:3c:4d:" + std::to_string(10 + below(90));
       case Shape::ipv4:
-        return text("192.168." + std::to_string(below(256)) + ".1");
+        return "192.168." + std::to_string(below(256)) + ".1";
       case Shape::setting:
         return setting();
       case Shape::record:
@@ -90,26 +92,21 @@ class Generator {
     return made;
   }
 
-  Value word(frame::Vocabulary const& words) {
-    return text(
-        std::string(words.words[below(static_cast<std::uint32_t>(words.words.size()))].text));
+  std::string_view word(frame::Vocabulary const& words) {
+    return words.words[below(static_cast<std::uint32_t>(words.words.size()))].text;
   }
 
   Value bits(frame::Vocabulary const& words) {
-    Value flags = test::record({});
-    for (frame::Word const& word : words.words) {
-      flags.members.push_back({std::string(word.text), frame::shown(below(2) == 1)});
-    }
+    Value flags = Value::object();
+    for (frame::Word const& word : words.words) flags.add(word.text, below(2) == 1);
     return flags;
   }
 
   /// Of at most two entries, which every list has room for.
   Value list(frame::Entries const& entries) {
-    Value value;
-    value.kind = Value::Kind::list;
+    Value value = Value::list();
     for (std::uint32_t left = below(3); left > 0; --left) {
-      value.items.push_back(entries.codes != nullptr ? word(*entries.codes->read)
-                                                     : record(entries.rows));
+      value.append(entries.codes != nullptr ? word(*entries.codes->read) : record(entries.rows));
     }
     return value;
   }
@@ -117,9 +114,7 @@ class Generator {
   Value setting() {
     long const min = static_cast<long>(below(50)) - 25;
     long const val = min + static_cast<long>(below(50));
-    return test::record({{"min", number(min)},
-                         {"max", number(val + static_cast<long>(below(9)))},
-                         {"val", number(val)}});
+    return Value::object({{"min", min}, {"max", val + static_cast<long>(below(9))}, {"val", val}});
   }
 
   std::mt19937 random_;

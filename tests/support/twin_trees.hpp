@@ -323,7 +323,7 @@ void dumpTree(Dump& dump, frame::Tree const& tree, bool words, PlaceOf placeOf) 
   for (std::uint32_t i = 0; i < tree.nodes().size(); ++i) {
     frame::Node const& node = tree.node(i);
     while (!ends.empty() && ends.back() == i) ends.pop_back();
-    Place const place = placeOf(node.offset);
+    frame::Place const place = placeOf(node.offset);
     dump.node(ends.size(), nameOf(node.kind), place.line, place.column, tree.view(node.value));
     if (node.kind == frame::NodeKind::declaration && words) {
       dump.attribute("version", declared(tree, i, std::strlen("version")));
@@ -332,7 +332,7 @@ void dumpTree(Dump& dump, frame::Tree const& tree, bool words, PlaceOf placeOf) 
     } else if (node.kind != frame::NodeKind::declaration) {
       for (std::uint32_t a = 0; a < tree.attributesOf(i); ++a) {
         frame::Attribute const& attribute = tree.attribute(node.attribute + a);
-        Place const own = placeOf(attribute.name.at);
+        frame::Place const own = placeOf(attribute.name.at);
         dump.attribute(tree.view(attribute.name), tree.view(attribute.value), own.line, own.column);
       }
     }
@@ -352,7 +352,7 @@ inline std::string dumpOf(frame::Tree const& tree, frame::Places places) {
 
 inline std::string shapeOf(frame::Tree const& tree, bool words = false) {
   Dump dump(false);
-  dumpTree(dump, tree, words, [](std::size_t) { return Place{}; });
+  dumpTree(dump, tree, words, [](std::size_t) { return frame::Place{}; });
   return dump.text();
 }
 

@@ -39,7 +39,7 @@ holds "standard output" '*<description>Visitor badge</description>*' "$out"
 
 # A masked key is no key. Where it is not sent it does not matter.
 kovra compose configuration masked.json --sections wireless
-expect 1 "" 'masked.json: error: readings[0].record.wireless.key: found a masked secret; expected the secret itself, as '\''kovra decode --show-secrets'\'' shows it'
+expect 1 "" 'masked.json: error: readings[0].record.wireless.key: found a masked secret; expected the secret itself'
 kovra compose configuration masked.json --sections lcd_contrast
 expect 0 "$contrast" ""
 kovra compose configuration full.json --sections wireless
@@ -67,6 +67,31 @@ refused '.feeder_mode = "tray"' \
   'feeder_mode: found a text of 4 bytes; expected one of: hopper, manual, auto, alreadyinprinter'
 refused '.takeup_motor.S0.val = null' 'takeup_motor.S0.val: found nothing; expected a number'
 refused '[.]' 'found a list; expected an object'
+
+# Every mistake is told, in the order of the record.
+jq '.wireless.channel = "six" | .standby_timeout = 2147483648 | .wifi = {}' record.json >wrong.json
+kovra compose configuration wrong.json --sections standby_timeout
+expectStatus 1
+same "standard output" "" "$out"
+holds "standard error" 'wrong.json: error: wireless.channel: found a text of 3 bytes; *
+wrong.json: error: standby_timeout: found a number; *
+wrong.json: error: wifi: found an unknown key; *' "$err"
+checks=$((checks + 1))
+(($(wc -l <<<"${err%$'\n'}") == 3)) || complain "$called: more than three lines" "$err"
+
+# A member that a chosen section is made of has to be there, unless zeros are wanted.
+echo '{"lcd_contrast": {"min": 0, "max": 63}}' >part.json
+kovra compose configuration part.json --sections standby_timeout,lcd_contrast
+expectStatus 1
+same "standard output" "" "$out"
+holds "standard error" 'part.json: error: standby_timeout: found nothing; expected *
+part.json: error: lcd_contrast.val: found nothing; expected *' "$err"
+kovra compose configuration part.json --sections standby_timeout,lcd_contrast --zero-missing
+expect 0 '<?xml version="1.0" encoding="UTF-8" ?>
+<configuration>
+    <standby_timeout>0</standby_timeout>
+    <lcd_contrast min="0" max="63">0</lcd_contrast>
+</configuration>' ""
 
 # Texts that hold no record.
 echo '{"standby_timeout": }' >broken.json

@@ -38,7 +38,8 @@ holds "standard error" 'record.json:1:*: error: a: found more than 256 entries; 
 setting="{$(seq -f '"%.0f":0' -s, 126)}"
 printf '{"a":[%s],"b":[%s]}' "$(repeated 127 "{\"s\":$setting}")" "$(repeated 125 0)" >record.json
 kovra compose media record.json
-expect 1 "" 'record.json: error: a: found an unknown key; expected one of: cards, films, laminates, ribbons'
+expect 1 "" 'record.json: error: a: found an unknown key; expected one of: cards, films, laminates, ribbons
+record.json: error: b: found an unknown key; expected one of: cards, films, laminates, ribbons'
 printf '{"a":[%s],"b":[%s]}' "$(repeated 127 "{\"s\":$setting}")" "$(repeated 126 0)" >record.json
 kovra compose media record.json
 expectStatus 1

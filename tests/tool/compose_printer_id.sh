@@ -27,6 +27,16 @@ echo '{"printer_serial": -1}' >wrong.json
 kovra compose printer-id wrong.json --fields model
 expect 1 "" 'wrong.json: error: printer_serial: found a number; expected a whole number from 0 to 4294967295'
 
+echo '{"printer_model": "HX-500 Retransfer"}' >part.json
+kovra compose printer-id part.json --fields model
+expect 0 "$(document "$model")" ""
+kovra compose printer-id part.json --fields model,printhead
+expectStatus 1
+same "standard output" "" "$out"
+holds "standard error" 'part.json: error: printhead_serial: found nothing; expected *' "$err"
+kovra compose printer-id part.json --fields model,printhead --zero-missing
+expect 0 "$(document "$model"$'\n'"    <printhead_serial></printhead_serial>")" ""
+
 kovra compose printer-id --fields model full.json
 expect 0 "$(document "$model")" ""
 

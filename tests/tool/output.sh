@@ -24,7 +24,7 @@ done
 # Whoever has nothing to write needs no output.
 checks=$((checks + 1))
 message=$("$tool" decode /dev/null 2>&1 >&-)
-[[ $? == 1 && $message == "/dev/null:1:1: error: malformed: "* ]] ||
+[[ $? == 1 && $message == "/dev/null:1:1: error: found an empty text; "* ]] ||
   complain "a refusal with standard output closed: $message"
 
 # A reader that leaves early ends the tool soon, with a message and not by a signal.
@@ -42,10 +42,10 @@ found=$("$tool" decode unknown-elements.xml missing.xml minimal.xml 2>&1)
 expected='unknown-elements.xml: general-status <get_general_status>
   printer_state   standby (4)
   num_jobs_total  17
-unknown-elements.xml:3:3: note: <firmware>: unknown element, skipped
-unknown-elements.xml:5:3: note: <cover>: unknown element, skipped
-unknown-elements.xml:9:3: note: <Error>: unknown element, skipped
-unknown-elements.xml:11:3: note: <power_saving>: unknown element, skipped
+unknown-elements.xml:3:3: warning: <firmware>: unknown element, skipped
+unknown-elements.xml:5:3: warning: <cover>: unknown element, skipped
+unknown-elements.xml:9:3: warning: <Error>: unknown element, skipped
+unknown-elements.xml:11:3: warning: <power_saving>: unknown element, skipped
 missing.xml: error: No such file or directory
 
 minimal.xml: general-status <get_general_status>

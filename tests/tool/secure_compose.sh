@@ -173,6 +173,8 @@ misused '*--torque: found nothing;*' calibrate --type low --rpm 60
 misused '*--antenna: found nothing;*' rfid --mode on
 misused '*--mode: found nothing;*' rfid --antenna 1
 misused '*--text: found a text beside a spool;*' laminator --spool top --text heat
+misused $'kovra: error: --motor: found "wheel"; *\nkovra: error: --state: found "stop"; *\nTry *' \
+  motor --motor wheel --state stop
 misused '*' wheel --state on
 misused '*' motor --state on --direction forward --speed fast
 

@@ -18,7 +18,7 @@ Try '$helper --help'."
 wrong "A subcommand is required" kovra
 wrong "The following argument was not expected: --bogus" "kovra decode" decode --bogus minimal.xml
 wrong "The following argument was not expected: -x" "kovra decode" decode -x
-wrong '--as: unknown document "nope"; expected one of: '"$("$tool" list | cut -d' ' -f1 | paste -sd, | sed 's/,/, /g')" \
+wrong '--as: unknown message "nope"; expected one of: '"$("$tool" list | cut -d' ' -f1 | paste -sd, | sed 's/,/, /g')" \
   "kovra decode" decode --as nope minimal.xml
 wrong "--format: xml not in {table,json,jsonl}" "kovra decode" decode --format xml minimal.xml
 wrong "--null requires --files-from" "kovra decode" decode --null minimal.xml

@@ -22,58 +22,23 @@ namespace {
 
 // Values from the command line.
 
-Value textValue(std::string text) {
-  Value value;
-  value.kind = Value::Kind::text;
-  value.text = std::move(text);
-  return value;
-}
-
-Value flagValue(bool flag) {
-  Value value;
-  value.kind = Value::Kind::flag;
-  value.flag = flag;
-  return value;
-}
-
-Value numberValue(long number) {
-  Value value;
-  value.kind = Value::Kind::integer;
-  value.integer = number;
-  return value;
-}
-
-Value realValue(double number) {
-  Value value;
-  value.kind = Value::Kind::real;
-  value.real = number;
-  return value;
-}
-
-Value listValue(std::vector<std::string> const& texts) {
-  Value value;
-  value.kind = Value::Kind::list;
-  for (std::string const& text : texts) value.items.push_back(textValue(text));
-  return value;
+Value listOf(std::vector<std::string> const& texts) {
+  Value list = Value::list();
+  for (std::string const& text : texts) list.append(text);
+  return list;
 }
 
 /// An object that options add members to.
 class Object {
  public:
-  Object() { value_->kind = Value::Kind::record; }
-
   /// What adds the member `name`.
   auto adder(std::string const& name) const {
-    return [value = value_, name](Value member) {
-      Member& added = value->members.emplace_back();
-      added.name = name;
-      added.value = std::move(member);
-    };
+    return [value = value_, name](Value member) { value->add(name, std::move(member)); };
   }
   Value const& value() const { return *value_; }
 
  private:
-  std::shared_ptr<Value> value_ = std::make_shared<Value>();
+  std::shared_ptr<Value> value_ = std::make_shared<Value>(Value::object());
 };
 
 /// The names in lines that are not too long for the help.
@@ -92,10 +57,17 @@ std::string listed(std::vector<std::string> const& names) {
 
 // Options.
 
+/// "--zero-missing" of "zero_missing".
+std::string optionFor(Choice const& choice) {
+  std::string name = choice.name();
+  std::replace(name.begin(), name.end(), '_', '-');
+  return "--" + name;
+}
+
 CLI::Option* addNumberChoice(CLI::App& app, Choice const& choice, Object const& choices) {
   auto const add = choices.adder(choice.name());
   CLI::Option* const option = app.add_option_function<int>(
-      "--" + choice.name(), [add](int given) { add(numberValue(given)); }, choice.title());
+      optionFor(choice), [add](int given) { add(given); }, choice.title());
   std::vector<long> allowed;
   for (long number = choice.least(); choice.most() != 0 && number <= choice.most(); ++number) {
     allowed.push_back(number);
@@ -108,8 +80,7 @@ CLI::Option* addWordChoice(CLI::App& app, Choice const& choice, Object const& ch
   auto const add = choices.adder(choice.name());
   return app
       .add_option_function<std::string>(
-          "--" + choice.name(), [add](std::string const& given) { add(textValue(given)); },
-          choice.title())
+          optionFor(choice), [add](std::string const& given) { add(given); }, choice.title())
       ->check(CLI::IsMember(choice.words()));
 }
 
@@ -117,8 +88,7 @@ CLI::Option* addWordsChoice(CLI::App& app, Choice const& choice, Object const& c
   auto const add = choices.adder(choice.name());
   return app
       .add_option_function<std::vector<std::string>>(
-          "--" + choice.name(),
-          [add](std::vector<std::string> const& given) { add(listValue(given)); },
+          optionFor(choice), [add](std::vector<std::string> const& given) { add(listOf(given)); },
           choice.title() + ", separated by commas:\n" + listed(choice.words()))
       ->delimiter(',')
       ->allow_extra_args(false)  // what follows is the record
@@ -131,7 +101,7 @@ void addChoice(CLI::App& app, Choice const& choice, Object const& choices) {
     case Choice::Form::flag: {
       auto const add = choices.adder(choice.name());
       app.add_flag_callback(
-          "--" + choice.name(), [add] { add(flagValue(true)); }, choice.title());
+          optionFor(choice), [add] { add(true); }, choice.title());
       return;
     }
     case Choice::Form::word:
@@ -154,77 +124,39 @@ void addMember(CLI::App& app, MemberDescription const& member, Object const& com
   switch (member.kind()) {
     case Value::Kind::integer:
       app.add_option_function<long>(
-             option, [add](long given) { add(numberValue(given)); }, member.title())
+             option, [add](long given) { add(given); }, member.title())
           ->option_text("NUMBER");
       return;
     case Value::Kind::real:
       app.add_option_function<double>(
-             option, [add](double given) { add(realValue(given)); }, member.title())
+             option, [add](double given) { add(given); }, member.title())
           ->option_text("NUMBER");
       return;
     default:
       app.add_option_function<std::string>(
-             option, [add](std::string const& given) { add(textValue(given)); }, member.title())
+             option, [add](std::string const& given) { add(given); }, member.title())
           ->option_text("WORD");
   }
 }
 
 // Records.
 
-/// "readings[0].record.wireless.channel: found a text of 3 bytes; expected ..."
-std::string sentence(Problem problem, std::string const& where) {
-  if (!where.empty()) problem.path = where + (problem.path.empty() ? "" : ".") + problem.path;
-  return problem.description();
+using Sentences = std::vector<std::string>;
+
+/// Where a problem stands in the JSON.
+std::string pathIn(Record const& record, Problem const& problem) {
+  return problem.path().empty() ? record.path : joined(record.path, problem.path());
 }
 
-/// The value at a path of names with points between them, or null.
-Value const* valueAt(Value const& record, std::string_view path) {
-  std::size_t const point = path.find('.');
-  Value const* const member = record.find(std::string(path.substr(0, point)));
-  if (member == nullptr || point == path.npos) return member;
-  return valueAt(*member, path.substr(point + 1));
-}
-
-/// Is the member in a section of the document that was not chosen?
-bool isLeftOut(Message const& message, std::string_view path, Value const& choices) {
-  std::string const section(path.substr(0, path.find('.')));
-  for (Choice const& choice : message.choices()) {
-    std::vector<std::string> const words = choice.words();
-    if (std::find(words.begin(), words.end(), section) == words.end()) continue;
-    Value const* const chosen = choices.find(choice.name());
-    return chosen == nullptr ||
-           std::none_of(chosen->items.begin(), chosen->items.end(),
-                        [&](Value const& item) { return item.text == section; });
+/// Prints the document; what is wrong with the record, where there is none.
+Sentences printDocument(Message const& message, Record const& record, Value const& choices) {
+  Sentences wrong;
+  Composition const composition = compose(message.name(), record.value, choices);
+  print(composition.text());
+  for (Problem const& problem : composition.problems()) {
+    wrong.push_back(sentence(pathIn(record, problem), problem.found(), problem.expected()));
   }
-  return false;
-}
-
-/// `decode` shows ****** in place of a key, and no printer shall get that for one.
-bool holdsNoMask(Message const& message, Value const& record, Value const& choices,
-                 Problem& problem) {
-  for (std::string const& path : message.secrets()) {
-    Value const* const secret = valueAt(record, path);
-    bool const isMask =
-        secret != nullptr && secret->kind == Value::Kind::text && secret->text == mask;
-    if (!isMask || isLeftOut(message, path, choices)) continue;
-    problem.path = path;
-    problem.found = "a masked secret";
-    problem.expected = "the secret itself, as 'kovra decode --show-secrets' shows it";
-    return false;
-  }
-  return true;
-}
-
-/// The document, or a RecordFailure.
-std::string document(Message const& message, Record const& record, Value const& choices) {
-  Composition composition;
-  if (holdsNoMask(message, record.value, choices, composition.problem)) {
-    composition = compose(message.name(), record.value, choices);
-  }
-  if (!composition.composed) {
-    throw RecordFailure({}, sentence(std::move(composition.problem), record.path));
-  }
-  return std::move(composition.text);
+  return wrong;
 }
 
 ExitStatus refuse(ExitStatus status, std::string const& file, Place place, std::string const& why) {
@@ -246,8 +178,12 @@ Record read(Input const& input, std::string const& name) {
 
 /// Whatever fails here is told with the name of the file: it is the one that somebody has to mend.
 ExitStatus composeFrom(Input const& input, Message const& message, Value const& choices) try {
-  print(document(message, read(input, message.recordOf()), choices));
-  return ExitStatus::good;
+  auto status = ExitStatus::good;
+  for (std::string const& wrong :
+       printDocument(message, read(input, message.recordOf()), choices)) {
+    status = refuse(ExitStatus::refused, input.file, {}, wrong);
+  }
+  return status;
 } catch (RecordFailure const& failure) {
   return refuse(ExitStatus::refused, input.file, failure.place(), failure.why());
 } catch (InputFailure const& failure) {
@@ -272,16 +208,22 @@ void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
   });
 }
 
+/// The last problem ends the command line like any other mistake in it.
+[[noreturn]] void refuseCommand(std::vector<Problem> const& problems) {
+  for (std::size_t i = 0; i + 1 < problems.size(); ++i) {
+    complain("kovra: error: --" + problems[i].message());
+  }
+  throw CLI::ValidationError("--" + problems.back().message());
+}
+
 /// The members as options: what does not fit is a mistake on the command line.
 void addCommand(CLI::App& app, Message const& message) {
   Object const command;
   for (MemberDescription const& member : message.members()) addMember(app, member, command);
   app.callback([message, command] {
     Composition const composition = compose(message.name(), command.value());
-    if (!composition.composed) {
-      throw CLI::ValidationError("--" + composition.problem.description());
-    }
-    print(composition.text);
+    if (!composition) refuseCommand(composition.problems());
+    print(composition.text());
   });
 }
 
@@ -319,10 +261,12 @@ void addCompose(CLI::App& app, ExitStatus& status) {
       app.add_subcommand("compose", "Make documents that the printer accepts from records");
   compose->require_subcommand(1);
   compose->footer(
-      R"(A member that the record leaves out is zero. A keyword is its code, its word, or
-the object that 'kovra decode' shows. Where the record does not fit nothing is
-written; one line says what was found where, and what would be right, and repeats
-no value, which might be a secret.
+      R"(A keyword is its code, its word, or the object that 'kovra decode' shows. A
+member that a chosen section is made of has to be in the record, unless
+--zero-missing is given; then, and in all other documents, it is zero. Where the
+record does not fit nothing is written; a line for each mistake says what was
+found where, and what would be right, and repeats no value, which might be a
+secret.
 
 A record may hold lists and objects of at most 256 entries, in one another at
 most 32 levels deep, names of at most 256 bytes, and at most 16384 values in all.

@@ -1,18 +1,18 @@
 #include "decode.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <kovra.hpp>
 #include <memory>
 #include <new>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "input.hpp"
-#include "json.hpp"
 #include "max_size.hpp"
 #include "output.hpp"
-#include "secret.hpp"
 #include "table.hpp"
 
 namespace Kovra::tool {
@@ -73,18 +73,32 @@ void Run::listedInputs() try {
   refuse(failure.status(), options_.list, {}, failure.what());
 }
 
-std::string reasonOf(Decoding const& decoding, std::string const& as) {
-  bool const unknown = decoding.status == Decoding::Status::unknownRoot && as.empty();
-  return decoding.description() + (unknown ? " ('kovra list' names them)" : "");
+/// The name of the finding's kind; empty where nothing was found.
+std::string kindOf(Finding const& finding) {
+  std::vector<FindingKind> const kinds = findingKinds();
+  auto const kind = std::find_if(kinds.begin(), kinds.end(), [&](FindingKind const& known) {
+    return known.id() == finding.id();
+  });
+  return kind != kinds.end() ? kind->name() : "";
+}
+
+std::string reasonOf(Refusal const& refusal, std::string const& as) {
+  bool const isUnknown = as.empty() && kindOf(refusal) == "unknown_root";
+  return refusal.message() + (isUnknown ? " ('kovra list' names them)" : "");
+}
+
+Place placeOf(Finding const& finding) {
+  return {finding.line(), finding.column()};
 }
 
 void Run::input(std::string const& path) try {
   std::string_view const text = textOf(path);
-  Decoding const decoding = decode(text.data(), text.size(), options_.as);
-  if (decoding.status == Decoding::Status::decoded) {
+  Decoding const decoding = decode(text, options_.as);
+  if (decoding) {
     show(decoding, path);
   } else {
-    refuse(ExitStatus::refused, path, decoding.place, reasonOf(decoding, options_.as));
+    Refusal const refusal = decoding.refusal();
+    refuse(ExitStatus::refused, path, placeOf(refusal), reasonOf(refusal, options_.as));
   }
 } catch (InputFailure const& failure) {
   refuse(failure.status(), path, {}, failure.what());
@@ -99,9 +113,17 @@ std::string_view Run::textOf(std::string const& path) {
   return reader_.read(path);
 }
 
+/// The object on one line, with the reply's file in front of all else. Bytes of its name that are
+/// no UTF-8 become U+FFFD.
+std::string jsonLine(Decoding const& decoding, Secrets secrets, std::string_view source) {
+  std::string const name =
+      nlohmann::json(source).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+  return "{\"source\":" + name + ',' + decoding.toJson(-1, secrets).substr(1) + '\n';
+}
+
 void Run::show(Decoding const& decoding, std::string_view path) {
   if (options_.format == "json") {
-    print(json(decoding, secrets_));
+    print(decoding.toJson(2, secrets_) + '\n');
   } else if (options_.format == "jsonl") {
     print(jsonLine(decoding, secrets_, path));
   } else {
@@ -110,13 +132,14 @@ void Run::show(Decoding const& decoding, std::string_view path) {
 }
 
 void Run::showTables(Decoding const& decoding, std::string_view path) {
-  for (Reading const& reading : decoding.readings) {
+  for (Reading const& reading : decoding.readings()) {
     if (tableBefore_) print("\n");
     tableBefore_ = true;
-    print(table(reading, decoding.root, secrets_, severalInputs_ ? inputName(path) : ""));
+    print(table(reading, decoding.root(), secrets_, severalInputs_ ? inputName(path) : ""));
   }
-  for (Note const& note : decoding.notes) {
-    complain(messagePrefix(path, note.place, "note") + note.description());
+  for (Note const& note : decoding.notes()) {
+    bool const isWarning = note.severity() == Severity::warning;
+    complain(messagePrefix(path, placeOf(note), isWarning ? "warning" : "note") + note.message());
   }
 }
 
@@ -125,11 +148,10 @@ void Run::refuse(ExitStatus status, std::string_view path, Place place, std::str
   complain(messagePrefix(path, place, "error").append(why));
 }
 
-/// Empty for the name of a document, else the complaint.
-std::string checkDocument(std::string const& name) {
-  Decoding const decoding = decode(nullptr, 0, name);
-  bool const unknown = decoding.status == Decoding::Status::unknownName;
-  return unknown ? decoding.description() : "";
+/// Empty for the name of a message that is read, else the complaint.
+std::string checkMessage(std::string const& name) {
+  Refusal const refusal = decode({}, name).refusal();
+  return kindOf(refusal) == "unknown_message" ? refusal.message() : "";
 }
 
 void describe(CLI::App& command, Options& options) {
@@ -140,7 +162,7 @@ void describe(CLI::App& command, Options& options) {
       ->check(CLI::IsMember({"table", "json", "jsonl"}));
   command.add_option("--as", options.as, "Read as this document only; 'kovra list' has the names")
       ->option_text("NAME")
-      ->check(checkDocument);
+      ->check(checkMessage);
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not ******\n"
                    "in their place");

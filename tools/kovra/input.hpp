@@ -5,7 +5,6 @@
 #define KOVRA_TOOL_INPUT_HPP
 
 #include <cstddef>
-#include <kovra.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +16,12 @@ inline constexpr std::string_view standardInput = "-";
 
 /// How messages call an input: its path as given, or `<stdin>`.
 std::string inputName(std::string_view path);
+
+/// A place in an input. Line 0 means that none is known.
+struct Place {
+  int line = 0;
+  int column = 0;
+};
 
 /// How a message on a place in an input begins: `reply.xml:4:5: note: `.
 std::string messagePrefix(std::string_view path, Place place, std::string_view severity);

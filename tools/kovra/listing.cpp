@@ -21,8 +21,9 @@ std::string joined(std::vector<std::string> const& words) {
 
 void listDocuments() {
   std::vector<std::vector<std::string>> rows;
-  for (Document const& document : documents()) {
-    rows.push_back({document.name, joined(document.roots), document.title});
+  for (Message const& message : messages()) {
+    if (message.isRead())
+      rows.push_back({message.name(), joined(message.roots()), message.title()});
   }
   print(columns(rows));
 }

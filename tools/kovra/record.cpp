@@ -74,50 +74,34 @@ class Builder final : public nlohmann::json_sax<Json> {
   Steps end() { return {text_.data() + text_.size(), &reached_}; }
   Value result() { return std::move(root_); }
 
-  bool null() override {
-    add(Value::Kind::nothing);
-    return true;
-  }
-  bool boolean(bool flag) override {
-    if (Value* const value = add(Value::Kind::flag)) value->flag = flag;
-    return true;
-  }
-  bool number_integer(number_integer_t number) override {
-    if (Value* const value = add(Value::Kind::integer)) value->integer = number;
-    return true;
-  }
-  bool number_unsigned(number_unsigned_t number) override {
-    if (Value* const value = add(Value::Kind::natural)) value->natural = number;
-    return true;
-  }
-  bool number_float(number_float_t number, string_t const&) override {
-    if (Value* const value = add(Value::Kind::real)) value->real = number;
-    return true;
-  }
-  bool string(string_t& text) override {
-    if (Value* const value = add(Value::Kind::text)) value->text = text;
-    return true;
-  }
+  bool null() override { return add({}); }
+  bool boolean(bool flag) override { return add(flag); }
+  bool number_integer(number_integer_t number) override { return add(number); }
+  bool number_unsigned(number_unsigned_t number) override { return add(number); }
+  bool number_float(number_float_t number, string_t const&) override { return add(number); }
+  bool string(string_t& text) override { return add(text); }
   /// JSON has none; only other formats of the library do.
   bool binary(binary_t&) override { return false; }
 
-  bool start_object(std::size_t) override { return open(Value::Kind::record); }
-  bool start_array(std::size_t) override { return open(Value::Kind::list); }
+  bool start_object(std::size_t) override { return open(Value::object()); }
+  bool start_array(std::size_t) override { return open(Value::list()); }
   bool end_object() override { return close(); }
   bool end_array() override { return close(); }
 
   bool key(string_t& name) override {
     if (skipped_ > 0) return true;
     Value& record = *open_.back();
-    countEntry(record.members.size());
+    countEntry(record.size());
     if (name.size() > maxName) {
-      fail(open_.size() - 1, keyOffset(), "a name of " + std::to_string(name.size()) + " bytes",
+      fail(path(open_.size() - 1), keyOffset(),
+           "a name of " + std::to_string(name.size()) + " bytes",
            "at most " + std::to_string(maxName));
     }
-    record.members.emplace_back().name = name;
-    if (record.find(name) != &record.members.back().value) {
-      fail(open_.size(), keyOffset(), "a key for the second time", "each key once");
+    if (record.find(name) != nullptr) {
+      fail(joined(path(open_.size() - 1), name), keyOffset(), "a key for the second time",
+           "each key once");
     }
+    record.add(name, {});
     return true;
   }
 
@@ -125,8 +109,8 @@ class Builder final : public nlohmann::json_sax<Json> {
                    Json::exception const& error) override {
     constexpr int numberOverflow = 406;
     if (error.id == numberOverflow) {
-      add(Value::Kind::real);
-      fail(open_.size(), position - token.size(), "a number beyond all bounds",
+      add({});
+      fail(path(open_.size()), position - token.size(), "a number beyond all bounds",
            "one that a double can hold");
     }
     throw RecordFailure(placeOf(text_, std::max<std::size_t>(position, 1) - 1),
@@ -134,51 +118,51 @@ class Builder final : public nlohmann::json_sax<Json> {
   }
 
  private:
-  /// The value that comes next, in its place; null among those that nobody needs.
-  Value* add(Value::Kind kind) {
-    if (skipped_ > 0) return nullptr;
+  /// Puts the value into its place, unless it is one of those that nobody needs.
+  bool add(Value value) {
+    if (skipped_ == 0) place(std::move(value));
+    return true;
+  }
+
+  Value& place(Value value) {
     if (++values_ > maxValues) tooMany(0, maxValues, " values in all");
-    Value* const value = next();
-    value->kind = kind;
-    value->secret = true;
-    return value;
+    value.markSecret();
+    return next() = std::move(value);
   }
 
-  Value* next() {
-    if (open_.empty()) return &root_;
+  /// Where the next value belongs.
+  Value& next() {
+    if (open_.empty()) return root_;
     Value& container = *open_.back();
-    if (container.kind == Value::Kind::record) return &container.members.back().value;
-    countEntry(container.items.size());
-    return &container.items.emplace_back();
+    if (container.isRecord()) return container.members().back().value();
+    countEntry(container.size());
+    return container.append({});
   }
 
-  bool open(Value::Kind kind) {
+  bool open(Value container) {
     if (open_.size() + skipped_ == maxLevels) {
       tooMany(open_.size(), maxLevels, " levels of lists and objects");
     }
     if (skipped_ > 0 || atNotes()) {
       ++skipped_;
     } else {
-      open_.push_back(add(kind));
+      open_.push_back(&place(std::move(container)));
     }
     return true;
   }
 
-  /// What vectors took in advance is given back, since most containers stay small.
   bool close() {
     if (skipped_ > 0) {
       --skipped_;
-      return true;
+    } else {
+      open_.pop_back();
     }
-    open_.back()->items.shrink_to_fit();
-    open_.back()->members.shrink_to_fit();
-    open_.pop_back();
     return true;
   }
 
   bool atNotes() const {
-    return open_.size() == 1 && open_.back()->kind == Value::Kind::record &&
-           open_.back()->members.back().name == notesKey;
+    return open_.size() == 1 && open_.back()->isRecord() &&
+           open_.back()->members().back().name() == notesKey;
   }
 
   void countEntry(std::size_t before) const {
@@ -186,29 +170,23 @@ class Builder final : public nlohmann::json_sax<Json> {
   }
 
   [[noreturn]] void tooMany(std::size_t levels, std::size_t bound, std::string const& what) const {
-    fail(levels, offset(), "more than " + std::to_string(bound) + what,
+    fail(path(levels), offset(), "more than " + std::to_string(bound) + what,
          "at most " + std::to_string(bound));
   }
 
-  [[noreturn]] void fail(std::size_t levels, std::size_t offset, std::string found,
-                         std::string expected) const {
-    Problem problem;
-    problem.path = path(levels);
-    problem.found = std::move(found);
-    problem.expected = std::move(expected);
-    throw RecordFailure(placeOf(text_, offset), problem.description());
+  [[noreturn]] void fail(std::string const& path, std::size_t offset, std::string const& found,
+                         std::string const& expected) const {
+    throw RecordFailure(placeOf(text_, offset), sentence(path, found, expected));
   }
 
   /// That of the value or key added last to the innermost of so many containers that are open.
   std::string path(std::size_t levels) const {
     std::string path;
     for (std::size_t i = 0; i < levels; ++i) {
-      Value const* const container = open_[i];
-      if (container->kind == Value::Kind::record && !container->members.empty()) {
-        path += (path.empty() ? "" : ".") + container->members.back().name;
-      } else if (!container->items.empty()) {
-        path += '[' + std::to_string(container->items.size() - 1) + ']';
-      }
+      Value const& container = *open_[i];
+      if (container.empty()) continue;
+      path = container.isRecord() ? joined(path, container.members().back().name())
+                                  : path + '[' + std::to_string(container.size() - 1) + ']';
     }
     return path;
   }
@@ -249,42 +227,47 @@ Value valueOf(std::string_view text) try {
   throw RecordFailure({}, "cannot be read as JSON");
 }
 
-Value* memberOf(Value& record, std::string_view name) {
-  auto const found = std::find_if(record.members.begin(), record.members.end(),
-                                  [&](Member const& member) { return member.name == name; });
-  return found != record.members.end() ? &found->value : nullptr;
+/// A message's name is told only when it is one: any other text is the input's.
+std::string knownName(std::string_view name) {
+  std::vector<Message> const known = messages();
+  bool const isKnown = std::any_of(known.begin(), known.end(), [&](Message const& message) {
+    return message.isRead() && message.name() == name;
+  });
+  return isKnown ? std::string(name) : "an unknown message";
 }
 
-/// A document's name is told only when it is one: any other text is the input's.
-std::string knownName(std::string const& name) {
-  std::vector<Document> const known = documents();
-  bool const isKnown = std::any_of(known.begin(), known.end(),
-                                   [&](Document const& document) { return document.name == name; });
-  return isKnown ? name : "an unknown document";
-}
-
-/// Takes the record of the document's reading out of what `decode` printed.
-Record recordIn(Value& readings, std::string_view document) {
+/// Takes the record of the message's reading out of what `decode` printed.
+Record recordIn(Value& readings, std::string_view message) {
   std::string found;
-  for (std::size_t i = 0; i < readings.items.size(); ++i) {
-    Value* const record = memberOf(readings.items[i], "record");
-    Value const* const name = memberOf(readings.items[i], "document");
+  for (std::size_t i = 0; i < readings.items().size(); ++i) {
+    Value& reading = readings.items()[i];
+    Value* const record = reading.find("record");
+    Value const* const name = reading.find("document");
     if (record == nullptr || name == nullptr) continue;
-    if (name->text == document) {
+    if (name->asText("") == message) {
       return {std::move(*record), "readings[" + std::to_string(i) + "].record"};
     }
-    found += (found.empty() ? "" : ", ") + knownName(name->text);
+    found += (found.empty() ? "" : ", ") + knownName(name->asText(""));
   }
-  throw RecordFailure({}, "readings: found " + (found.empty() ? "none" : found) + "; expected " +
-                              std::string(document));
+  throw RecordFailure({},
+                      sentence("readings", found.empty() ? "none" : found, std::string(message)));
 }
 
 }  // namespace
 
-Record recordFrom(std::string_view text, std::string_view document) {
+std::string sentence(std::string const& path, std::string const& found,
+                     std::string const& expected) {
+  return (path.empty() ? "" : path + ": ") + "found " + found + "; expected " + expected;
+}
+
+std::string joined(std::string const& path, std::string_view name) {
+  return path + (path.empty() ? "" : ".") + std::string(name);
+}
+
+Record recordFrom(std::string_view text, std::string_view message) {
   Value whole = valueOf(text);
-  Value* const readings = memberOf(whole, "readings");
-  if (readings != nullptr) return recordIn(*readings, document);
+  Value* const readings = whole.find("readings");
+  if (readings != nullptr) return recordIn(*readings, message);
   return {std::move(whole), ""};
 }
 

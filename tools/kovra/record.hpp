@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 
+#include "input.hpp"
+
 namespace Kovra::tool {
 
 // What a text may hold at most. No record that a printer has comes near, and what is beyond is
@@ -41,18 +43,25 @@ class RecordFailure : public std::exception {
   std::string why_;
 };
 
+/// What is wrong at a path of the JSON: "wireless.channel: found a text of 3 bytes; expected ..."
+std::string sentence(std::string const& path, std::string const& found,
+                     std::string const& expected);
+
+/// The path of the member `name` of what stands at `path`.
+std::string joined(std::string const& path, std::string_view name);
+
 /// A record, and where in the JSON it stands: "" or "readings[0].record".
 struct Record {
   Value value;
   std::string path;
 };
 
-/// Takes the record from JSON: the object that `decode` prints, of which the reading of `document`
+/// Takes the record from JSON: the object that `decode` prints, of which the reading of `message`
 /// counts, or the record alone. Throws a RecordFailure for a text that is no JSON, that goes beyond
 /// the bounds above, that names a key twice, or that lacks the reading. No failure repeats anything
 /// of the text but names of keys, and all values are marked as secrets, so that no problem with one
 /// shows it: which of them are keys is known only when it is too late.
-Record recordFrom(std::string_view json, std::string_view document);
+Record recordFrom(std::string_view json, std::string_view message);
 
 }  // namespace Kovra::tool
 

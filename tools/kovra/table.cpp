@@ -4,8 +4,10 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 
 #include "printable.hpp"
+#include "secret.hpp"
 
 namespace Kovra::tool {
 
@@ -29,32 +31,48 @@ std::string quoted(std::string_view text) {
 }
 
 std::string keyword(Value const& value) {
-  return value.known ? printable(value.text) + " (" + digits(value.integer) + ')'
-                     : quoted(value.text) + " (" + digits(value.integer) + ", unknown)";
+  return value.isKnown() ? printable(value.word()) + " (" + digits(value.code()) + ')'
+                         : quoted(value.word()) + " (" + digits(value.code()) + ", unknown)";
+}
+
+std::string natural(Value const& value) {
+  std::uint64_t const number = value.asNatural();
+  return value.isHexadecimal() ? "0x" + digits(number, 16) : digits(number);
+}
+
+std::string text(std::string_view text) {
+  return text.empty() ? quoted("") : printable(text);
+}
+
+/// Is this a single value to be masked? Lists and records are not: their entries are, each by
+/// itself. A keyword is no secret, since its words are public.
+bool isMasked(Value const& value, Secrets secrets) {
+  bool const isSingle = value.isFlag() || value.isWhole() || value.isReal() || value.isText();
+  return secrets == Secrets::masked && value.isSecret() && isSingle;
 }
 
 /// What stands beside the name. Entries of lists and members of records have rows of their own.
 std::string cell(Value const& value, Secrets secrets) {
   if (isMasked(value, secrets)) return mask;
-  switch (value.kind) {
+  switch (value.kind()) {
     case Value::Kind::nothing:
       return "(nothing)";
     case Value::Kind::flag:
-      return value.flag ? "yes" : "no";
+      return value.asBool() ? "yes" : "no";
     case Value::Kind::integer:
-      return digits(value.integer);
+      return digits(value.asInteger());
     case Value::Kind::natural:
-      return value.hexadecimal ? "0x" + digits(value.natural, 16) : digits(value.natural);
+      return natural(value);
     case Value::Kind::real:
-      return digits(value.real);
+      return digits(value.asReal());
     case Value::Kind::text:
-      return value.text.empty() ? quoted("") : printable(value.text);
+      return text(value.asText());
     case Value::Kind::keyword:
       return keyword(value);
     case Value::Kind::list:
-      return value.items.empty() ? "(none)" : "";
+      return value.empty() ? "(none)" : "";
     case Value::Kind::record:
-      return value.members.empty() ? "(empty)" : "";
+      return value.empty() ? "(empty)" : "";
   }
   return {};
 }
@@ -62,11 +80,11 @@ std::string cell(Value const& value, Secrets secrets) {
 void addRow(Rows& rows, std::size_t depth, std::string_view name, Value const& value,
             Secrets secrets) {
   rows.push_back({indented(depth, name), cell(value, secrets)});
-  for (std::size_t i = 0; i < value.items.size(); ++i) {
-    addRow(rows, depth + 1, std::to_string(i + 1), value.items[i], secrets);
+  for (std::size_t i = 0; i < value.items().size(); ++i) {
+    addRow(rows, depth + 1, std::to_string(i + 1), value.items()[i], secrets);
   }
-  for (Member const& member : value.members) {
-    addRow(rows, depth + 1, member.name, member.value, secrets);
+  for (Member const& member : value.members()) {
+    addRow(rows, depth + 1, member.name(), member.value(), secrets);
   }
 }
 
@@ -96,16 +114,19 @@ std::string columns(Rows const& rows) {
   return out;
 }
 
+std::string rows(Value const& record, Secrets secrets) {
+  Rows all;
+  for (Member const& member : record.members()) {
+    addRow(all, 1, member.name(), member.value(), secrets);
+  }
+  return columns(all);
+}
+
 std::string table(Reading const& reading, std::string_view root, Secrets secrets,
                   std::string_view source) {
   std::string out = source.empty() ? "" : printable(source) + ": ";
-  out += reading.document + " <" + printable(root) + ">\n";
-  Rows rows;
-  for (Member const& member : reading.record.members) {
-    addRow(rows, 1, member.name, member.value, secrets);
-  }
-  out += columns(rows);
-  if (!reading.result) out += "  (the library reports false for this reply)\n";
+  out += reading.message() + " <" + printable(root) + ">\n" + rows(reading.record(), secrets);
+  if (!reading.result()) out += "  (the library reports false for this reply)\n";
   return out;
 }
 

@@ -9,14 +9,15 @@
 #include <string_view>
 #include <vector>
 
-#include "secret.hpp"
-
 namespace Kovra::tool {
 
 /// What one reader made of a reply: a heading and a row for each member. The heading names the
 /// reply's file where `source` does.
 std::string table(Reading const& reading, std::string_view root, Secrets secrets,
                   std::string_view source);
+
+/// A row for each member of a record, and for all below it.
+std::string rows(Value const& record, Secrets secrets);
 
 /// Rows of cells as aligned columns, without a heading.
 std::string columns(std::vector<std::vector<std::string>> const& rows);

@@ -2,50 +2,56 @@
 
 #include <gtest/gtest.h>
 
+#include <kovra.hpp>
 #include <limits>
 #include <string>
-#include <vector>
-
-#include "values.hpp"
 
 namespace Kovra::tool {
 
 namespace {
 
-std::string tableOf(std::vector<Member> members, Secrets secrets = Secrets::masked) {
-  return table(readingOf(std::move(members)), "get_probe", secrets, "");
+/// A value that people read as bits: only readings make them.
+Value bits(std::string const& number) {
+  return decode("<get_general_status><alarms>" + number + "</alarms></get_general_status>")
+      .readings()
+      .at(0)
+      .record()
+      .at("alarms");
 }
 
-TEST(Table, AlignsValuesBehindTheLongestName) {
-  EXPECT_EQ(tableOf({{"a", integer(-1)}, {"much_longer", natural(2)}}),
-            "probe <get_probe>\n"
+Value secret(Value value) {
+  value.markSecret();
+  return value;
+}
+
+TEST(Rows, AlignValuesBehindTheLongestName) {
+  EXPECT_EQ(rows(Value::object({{"a", -1}, {"much_longer", 2U}}), Secrets::masked),
             "  a            -1\n"
             "  much_longer  2\n");
 }
 
-TEST(Table, NamesTheSourceWhenThereAreSeveral) {
-  EXPECT_EQ(table(readingOf({}), "get_probe", Secrets::masked, "a.xml"),
-            "a.xml: probe <get_probe>\n");
-}
-
-TEST(Table, ShowsEveryKindOfValueForPeople) {
-  EXPECT_EQ(tableOf({{"nothing", Value()},
-                     {"on", flag(true)},
-                     {"off", flag(false)},
-                     {"bits", bits(26)},
-                     {"no_bits", bits(0)},
-                     {"real", real(24.35)},
-                     {"broken", real(std::numeric_limits<double>::quiet_NaN())},
-                     {"text", text("two words")},
-                     {"empty", text("")},
-                     {"known", keyword(3, "printing_heating", true)},
-                     {"unknown", keyword(38, "sleeping", false)}}),
-            "probe <get_probe>\n"
+TEST(Rows, ShowEveryKindOfValueForPeople) {
+  EXPECT_EQ(rows(Value::object({{"nothing", Value()},
+                                {"on", true},
+                                {"off", false},
+                                {"bits", bits("0x1A")},
+                                {"no_bits", bits("0x0")},
+                                {"least", std::numeric_limits<long>::min()},
+                                {"most", std::numeric_limits<unsigned long>::max()},
+                                {"real", 24.35},
+                                {"broken", std::numeric_limits<double>::quiet_NaN()},
+                                {"text", "two words"},
+                                {"empty", ""},
+                                {"known", Value::keyword(3, "printing_heating")},
+                                {"unknown", Value::unknownKeyword(38, "sleeping")}}),
+                 Secrets::masked),
             "  nothing  (nothing)\n"
             "  on       yes\n"
             "  off      no\n"
             "  bits     0x1a\n"
             "  no_bits  0x0\n"
+            "  least    -9223372036854775808\n"
+            "  most     18446744073709551615\n"
             "  real     24.35\n"
             "  broken   nan\n"
             "  text     two words\n"
@@ -54,12 +60,13 @@ TEST(Table, ShowsEveryKindOfValueForPeople) {
             "  unknown  \"sleeping\" (38, unknown)\n");
 }
 
-TEST(Table, IndentsRecordsAndNumbersLists) {
-  EXPECT_EQ(tableOf({{"count", integer(2)},
-                     {"jobs", list({record({{"id", integer(7)}}), record({}), text("odd")})},
-                     {"ribbon", record({{"panels", list({text("yellow")})}})},
-                     {"none", list({})}}),
-            "probe <get_probe>\n"
+TEST(Rows, IndentRecordsAndNumberLists) {
+  EXPECT_EQ(rows(Value::object(
+                     {{"count", 2},
+                      {"jobs", Value::list({Value::object({{"id", 7}}), Value::object(), "odd"})},
+                      {"ribbon", Value::object({{"panels", Value::list({"yellow"})}})},
+                      {"none", Value::list()}}),
+                 Secrets::masked),
             "  count     2\n"
             "  jobs\n"
             "    1\n"
@@ -72,44 +79,81 @@ TEST(Table, IndentsRecordsAndNumbersLists) {
             "  none      (none)\n");
 }
 
-TEST(Table, MasksSecrets) {
-  std::vector<Member> const members{
-      {"key", secret(text("a key"))},
-      {"keys", list({secret(text("first"))})},
-      {"security", secret(keyword(1, "wpa", true))},
-  };
-  EXPECT_EQ(tableOf(members),
-            "probe <get_probe>\n"
-            "  key       ******\n"
+TEST(Rows, MaskSecretsWhateverTheirTypeAndLength) {
+  Value const record = Value::object({{"key", secret("a key")},
+                                      {"none", secret("")},
+                                      {"pin", secret(1234)},
+                                      {"measure", secret(1.5)},
+                                      {"is_set", secret(true)},
+                                      {"keys", Value::list({secret("first"), "public"})}});
+  EXPECT_EQ(rows(record, Secrets::masked),
+            "  key      ******\n"
+            "  none     ******\n"
+            "  pin      ******\n"
+            "  measure  ******\n"
+            "  is_set   ******\n"
             "  keys\n"
-            "    1       ******\n"
-            "  security  wpa (1)\n");
-  EXPECT_EQ(tableOf(members, Secrets::shown),
-            "probe <get_probe>\n"
-            "  key       a key\n"
+            "    1      ******\n"
+            "    2      public\n");
+  EXPECT_EQ(rows(record, Secrets::shown),
+            "  key      a key\n"
+            "  none     \"\"\n"
+            "  pin      1234\n"
+            "  measure  1.5\n"
+            "  is_set   yes\n"
             "  keys\n"
-            "    1       first\n"
-            "  security  wpa (1)\n");
+            "    1      first\n"
+            "    2      public\n");
 }
 
-TEST(Table, NeverDrivesTheTerminal) {
-  std::string const hostile =
-      "\x1b[2J\n\xc2\x9b"
-      "31m\xff";
-  std::string const harmless = "\\x1b[2J\\n\\u009b31m\\xff";
-  EXPECT_EQ(table(readingOf({{"text", text(hostile)}, {"word", keyword(0, hostile, false)}}),
-                  hostile, Secrets::masked, hostile),
-            harmless + ": probe <" + harmless + ">\n  text  " + harmless + "\n  word  \"" +
-                harmless + "\" (0, unknown)\n");
+TEST(Rows, MaskNeitherKeywordsNorWholeListsAndRecords) {
+  EXPECT_EQ(rows(Value::object({{"security", secret(Value::keyword(1, "wpa"))},
+                                {"list", secret(Value::list({1}))},
+                                {"record", secret(Value::object({{"a", 2}}))},
+                                {"nothing", secret(Value())}}),
+                 Secrets::masked),
+            "  security  wpa (1)\n"
+            "  list\n"
+            "    1       1\n"
+            "  record\n"
+            "    a       2\n"
+            "  nothing   (nothing)\n");
+}
+
+std::string const hostile =
+    "\x1b[2J\n\xc2\x9b"
+    "31m\xff";
+std::string const harmless = "\\x1b[2J\\n\\u009b31m\\xff";
+
+TEST(Rows, NeverDriveTheTerminal) {
+  EXPECT_EQ(rows(Value::object({{"text", hostile}, {"word", Value::unknownKeyword(0, hostile)}}),
+                 Secrets::masked),
+            "  text  " + harmless + "\n  word  \"" + harmless + "\" (0, unknown)\n");
+}
+
+/// The table of a reply's only reading.
+std::string tableOf(std::string const& reply, std::string const& root, std::string const& source) {
+  return table(decode(reply).readings().at(0), root, Secrets::masked, source);
+}
+
+TEST(Table, HasAHeadingWithTheMessageAndTheRoot) {
+  std::string const reply = "<get_general_status><error>1</error></get_general_status>";
+  EXPECT_EQ(tableOf(reply, "get_general_status", ""),
+            "general-status <get_general_status>\n"
+            "  error  1\n");
+  EXPECT_EQ(tableOf(reply, "get_general_status", "a.xml"),
+            "a.xml: general-status <get_general_status>\n"
+            "  error  1\n");
+  EXPECT_EQ(tableOf(reply, hostile, hostile),
+            harmless + ": general-status <" + harmless + ">\n  error  1\n");
 }
 
 TEST(Table, SaysThatTheLibraryReportsFalse) {
-  Reading reading = readingOf({{"a", integer(1)}});
-  reading.result = false;
-  EXPECT_EQ(table(reading, "get_probe", Secrets::masked, ""),
-            "probe <get_probe>\n"
-            "  a  1\n"
-            "  (the library reports false for this reply)\n");
+  EXPECT_EQ(
+      tableOf("<get_general_status><error>1</error><error/></get_general_status>", "root", ""),
+      "general-status <root>\n"
+      "  error  1\n"
+      "  (the library reports false for this reply)\n");
 }
 
 TEST(Columns, AlignAllButTheLast) {

@@ -1,0 +1,907 @@
+#include "face/json.hpp"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <iterator>
+#include <limits>
+#include <new>
+#include <set>
+#include <span>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "frame/value.hpp"
+#include "frame/wipe.hpp"
+
+namespace Kovra {
+
+using detail::ValueAccess;
+using Kind = Value::Kind;
+
+// Bytes and characters, for both directions.
+
+namespace {
+
+constexpr std::uint64_t eachByte = 0x0101010101010101;
+constexpr std::uint64_t highBits = 0x80 * eachByte;
+
+/// Marks zero bytes with their highest bits. What stands above the lowest mark may be wrong.
+constexpr std::uint64_t markZeros(std::uint64_t bytes) {
+  return (bytes - eachByte) & ~bytes & highBits;
+}
+
+/// Marks, in the same way, bytes that no text in quotes holds as they are: control characters,
+/// quotes, backslashes, and all beyond '~'.
+constexpr std::uint64_t markSpecials(std::uint64_t bytes) {
+  return ((bytes - 0x20 * eachByte) & ~bytes & highBits) | markZeros(bytes ^ '"' * eachByte) |
+         markZeros(bytes ^ '\\' * eachByte) | (((bytes + eachByte) | bytes) & highBits);
+}
+
+constexpr auto isSpecial = [] {
+  std::array<bool, 256> special{};
+  for (std::size_t byte = 0; byte < special.size(); ++byte) {
+    special[byte] = byte < 0x20 || byte == '"' || byte == '\\' || byte >= 0x7f;
+  }
+  return special;
+}();
+
+std::uint8_t byteAt(char const* at) {
+  return static_cast<std::uint8_t>(*at);
+}
+
+/// How many of eight bytes stand before the first special one.
+std::size_t plainBytes(char const* at) {
+  std::uint64_t bytes;
+  std::memcpy(&bytes, at, sizeof bytes);
+  return static_cast<std::size_t>(std::countr_zero(markSpecials(bytes))) / 8;
+}
+
+/// The lowest byte of a word is the first one in memory.
+constexpr bool takesWords = std::endian::native == std::endian::little;
+
+/// The first special byte, or the end.
+char const* endOfPlain(char const* at, char const* end) {
+  if constexpr (takesWords) {
+    while (end - at >= 8) {
+      std::size_t const plain = plainBytes(at);
+      at += plain;
+      if (plain < 8) return at;
+    }
+  }
+  while (at != end && !isSpecial[byteAt(at)]) ++at;
+  return at;
+}
+
+/// Copies up to the first special byte, or the end; both move on. There has to be room for all.
+void copyPlain(char const*& from, char const* end, char*& out) {
+  if constexpr (takesWords) {
+    while (end - from >= 8) {
+      std::size_t const plain = plainBytes(from);
+      std::memcpy(out, from, 8);
+      from += plain;
+      out += plain;
+      if (plain < 8) return;
+    }
+  }
+  while (from != end && !isSpecial[byteAt(from)]) *out++ = *from++;
+}
+
+/// What stands at a place of a text: a character of UTF-8, or the longest piece that cannot belong
+/// to one.
+struct Character {
+  char32_t code;
+  std::size_t length;
+  bool isBroken;
+};
+
+constexpr std::size_t lengthBehind(std::uint8_t lead) {
+  if (lead < 0x80) return 1;
+  if (lead < 0xc2 || lead > 0xf4) return 0;
+  return lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+}
+
+Character characterAt(char const* at, char const* end) {
+  std::uint8_t const lead = byteAt(at);
+  std::size_t const length = lengthBehind(lead);
+  if (length < 2) return {lead, 1, length == 0};
+  // The second byte tells what is longer than it need be, a surrogate, or beyond Unicode.
+  std::uint8_t least = lead == 0xe0 ? 0xa0 : lead == 0xf0 ? 0x90 : 0x80;
+  std::uint8_t most = lead == 0xed ? 0x9f : lead == 0xf4 ? 0x8f : 0xbf;
+  char32_t code = lead & (0x7fU >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    if (at + i == end || byteAt(at + i) < least || byteAt(at + i) > most) return {0, i, true};
+    code = code << 6 | (byteAt(at + i) & 0x3fU);
+    least = 0x80;
+    most = 0xbf;
+  }
+  return {code, length, false};
+}
+
+constexpr bool isHighSurrogate(char32_t code) {
+  return code >= 0xd800 && code < 0xdc00;
+}
+constexpr bool isLowSurrogate(char32_t code) {
+  return code >= 0xdc00 && code < 0xe000;
+}
+
+}  // namespace
+
+// Writing.
+
+namespace {
+
+constexpr std::size_t longestEscape = 12;  // of a pair of surrogates
+constexpr std::size_t longestNumber = 32;
+constexpr std::size_t firstRoom = 1024;
+
+char* copied(std::string_view text, char* out) {
+  std::memcpy(out, text.data(), text.size());
+  return out + text.size();
+}
+
+char* writeUnit(unsigned unit, char* out) {
+  constexpr char digits[] = "0123456789abcdef";
+  out = copied("\\u", out);
+  for (int shift = 12; shift >= 0; shift -= 4) *out++ = digits[unit >> shift & 0xf];
+  return out;
+}
+
+/// The letter that stands behind a backslash for a character; 0 where there is none.
+constexpr char letterOf(char32_t code) {
+  switch (code) {
+    case '"':
+    case '\\':
+      return static_cast<char>(code);
+    case '\b':
+      return 'b';
+    case '\f':
+      return 'f';
+    case '\n':
+      return 'n';
+    case '\r':
+      return 'r';
+    case '\t':
+      return 't';
+    default:
+      return '\0';
+  }
+}
+
+char* writeEscape(char32_t code, char* out) {
+  if (char const letter = letterOf(code)) {
+    *out++ = '\\';
+    *out++ = letter;
+    return out;
+  }
+  if (code < 0x10000) return writeUnit(code, out);
+  return writeUnit(0xdc00 + (code & 0x3ff), writeUnit(0xd7c0 + (code >> 10), out));
+}
+
+/// With a fraction or an exponent, so that it stays a real when it is read.
+char* writeReal(double number, char* out) {
+  double const size = std::fabs(number);
+  bool const isLong = size != 0 && (size < 1e-4 || size >= 1e15);
+  char* const first = out;
+  out = std::to_chars(out, out + longestNumber, number,
+                      isLong ? std::chars_format::scientific : std::chars_format::fixed)
+            .ptr;
+  return isLong || std::find(first, out, '.') != out ? out : copied(".0", out);
+}
+
+}  // namespace
+
+bool isMasked(Value const& value) noexcept {
+  if (!value.isSecret()) return false;
+  switch (value.kind()) {
+    case Kind::flag:
+    case Kind::integer:
+    case Kind::natural:
+    case Kind::real:
+    case Kind::text:
+      return true;
+    case Kind::nothing:
+    case Kind::keyword:
+    case Kind::list:
+    case Kind::record:
+      return false;
+  }
+  return true;
+}
+
+JsonWriter::JsonWriter(int indentation)
+    : indentation_(indentation > 0 ? static_cast<std::size_t>(indentation) : 0),
+      isPretty_(indentation >= 0) {}
+
+JsonWriter::~JsonWriter() {
+  frame::wipe(buffer_.data(), buffer_.size());
+}
+
+std::string JsonWriter::take() {
+  buffer_.resize(used());
+  isFirst_ = true;
+  at_ = end_ = nullptr;
+  return std::exchange(buffer_, {});
+}
+
+std::size_t JsonWriter::used() const {
+  return buffer_.size() - static_cast<std::size_t>(end_ - at_);
+}
+
+void JsonWriter::makeRoom(std::size_t bytes) {
+  if (static_cast<std::size_t>(end_ - at_) < bytes) grow(bytes);
+}
+
+void JsonWriter::grow(std::size_t bytes) {
+  std::size_t const written = used();
+  std::string larger;
+  larger.reserve(std::max({2 * buffer_.size(), written + bytes, firstRoom}));
+  larger.assign(buffer_, 0, written);
+  larger.resize(larger.capacity());
+  frame::wipe(buffer_.data(), buffer_.size());
+  buffer_ = std::move(larger);
+  at_ = buffer_.data() + written;
+  end_ = buffer_.data() + buffer_.size();
+}
+
+void JsonWriter::breakLine() {
+  constexpr std::string_view block = "                ";
+  std::size_t const blanks = depth_ * indentation_;
+  makeRoom(1 + blanks + block.size());
+  *at_++ = '\n';
+  for (std::size_t i = 0; i < blanks; i += block.size()) copied(block, at_ + i);
+  at_ += blanks;
+}
+
+/// What stands between a key or a value and what is before it.
+void JsonWriter::separate() {
+  bool const isAlone = std::exchange(isBehindKey_, false) || depth_ == 0;
+  bool const isFirst = std::exchange(isFirst_, false);
+  if (isAlone) return;
+  if (!isFirst) {
+    makeRoom(1);
+    *at_++ = ',';
+  }
+  if (isPretty_) breakLine();
+}
+
+void JsonWriter::begin(char bracket) {
+  separate();
+  makeRoom(1);
+  *at_++ = bracket;
+  ++depth_;
+  isFirst_ = true;
+}
+
+void JsonWriter::end(char bracket) {
+  --depth_;
+  if (!std::exchange(isFirst_, false) && isPretty_) breakLine();
+  makeRoom(1);
+  *at_++ = bracket;
+}
+
+void JsonWriter::key(std::string_view name) {
+  separate();
+  quote(name);
+  makeRoom(2);
+  *at_++ = ':';
+  if (isPretty_) *at_++ = ' ';
+  isBehindKey_ = true;
+}
+
+/// There is always room for what is left as it stands, for one escape, and for the quotes.
+void JsonWriter::quote(std::string_view text) {
+  char const* from = text.data();
+  char const* const end = from + text.size();
+  makeRoom(text.size() + longestEscape + 2);
+  *at_++ = '"';
+  for (char* out = at_;; out = at_) {
+    copyPlain(from, end, out);
+    if (from == end) {
+      *out++ = '"';
+      at_ = out;
+      return;
+    }
+    Character const character = characterAt(from, end);
+    from += character.length;
+    at_ = writeEscape(character.isBroken ? U'\ufffd' : character.code, out);
+    makeRoom(static_cast<std::size_t>(end - from) + longestEscape + 1);
+  }
+}
+
+void JsonWriter::word(std::string_view word) {
+  makeRoom(word.size());
+  at_ = copied(word, at_);
+}
+
+void JsonWriter::text(std::string_view text) {
+  separate();
+  quote(text);
+}
+
+void JsonWriter::flag(bool flag) {
+  separate();
+  word(flag ? "true" : "false");
+}
+
+void JsonWriter::null() {
+  separate();
+  word("null");
+}
+
+template <class Number>
+void JsonWriter::whole(Number number) {
+  separate();
+  makeRoom(longestNumber);
+  at_ = std::to_chars(at_, end_, number).ptr;
+}
+
+void JsonWriter::integer(std::int64_t number) {
+  whole(number);
+}
+
+void JsonWriter::natural(std::uint64_t number) {
+  whole(number);
+}
+
+void JsonWriter::real(double number) {
+  if (!std::isfinite(number)) {
+    null();
+    return;
+  }
+  separate();
+  makeRoom(longestNumber + 2);
+  at_ = writeReal(number, at_);
+}
+
+void JsonWriter::keyword(Value const& value) {
+  beginObject();
+  key("code");
+  integer(value.code());
+  key("name");
+  if (value.isKnown()) {
+    text(value.word());
+  } else {
+    null();
+    key("raw");
+    text(value.word());
+  }
+  endObject();
+}
+
+void JsonWriter::value(Value const& value, bool masked) {
+  if (masked && isMasked(value)) return text(secretMask);
+  switch (value.kind()) {
+    case Kind::nothing:
+      return null();
+    case Kind::flag:
+      return flag(value.asBool(false));
+    case Kind::integer:
+      return integer(value.asInteger(0));
+    case Kind::natural:
+      return natural(value.asNatural(0));
+    case Kind::real:
+      return real(value.asReal(0));
+    case Kind::text:
+      return text(ValueAccess::text(value));
+    case Kind::keyword:
+      return keyword(value);
+    case Kind::list:
+      beginArray();
+      for (Value const& item : value.items()) this->value(item, masked);
+      return endArray();
+    case Kind::record:
+      beginObject();
+      for (Member const& member : value.members()) {
+        key(member.name());
+        this->value(member.value(), masked);
+      }
+      return endObject();
+  }
+}
+
+std::string Value::toJson(int indentation) const {
+  JsonWriter writer(indentation);
+  writer.value(*this, false);
+  return writer.take();
+}
+
+// Reading.
+
+JsonError::JsonError(std::string const& what, std::string path, int line, int column,
+                     std::size_t offset)
+    : std::runtime_error(what),
+      line_(line),
+      column_(column),
+      offset_(offset),
+      path_(std::move(path)) {}
+
+/// Copied while it is thrown, so it must not throw itself: without memory the path is left out.
+JsonError::JsonError(JsonError const& other) noexcept
+    : std::runtime_error(other),
+      line_(other.line_),
+      column_(other.column_),
+      offset_(other.offset_) {
+  try {
+    path_ = other.path_;
+  } catch (std::bad_alloc const&) {
+    path_.clear();
+  }
+}
+
+JsonError::~JsonError() = default;
+
+namespace {
+
+/// Skipped at the front, where editors leave it.
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+
+struct LineAndColumn {
+  int line = 1;
+  int column = 1;
+};
+
+/// Of the byte behind `before`, which begins where the first line does.
+LineAndColumn placeBehind(std::string_view before) {
+  std::string_view const line = before.substr(before.rfind('\n') + 1);  // npos + 1 is 0
+  LineAndColumn place;
+  place.line += static_cast<int>(std::count(before.begin(), before.end(), '\n'));
+  place.column += static_cast<int>(
+      std::count_if(line.begin(), line.end(), [](char byte) { return (byte & '\xc0') != '\x80'; }));
+  return place;
+}
+
+/// The keys of one object, of which there may be very many.
+class Keys {
+ public:
+  /// Is the last of the object's members one of those before it, too?
+  bool isRepeated(std::span<Member const> members) {
+    std::string_view const name = members.back().name();
+    auto const earlier = members.first(members.size() - 1);
+    if (earlier.size() < few) {
+      return std::any_of(earlier.begin(), earlier.end(),
+                         [&](Member const& member) { return member.name() == name; });
+    }
+    if (sorted_.empty()) {
+      for (Member const& member : earlier) sorted_.insert(member.name());
+    }
+    return !sorted_.insert(name).second;
+  }
+
+ private:
+  /// As many are quickly compared one by one.
+  static constexpr std::size_t few = 16;
+
+  std::set<std::string_view> sorted_;  // a tree: no choice of keys makes it slow
+};
+
+/// Moves what waits from `first` on to where it belongs, which is made exactly as large as needed.
+template <class Item>
+void moveFrom(std::vector<Item>& waiting, std::size_t first, std::vector<Item>& to) {
+  auto const begin = waiting.begin() + static_cast<std::ptrdiff_t>(first);
+  to.assign(std::make_move_iterator(begin), std::make_move_iterator(waiting.end()));
+  waiting.erase(begin, waiting.end());
+}
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// The exponent of a number, or one beyond all bounds in its place.
+std::int64_t exponentIn(std::string_view number) {
+  std::size_t const letter = number.find_first_of("eE");
+  if (letter == number.npos) return 0;
+  std::string_view digits = number.substr(letter + 1);
+  if (digits.front() == '+') digits.remove_prefix(1);
+  std::int64_t exponent = 0;
+  auto const problem = std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec;
+  constexpr std::int64_t beyond = std::int64_t{1} << 62;
+  return problem == std::errc{}  ? std::clamp(exponent, -beyond, beyond)
+         : digits.front() == '-' ? -beyond
+                                 : beyond;
+}
+
+/// Is a number that no double holds too large for it, rather than too close to zero?
+bool isTooLarge(std::string_view number) {
+  std::string_view const mantissa = number.substr(0, number.find_first_of("eE"));
+  std::size_t const point = std::min(mantissa.find('.'), mantissa.size());
+  std::size_t const first = mantissa.find_first_of("123456789");
+  return static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) + exponentIn(number) >
+         0;
+}
+
+/// The value of a hexadecimal digit; 16 for what is none.
+constexpr unsigned hexadecimal(char c) {
+  if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
+  if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a') + 10;
+  if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A') + 10;
+  return 16;
+}
+
+void appendUtf8(char32_t code, std::string& out) {
+  auto const tail = [&](int shift) { out += static_cast<char>(0x80U | ((code >> shift) & 0x3fU)); };
+  if (code < 0x80) {
+    out += static_cast<char>(code);
+  } else if (code < 0x800) {
+    out += static_cast<char>(0xc0U | code >> 6);
+    tail(0);
+  } else if (code < 0x10000) {
+    out += static_cast<char>(0xe0U | code >> 12);
+    tail(6);
+    tail(0);
+  } else {
+    out += static_cast<char>(0xf0U | code >> 18);
+    tail(12);
+    tail(6);
+    tail(0);
+  }
+}
+
+Value const* find(std::span<Member const> members, std::string_view name) {
+  auto const found = std::find_if(members.begin(), members.end(),
+                                  [&](Member const& member) { return member.name() == name; });
+  return found != members.end() ? &found->value() : nullptr;
+}
+
+/// Makes a keyword of an object that is one: its members are exactly those that a keyword prints.
+bool takeKeyword(std::span<Member const> members, Value& keyword) {
+  if (members.size() != 2 && members.size() != 3) return false;
+  Value const* const code = find(members, "code");
+  Value const* const name = find(members, "name");
+  Value const* const raw = find(members, "raw");
+  if (code == nullptr || !code->isWhole() || name == nullptr) return false;
+  bool const isKnown = members.size() == 2;
+  if (!isKnown && (raw == nullptr || !name->isNothing())) return false;
+  Value const& word = isKnown ? *name : *raw;
+  std::int64_t const number = code->asInteger(std::numeric_limits<std::int64_t>::max());
+  if (!word.isText() || !std::in_range<int>(number)) return false;
+  keyword = ValueAccess::keyword(static_cast<int>(number), word.asText(), isKnown);
+  return true;
+}
+
+/// Reads one value. What belongs to lists and objects that are still open waits on two stacks, so
+/// that each of them is made once, as large as it is.
+class JsonReader {
+ public:
+  explicit JsonReader(std::string_view text)
+      : text_(text),
+        begin_(text.data() + (text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0)),
+        at_(begin_),
+        end_(text.data() + text.size()) {}
+
+  Value read();
+
+ private:
+  /// A list or an object that is open.
+  struct Level {
+    bool isRecord = false;
+    std::size_t first = 0;  // of what it has among all that waits
+  };
+
+  Value value();
+  Value list();
+  Value object();
+  void member(Keys& keys);
+  Value literal();
+  Value number();
+  Value whole(std::string_view number);
+  Value real(std::string_view number);
+  std::string_view quoted();
+  void skipUnescaped();
+  void appendEscaped();
+  char32_t escapedCharacter();
+  char32_t escapedUnit();
+  bool followsEscapedUnit() const { return rest().starts_with("\\u"); }
+
+  void open(bool isRecord);
+  Level close() { return levels_[--depth_]; }
+  bool isAt(char c) const { return at_ != end_ && *at_ == c; }
+  std::string_view rest() const { return {at_, static_cast<std::size_t>(end_ - at_)}; }
+  bool take(char c);
+  bool takeWord(std::string_view word);
+  bool takesNext(char bracket);
+  void takeDigits(char const* found);
+  void skipBlanks();
+
+  [[noreturn]] void malformed(char const* at, std::string const& found,
+                              std::string const& expected) const;
+  /// The same where `found` is said of a character that may not be there.
+  [[noreturn]] void unexpected(char const* found, char const* expected) const;
+  [[noreturn]] void refuse(char const* at, std::string const& found,
+                           std::string const& expected) const;
+  [[noreturn]] void fail(char const* at, std::string const& what, std::string path) const;
+  std::string path() const;
+
+  std::string_view text_;
+  char const* begin_;
+  char const* at_;
+  char const* end_;
+  std::array<Level, maxJsonLevels> levels_;
+  std::size_t depth_ = 0;
+  std::size_t values_ = 0;
+  std::vector<Value> items_;     // of lists that are open
+  std::vector<Member> members_;  // of objects that are open; the last may still lack its value
+  std::string unescaped_;
+};
+
+void JsonReader::fail(char const* at, std::string const& what, std::string path) const {
+  LineAndColumn const place = placeBehind({begin_, static_cast<std::size_t>(at - begin_)});
+  throw JsonError(what, std::move(path), place.line, place.column,
+                  static_cast<std::size_t>(at - text_.data()));
+}
+
+void JsonReader::malformed(char const* at, std::string const& found,
+                           std::string const& expected) const {
+  fail(at, "malformed JSON: found " + found + "; expected " + expected, {});
+}
+
+void JsonReader::unexpected(char const* found, char const* expected) const {
+  if (at_ == end_) found = "the end of the text";
+  if (isAt('\0')) found = "a NUL byte";
+  malformed(at_, found, expected);
+}
+
+void JsonReader::refuse(char const* at, std::string const& found,
+                        std::string const& expected) const {
+  fail(at, "found " + found + "; expected " + expected, path());
+}
+
+/// That of the value or the key that was begun last.
+std::string JsonReader::path() const {
+  std::string path;
+  std::size_t item = items_.size();
+  std::size_t member = members_.size();
+  for (std::size_t i = depth_; i-- > 0;) {
+    Level const& level = levels_[i];
+    if (level.isRecord) {
+      std::string_view const name = members_[member - 1].name();
+      path = (i > 0 ? "." : "") + std::string(name) + path;
+      member = level.first;
+    } else {
+      path = '[' + std::to_string(item - level.first) + ']' + path;
+      item = level.first;
+    }
+  }
+  return path;
+}
+
+void JsonReader::skipBlanks() {
+  while (at_ != end_ && (*at_ == ' ' || *at_ == '\n' || *at_ == '\r' || *at_ == '\t')) ++at_;
+}
+
+bool JsonReader::take(char c) {
+  if (!isAt(c)) return false;
+  ++at_;
+  return true;
+}
+
+bool JsonReader::takeWord(std::string_view word) {
+  if (!rest().starts_with(word)) return false;
+  at_ += word.size();
+  return true;
+}
+
+Value JsonReader::read() {
+  skipBlanks();
+  Value whole = value();
+  skipBlanks();
+  if (at_ != end_) unexpected("something behind the value", "the end of the text");
+  return whole;
+}
+
+Value JsonReader::value() {
+  if (values_ == maxJsonValues) {
+    std::string const bound = std::to_string(maxJsonValues);
+    refuse(at_, "more than " + bound + " values in all", "at most " + bound);
+  }
+  ++values_;
+  if (isAt('{')) return object();
+  if (isAt('[')) return list();
+  if (isAt('"')) return quoted();
+  if (at_ != end_ && (*at_ == '-' || isDigit(*at_))) return number();
+  return literal();
+}
+
+Value JsonReader::literal() {
+  if (takeWord("null")) return {};
+  if (takeWord("true")) return true;
+  if (takeWord("false")) return false;
+  unexpected("what begins no value", "a value");
+}
+
+void JsonReader::open(bool isRecord) {
+  if (depth_ == maxJsonLevels) {
+    std::string const bound = std::to_string(maxJsonLevels);
+    refuse(at_, "more than " + bound + " levels of lists and objects", "at most " + bound);
+  }
+  levels_[depth_++] = {isRecord, isRecord ? members_.size() : items_.size()};
+  ++at_;
+  skipBlanks();
+}
+
+/// Goes on to what follows a comma; false where the bracket closes instead.
+bool JsonReader::takesNext(char bracket) {
+  skipBlanks();
+  if (take(bracket)) return false;
+  if (!take(',')) {
+    unexpected("something else behind a value",
+               bracket == ']' ? "\",\" or \"]\"" : "\",\" or \"}\"");
+  }
+  skipBlanks();
+  return true;
+}
+
+Value JsonReader::list() {
+  open(false);
+  if (!take(']')) {
+    do items_.push_back(value());
+    while (takesNext(']'));
+  }
+  Value list;
+  ValueAccess::become(list, Kind::list);
+  moveFrom(items_, close().first, ValueAccess::items(list));
+  return list;
+}
+
+Value JsonReader::object() {
+  open(true);
+  if (!take('}')) {
+    Keys keys;
+    if (!isAt('"')) unexpected("what begins no key", "a key in quotes, or \"}\"");
+    do member(keys);
+    while (takesNext('}'));
+  }
+  std::size_t const first = close().first;
+  Value record;
+  if (takeKeyword(std::span(members_).subspan(first), record)) {
+    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(first), members_.end());
+    return record;
+  }
+  ValueAccess::become(record, Kind::record);
+  moveFrom(members_, first, ValueAccess::members(record));
+  return record;
+}
+
+void JsonReader::member(Keys& keys) {
+  if (!isAt('"')) unexpected("what begins no key", "a key in quotes");
+  char const* const key = at_;
+  members_.emplace_back(quoted(), Value());
+  if (keys.isRepeated(std::span(members_).subspan(levels_[depth_ - 1].first))) {
+    refuse(key, "a key for the second time", "each key once");
+  }
+  skipBlanks();
+  if (!take(':')) unexpected("something else behind a key", "\":\"");
+  skipBlanks();
+  Value read = value();
+  members_.back().value() = std::move(read);
+}
+
+// Texts.
+
+/// What stands in quotes; there until the next one is read.
+std::string_view JsonReader::quoted() {
+  unescaped_.clear();
+  char const* piece = ++at_;
+  for (skipUnescaped(); *at_ != '"'; skipUnescaped()) {
+    unescaped_.append(piece, at_);
+    appendEscaped();
+    piece = at_;
+  }
+  std::string_view const last(piece, static_cast<std::size_t>(at_ - piece));
+  ++at_;
+  return unescaped_.empty() ? last : unescaped_.append(last);
+}
+
+/// Goes on to the next quote or backslash.
+void JsonReader::skipUnescaped() {
+  for (;;) {
+    at_ = endOfPlain(at_, end_);
+    if (at_ == end_) unexpected("", "the quote that ends a text");
+    if (*at_ == '"' || *at_ == '\\') return;
+    if (byteAt(at_) < 0x20) unexpected("a control character in a text", "an escape for it");
+    Character const character = characterAt(at_, end_);
+    if (character.isBroken) unexpected("bytes that are no UTF-8", "UTF-8");
+    at_ += character.length;
+  }
+}
+
+void JsonReader::appendEscaped() {
+  char const* const backslash = at_++;
+  if (isAt('u')) {
+    at_ = backslash;
+    appendUtf8(escapedCharacter(), unescaped_);
+    return;
+  }
+  constexpr std::string_view letters = "\"\\/bfnrt";
+  constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
+  std::size_t const which = at_ != end_ ? letters.find(*at_) : letters.npos;
+  if (which == letters.npos) {
+    unexpected("an unknown escape", R"(\", \\, \/, \b, \f, \n, \r, \t or \u)");
+  }
+  unescaped_ += meanings[which];
+  ++at_;
+}
+
+/// One that is written as "\u" and its number, or as a pair of surrogates.
+char32_t JsonReader::escapedCharacter() {
+  char const* const first = at_;
+  char32_t const code = escapedUnit();
+  if (!isHighSurrogate(code) && !isLowSurrogate(code)) return code;
+  char32_t const second = isHighSurrogate(code) && followsEscapedUnit() ? escapedUnit() : 0;
+  if (!isLowSurrogate(second)) malformed(first, "half of a pair of surrogates", "both halves");
+  return 0x10000 + ((code - 0xd800) << 10 | (second - 0xdc00));
+}
+
+char32_t JsonReader::escapedUnit() {
+  at_ += 2;
+  char32_t unit = 0;
+  for (int i = 0; i < 4; ++i, ++at_) {
+    unsigned const digit = at_ != end_ ? hexadecimal(*at_) : 16;
+    if (digit > 15) unexpected("what is no hexadecimal digit", "four of them behind \"\\u\"");
+    unit = unit << 4 | digit;
+  }
+  return unit;
+}
+
+// Numbers.
+
+void JsonReader::takeDigits(char const* found) {
+  if (at_ == end_ || !isDigit(*at_)) unexpected(found, "a digit");
+  while (at_ != end_ && isDigit(*at_)) ++at_;
+}
+
+Value JsonReader::number() {
+  char const* const first = at_;
+  take('-');
+  if (take('0')) {
+    if (at_ != end_ && isDigit(*at_)) {
+      unexpected("a digit behind a leading zero", "a number without leading zeros");
+    }
+  } else {
+    takeDigits("a sign without a number");
+  }
+  bool isWhole = true;
+  if (take('.')) {
+    isWhole = false;
+    takeDigits("a decimal point without a fraction");
+  }
+  if (take('e') || take('E')) {
+    isWhole = false;
+    if (!take('-')) take('+');
+    takeDigits("an exponent without digits");
+  }
+  std::string_view const digits(first, static_cast<std::size_t>(at_ - first));
+  return isWhole ? whole(digits) : real(digits);
+}
+
+Value JsonReader::whole(std::string_view number) {
+  char const* const end = number.data() + number.size();
+  std::int64_t integer = 0;
+  if (std::from_chars(number.data(), end, integer).ec == std::errc{}) return integer;
+  std::uint64_t natural = 0;
+  if (std::from_chars(number.data(), end, natural).ec == std::errc{}) return natural;
+  return real(number);
+}
+
+/// What is too close to zero for a double is zero.
+Value JsonReader::real(std::string_view number) {
+  double real = 0;
+  auto const problem = std::from_chars(number.data(), number.data() + number.size(), real).ec;
+  if (problem == std::errc{}) return real;
+  if (isTooLarge(number)) {
+    refuse(number.data(), "a number beyond all bounds", "one that a double can hold");
+  }
+  return number.front() == '-' ? -0.0 : 0.0;
+}
+
+}  // namespace
+
+Value Value::fromJson(std::string_view json) {
+  return JsonReader(json).read();
+}
+
+}  // namespace Kovra

@@ -97,8 +97,12 @@ knows() {
     "$(printf '%s\n' "${@%%=*}" | LC_ALL=C sort)" \
     "$(words <<<"$code" | LC_ALL=C comm -23 - known)"$'\n'
 }
-knows json.md "$(codeOfMarkdown "$docs/json.md")" \
-  KIND='stands for one' diff='a program' false='of JSON' null='of JSON' -r='of jq' -s='of jq' \
+# Of the kinds of notes and refusals that no sample has, a test of the library knows.
+mapfile -t findings < <(grep '^| K' "$docs/json.md" | grep -oE '`[a-z_0-9]+`' | tr -d '`' |
+  while read -r kind; do grep -qw "$kind" known || echo "$kind=a finding"; done)
+knows json.md "$(codeOfMarkdown "$docs/json.md" | sed 's/\bK[01][0-9][0-9]\b//g')" "${findings[@]}" \
+  skipped='of a sentence' zero_missing='a choice' \
+  KIND='stands for one' diff='a program' null='of JSON' -r='of jq' -s='of jq' \
   samples='a folder' select='of jq' tsv='of jq'
 knows kovra.1 "$(codeOfMan "$docs/man/kovra.1")" COMMAND='stands for one'
 
@@ -123,6 +127,6 @@ mapfile -t options < <(for command in decode vocabulary; do "$tool" $command --h
   tells "documents that the man page composes" "$manual" $kinds
   tells "devices of the man page" "$manual" $devices
   tells "options of the man page" "$manual" "${options[@]}"
-  tells "kinds of notes in json.md" "$(grep '^| `' "$docs/json.md")" $noteKinds
+  tells "kinds of notes in json.md" "$(grep '^| K' "$docs/json.md")" $noteKinds
 }
 finish

@@ -13,7 +13,7 @@ complain() {
 
 names=$(nm -D --defined-only --demangle "$library" | sed -E 's/^[0-9a-f]* +[A-Za-z] //')
 
-owned='(Kovra::|KVXHelper(::|$)|KVXDeviceControl(::|$))'
+owned='(Kovra::|KVXHelper(::|$)|KVXDeviceControl(::|$)|kovra_)'
 table='(vtable|VTT|typeinfo|typeinfo name) for '
 thunk='(non-virtual|virtual) thunk to '
 surplus=$(grep -Ev "^($table|$thunk)?$owned" <<<"$names" || true)

@@ -47,6 +47,20 @@ grep -qF "kovra_DIR:PATH=$libdir/cmake/kovra" "$work/cmake/CMakeCache.txt" ||
   { echo "find_package found another kovra" >&2; exit 1; }
 expect "$work/cmake/status"
 
+# The programs over the face, each as somebody would use it.
+expectOutput() {  # WANTED PROGRAM ARGUMENT...
+  local wanted=$1 found
+  found=$(LD_LIBRARY_PATH=$libdir "$work/cmake/$2" "${@:3}" 2>&1) || found+=" and failed"
+  [[ $found == $wanted ]] || { printf '%s printed "%s"\n' "${*:2}" "$found" >&2; exit 1; }
+}
+expectOutput '*state: printing*<user>: unknown element, skipped \[K101\]*' show_status <"$work/utf-8"
+expectOutput '1:1: found an empty text; expected an XML document and failed' show_status </dev/null
+expectOutput '*<ssid>New Net</ssid>*<key>seven red umbrellas</key>*' \
+  set_wifi 'New Net' <"$source/samples/config/full.xml"
+expectOutput '*wireless.channel: found nothing; *and failed' \
+  set_wifi 'New Net' <<<'<configuration><wireless><ssid>x</ssid></wireless></configuration>'
+expectOutput '*general-status.alarms: 1 of 2*' fleet_gaps "$sample" "$work/utf-8"
+
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 read -ra flags <<<"$(pkg-config --cflags --libs kovra)"
 "$compiler" -std=c++11 "${strict[@]}" "$source/examples/status.cpp" \

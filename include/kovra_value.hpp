@@ -324,6 +324,7 @@ static_assert(sizeof(Value) == 40 && sizeof(Member) == 56,
 
 }  // namespace Kovra
 
+/// @cond
 template <>
 struct std::tuple_size<Kovra::Member> : std::integral_constant<std::size_t, 2> {};
 template <>
@@ -334,5 +335,6 @@ template <>
 struct std::tuple_element<1, Kovra::Member> {
   using type = Kovra::Value const&;
 };
+/// @endcond
 
 #endif

@@ -24,6 +24,13 @@ FURTHER = ("job_status", "job_list_100", "sensor_information", "capabilities_rea
 WRITERS = ("configuration_writing", "configuration_composing", "capabilities_write", "media_write",
            "write_security_keys", "write_key_change", "write_secure_directive",
            "write_motor_command")
+FACE = {  # the row, what it is compared with, and what is promised of its instructions
+    "face_read": ("`read<KVGeneralStatus>`", "the classic entry", "÷ at most 1.30"),
+    "face_decode": ("`decode` of the same reply", "bare parse", "at most 15,000"),
+    "face_decode_access_points": ("`decode` of 200 access points", "bare parse",
+                                  "at most 4,000,000"),
+    "face_json": ("`toJson` of 200 access points", "nlohmann's dump", "fewer"),
+}
 ENTRIES = (10, 100, 1000)
 LISTS = {"access points": "access_points_{}", "media cards": "media_read_{}"}
 
@@ -84,6 +91,19 @@ class Tables:
 
     def writers(self):
         return self.against_one(WRITERS, "by hand")
+
+    def face(self):
+        heads = ["", "compared with", "processor time ÷", "instructions ÷", "instructions",
+                 "promised", "heap calls"]
+        lines = []
+        for row, (title, other, promised) in FACE.items():
+            sides = self.latest[row]
+            ours, theirs = sides["kovra"], sides[other_side(sides)]
+            lines.append([title, other, f"{theirs['ratio']:.2f}",
+                          f"{ours['instructions'] / theirs['instructions']:.2f}",
+                          f"{ours['instructions']:,}", promised,
+                          f"{ours['calls']:,}"])
+        return table(heads, lines)
 
     def growth(self):
         heads = ["Entries"] + [f"instructions for one of the {name}" for name in LISTS]

@@ -157,6 +157,7 @@ class KOVRA_EXPORT FindingKind {
 
  private:
   friend struct detail::FaceAccess;
+  FindingKind() = default;
   detail::FindingKindData const* data_ = nullptr;
 };
 
@@ -251,7 +252,8 @@ class [[nodiscard]] Reply {
   /// Was the document there and well-formed?
   explicit operator bool() const { return reply_.isThere(); }
   /// The record, with zeros where the reply said nothing, and with its lists, as long as this reply
-  /// or a copy of it is there.
+  /// or a copy of it is there. It is the one that the classic operation fills, but that a text that
+  /// is cut ends with a whole character.
   Record const* operator->() const { return &**this; }
   Record const& operator*() const {
     static Record const zeros{};
@@ -342,8 +344,9 @@ KOVRA_EXPORT Composition composeRecord(std::string_view type, void const* record
                                        Value const& choices);
 }  // namespace detail
 
-/// Composes the document of a record of the classic writers, with all its members. A text that is
-/// no UTF-8, or that holds what XML cannot carry, is a problem.
+/// Composes the document of a record of the classic writers: of the sections or fields that are
+/// chosen, with all their members. A text that is no UTF-8, or that holds what XML cannot carry, is
+/// a problem.
 ///
 /// Of `_tagSecActionXMLValues` the choice `message` says which document is meant:
 /// "secure-action-request" or "secure-action-directive".
@@ -376,6 +379,7 @@ class KOVRA_EXPORT Choice {
 
  private:
   friend struct detail::FaceAccess;
+  Choice() = default;
   frame::ChoiceRow const* data_ = nullptr;
 };
 
@@ -420,6 +424,7 @@ class KOVRA_EXPORT Message {
 
  private:
   friend struct detail::FaceAccess;
+  Message() = default;
   frame::MessageRow const* data_ = nullptr;
 };
 

@@ -6,9 +6,11 @@
 #ifndef KOVRA_CONFIG_CONFIG_TABLES_HPP
 #define KOVRA_CONFIG_CONFIG_TABLES_HPP
 
+#include <array>
 #include <cstring>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "config/config_words.hpp"
 #include "frame/field.hpp"
@@ -412,8 +414,10 @@ struct CardsReading {
 
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    return walkEntries(element, cardEntries.item,
-                       [&](Element child, bool) { return readCard(child, record.cards, watch); });
+    std::array<bool, std::extent_v<Cards>> taken{};
+    return walkEntries(element, cardEntries.item, [&](Element child, bool) {
+      return readCard(child, record.cards, taken, watch);
+    });
   }
 
   /// The circumstances say which cards. Neither is a failure, which leaves an empty element.
@@ -452,7 +456,8 @@ struct CardsReading {
   }
 
   /// An observer wants to know the place before the members.
-  static bool readCard(Element element, Cards& cards, Watch const& watch) {
+  static bool readCard(Element element, Cards& cards, std::array<bool, std::extent_v<Cards>>& taken,
+                       Watch const& watch) {
     _CustomCardInfo scratch{};
     bool const result = walk(element, card, scratch, Watch());
     std::size_t const place = placeOf(scratch);
@@ -460,6 +465,7 @@ struct CardsReading {
     remark(watch, [&](Observer& observer) {
       cards[place] = {};
       observer.clearEntry(key(), place);
+      if (std::exchange(taken[place], true)) observer.repeatedElement(element, {});
       observer.entry(key(), place, [&] { return walk(element, card, cards[place], watch); });
     });
     return result;

@@ -215,7 +215,7 @@ void compose(MessageRow const& message, Value const& value, Value const& choices
   if (value.isRecord()) lookForRequired(composing, value, problems);
   if (problems.empty()) lookAtTheWhole(composing, value, record.get(), problems);
   bool const demandsAll = composing.isOfSections && choosing.isZeroMissing == 0;
-  if (!problems.empty() && !demandsAll) return;
+  if (!problems.empty() && !(demandsAll && value.isRecord())) return;
   WriteWatch watch(value, demandsAll, problems);
   composeRecord(message, record.get(), choosing.chosen, circumstances, &watch, text, problems);
 }

@@ -99,7 +99,7 @@ std::string Decoding::toJson(int indentation, Secrets secrets) const {
     json.endArray();
   } else if (data_ != nullptr) {
     json.key("error");
-    addFinding(json, data_->refusal);
+    addFinding(json, *data_->refusal);
   }
   json.endObject();
   return json.take();

@@ -200,18 +200,17 @@ constexpr FindingKindData kinds[] = {
      "There are too many notes to list. The last one counts the others.", manyElements},
 };
 
-constexpr FindingKindData const& kindWith(char const* id) {
-  for (FindingKindData const& kind : kinds) {
-    if (std::string_view(kind.id) == id) return kind;
-  }
-  return kinds[0];
+/// Where the row with that id stands.
+consteval std::size_t indexOf(std::string_view id) {
+  std::size_t index = 0;
+  while (kinds[index].id != id) ++index;
+  return index;
 }
 
-/// `inOrder` is one id for each value of an enumeration.
-template <class Enumeration, std::size_t N>
-FindingKindData const& rowOf(Enumeration value, char const* const (&inOrder)[N]) {
-  return kindWith(inOrder[static_cast<std::size_t>(value)]);
-}
+/// The notes' rows stand in the order of what is remarked.
+constexpr std::size_t firstNote = indexOf("K101");
+static_assert(std::size(kinds) == firstNote + static_cast<std::size_t>(Remarked::unlisted) + 1);
+static_assert(std::string_view(kinds[std::size(kinds) - 1].name) == "unlisted");
 
 }  // namespace
 
@@ -222,18 +221,29 @@ std::span<FindingKindData const> allFindingKinds() {
 }
 
 FindingKindData const& kindOf(Remarked what) {
-  static constexpr char const* ids[] = {"K101", "K102", "K103", "K104", "K105", "K106",
-                                        "K107", "K108", "K109", "K110", "K111", "K112",
-                                        "K113", "K114", "K115", "K116", "K117", "K118"};
-  static_assert(std::size(ids) == static_cast<std::size_t>(Remarked::unlisted) + 1);
-  return rowOf(what, ids);
+  return kinds[firstNote + static_cast<std::size_t>(what)];
 }
 
 FindingKindData const& kindOf(Refused why) {
-  static constexpr char const* ids[] = {"K001", "K002", "K003", "K004",
-                                        "K012", "K013", "K014", "K015"};
-  static_assert(std::size(ids) == static_cast<std::size_t>(Refused::unknownMessage) + 1);
-  return rowOf(why, ids);
+  switch (why) {
+    case Refused::empty:
+      break;
+    case Refused::textBefore:
+      return kinds[indexOf("K002")];
+    case Refused::gzip:
+      return kinds[indexOf("K003")];
+    case Refused::utf16:
+      return kinds[indexOf("K004")];
+    case Refused::nul:
+      return kinds[indexOf("K012")];
+    case Refused::unknownRoot:
+      return kinds[indexOf("K013")];
+    case Refused::wrongRoot:
+      return kinds[indexOf("K014")];
+    case Refused::unknownMessage:
+      return kinds[indexOf("K015")];
+  }
+  return kinds[indexOf("K001")];
 }
 
 FindingKindData const& kindOf(Fault fault) {
@@ -244,27 +254,27 @@ FindingKindData const& kindOf(Fault fault) {
     case Fault::tooLong:
     case Fault::tooDeep:
     case Fault::tooManyAttributes:
-      return kindWith("K011");
+      return kinds[indexOf("K011")];
     case Fault::noElementName:
     case Fault::noAttributeName:
     case Fault::noEqualsSign:
     case Fault::strayQuote:
     case Fault::brokenEmptyTag:
-      return kindWith("K006");
+      return kinds[indexOf("K006")];
     case Fault::repeatedAttribute:
-      return kindWith("K007");
+      return kinds[indexOf("K007")];
     case Fault::badReference:
-      return kindWith("K008");
+      return kinds[indexOf("K008")];
     case Fault::wrongEndTag:
     case Fault::brokenEndTag:
-      return kindWith("K009");
+      return kinds[indexOf("K009")];
     case Fault::brokenDeclaration:
-      return kindWith("K010");
+      return kinds[indexOf("K010")];
     case Fault::endsInTag:
     case Fault::endsInQuotes:
     case Fault::endsInMarkup:
     case Fault::endsInElement:
-      return kindWith("K005");
+      return kinds[indexOf("K005")];
   }
   return kindOf(Refused::textBefore);
 }
@@ -342,9 +352,9 @@ std::string ofText(Remarked what, FindingData const& finding) {
     case Remarked::replacedBytes:
       return "bytes that are no character, U+FFFD in their place";
     case Remarked::textBehind:
-      return quoted(finding.found) + " behind the document is not looked at";
+      return "text behind the document is not looked at";
     case Remarked::skippedText:
-      return quoted(finding.found) + " before the document was skipped";
+      return "text before the document was skipped";
     case Remarked::unlisted:
       return std::to_string(finding.count) + (finding.count == 1 ? " more note" : " more notes");
     default:
@@ -366,10 +376,8 @@ std::string refusalOf(FindingData const& finding) {
          (finding.expected.size() > 1 ? "one of: " : "") + joined(finding.expected);
 }
 
-/// The row's own place among the remarks, of which there is one kind each.
 Remarked remarkedBy(FindingKindData const& kind) {
-  auto const first = static_cast<std::size_t>(&detail::kindOf(Remarked::unknownElement) - kinds);
-  return static_cast<Remarked>(static_cast<std::size_t>(&kind - kinds) - first);
+  return static_cast<Remarked>(static_cast<std::size_t>(&kind - kinds) - firstNote);
 }
 
 }  // namespace

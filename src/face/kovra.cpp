@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -85,7 +86,7 @@ class Text {
 
   /// Those of the replies that are wanted which it may be. Where there is none, it is refused.
   Candidates candidatesFor(Wanted const& wanted) {
-    if (refusal_.kind != nullptr) return {};
+    if (refusal_) return {};
     Candidates const found = candidates(reply_, wanted);
     if (found.empty()) refuse(wanted);
     for (std::size_t i = 0; i < found.size(); ++i) found[i].root.use();
@@ -93,7 +94,7 @@ class Text {
   }
 
   frame::Tree const& tree() const { return reply_.tree(); }
-  FindingData& refusal() { return refusal_; }
+  std::optional<FindingData>& refusal() { return refusal_; }
   std::string root() const {
     bool const isRead = isReadable() && reply_.scan().fault == frame::Fault::none;
     frame::Element const first = isRead ? frame::firstElement(tree()) : frame::Element();
@@ -114,7 +115,7 @@ class Text {
   Source source_;
   frame::Reply reply_;
   frame::Usage usage_;
-  FindingData refusal_;
+  std::optional<FindingData> refusal_;
 };
 
 // By name.
@@ -160,6 +161,11 @@ void readAll(Candidates const& found, Text const& text, DecodingData& decoding) 
   }
   decoding.notes = text.notes(observers);
   keepThoseThatApply(decoding.readings);
+  for (std::size_t i = found.size(); i-- > 0;) {
+    if (found[i].reply == decoding.readings.front().message) {
+      decoding.knownRoot = knownRoot(found[i]);
+    }
+  }
 }
 
 // By type.

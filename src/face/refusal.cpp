@@ -188,7 +188,11 @@ FindingData refuseSource(Source const& source) {
 FindingData refuseText(Source const& source, frame::Scan const& scan) {
   if (scan.fault == frame::Fault::empty) return refuseTextBefore(source, scan);
   std::size_t const at = source.skipped() + scan.offset;
-  std::size_t const behind = at + std::min<std::size_t>(1, source.whole().size() - at);
+  std::size_t behind = at + std::min<std::size_t>(1, source.whole().size() - at);
+  while (behind < source.whole().size() &&
+         (static_cast<unsigned char>(source.whole()[behind]) & 0xC0U) == 0x80) {
+    ++behind;
+  }
   return refusalAt(source, at, behind, kindOf(scan.fault),
                    wordingOf(scan, openElement(source, scan)));
 }

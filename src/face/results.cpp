@@ -15,6 +15,13 @@ Data const& dataOf(Shared<Data> const& data) {
   return data != nullptr ? *data : nothing;
 }
 
+/// Why there is nothing else in it, if it was refused.
+template <class Data>
+Refusal refusalIn(Shared<Data> const& data) {
+  if (data == nullptr || !data->refusal) return {};
+  return FaceAccess::make<Refusal>(Shared<FindingData>(data, &*data->refusal));
+}
+
 }  // namespace
 
 std::string_view nameOf(Severity severity) {
@@ -145,7 +152,7 @@ Value const& Reading::record() const {
 Decoding::Decoding() noexcept = default;
 
 Decoding::operator bool() const {
-  return data_ != nullptr && data_->refusal.kind == nullptr;
+  return data_ != nullptr && !data_->refusal;
 }
 
 std::vector<Reading> Decoding::readings() const {
@@ -157,7 +164,7 @@ std::vector<Note> Decoding::notes() const {
 }
 
 Refusal Decoding::refusal() const {
-  return FaceAccess::make<Refusal>(Shared<FindingData>(data_, &dataOf(data_).refusal));
+  return refusalIn(data_);
 }
 
 std::string Decoding::root() const {
@@ -170,7 +177,7 @@ namespace detail {
 AnyReply::AnyReply() noexcept = default;
 
 bool AnyReply::isThere() const {
-  return data_ != nullptr && data_->refusal.kind == nullptr;
+  return data_ != nullptr && !data_->refusal;
 }
 
 void const* AnyReply::record() const {
@@ -195,8 +202,7 @@ std::vector<Note> AnyReply::notes() const {
 }
 
 Refusal AnyReply::refusal() const {
-  if (data_ == nullptr) return {};
-  return FaceAccess::make<Refusal>(Shared<FindingData>(data_, &data_->refusal));
+  return refusalIn(data_);
 }
 
 }  // namespace detail

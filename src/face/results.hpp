@@ -29,7 +29,7 @@ struct ReadingData : Growth {
 struct DecodingData : Growth {
   std::vector<ReadingData> readings;
   std::vector<FindingData> notes;
-  FindingData refusal;
+  std::optional<FindingData> refusal;
   std::string_view knownRoot;  ///< a word of the tables; empty where the root is
   std::string root;            ///< one that no table has
 };
@@ -40,7 +40,7 @@ struct ReplyData : Growth {
   bool result = false;
   frame::Trail said;
   std::vector<FindingData> notes;
-  FindingData refusal;
+  std::optional<FindingData> refusal;
 };
 
 struct ProblemData : Growth, frame::Trouble {};

@@ -138,20 +138,30 @@ void append(std::string& text, char32_t code) {
 Source::Source(std::string_view bytes, bool skipsTextBefore)
     : bytes_(bytes), text_(bytes), whole_(bytes) {
   if (isUnreadable(bytes)) return;
-  if (form_ == Form::utf8 && !isAscii(bytes)) {
-    bool const isMarked = bytes.substr(0, byteOrderMark.size()) == byteOrderMark;
-    if (!isMarked && isLatin1(declared(bytes))) {
-      form_ = Form::latin1;
-      convert(form_, bytes);
-    } else if (!isUtf8(bytes)) {
-      convert(form_, bytes);
-    }
+  if (form_ == Form::utf8 && !isAscii(bytes)) readAsUtf8(skipsTextBefore);
+  if (std::size_t const nul = text_.find('\0'); nul != text_.npos) {
+    refuse(Unreadable::nul, nul);
+  } else if (skipsTextBefore) {
+    skipTextBefore();
   }
-  if (skipsTextBefore) skipTextBefore();
 }
 
-Source::~Source() {
-  frame::wipe(converted_.data(), converted_.size());
+Source::Wiped::~Wiped() {
+  frame::wipe(text.data(), text.size());
+}
+
+Source::~Source() = default;
+
+/// A declaration counts where it is the first thing that is read.
+void Source::readAsUtf8(bool skipsTextBefore) {
+  std::size_t const begin = skipsTextBefore ? bytes_.find("<?xml") : 0;
+  bool const isMarked = bytes_.substr(0, byteOrderMark.size()) == byteOrderMark;
+  if (!isMarked && begin != bytes_.npos && isLatin1(declared(bytes_.substr(begin)))) {
+    form_ = Form::latin1;
+    convert(form_, bytes_);
+  } else if (!isUtf8(bytes_)) {
+    convert(form_, bytes_);
+  }
 }
 
 void Source::refuse(Unreadable why, std::size_t at) {
@@ -177,11 +187,9 @@ bool Source::isUnreadable(std::string_view bytes) {
     convert(form_, bytes);
     bytes = text_;
   }
-  if (bytes.find_first_not_of(blanks) == bytes.npos || bytes == byteOrderMark) {
-    refuse(Unreadable::empty, 0);
-  } else if (std::size_t const nul = bytes.find('\0'); nul != bytes.npos) {
-    refuse(Unreadable::nul, offsetInBytes(nul));
-  }
+  std::string_view rest = bytes;
+  if (rest.starts_with(byteOrderMark)) rest.remove_prefix(byteOrderMark.size());
+  if (rest.find_first_not_of(blanks) == rest.npos) refuse(Unreadable::empty, 0);
   return unreadable_ != Unreadable::no;
 }
 
@@ -195,7 +203,8 @@ void Source::skipTextBefore() {
     if (isLetter || behind == '?' || behind == '!') break;
     begin = text_.find('<', begin + 1);
   }
-  if (begin == text_.npos || text_.find_first_not_of(blanks) == begin) return;
+  std::size_t const mark = text_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
+  if (begin == text_.npos || text_.find_first_not_of(blanks, mark) == begin) return;
   text_.remove_prefix(begin);
 }
 
@@ -228,27 +237,30 @@ Source::Character Source::next(std::string_view bytes, std::size_t at) const {
 }
 
 void Source::convert(Form form, std::string_view bytes) {
-  converted_.reserve(bytes.size() + bytes.size() / 2);
+  std::string& converted = converted_.text;
+  // As much as it can become: what grows leaves pieces of it behind.
+  std::size_t const most = form == Form::utf8 ? 3 : 2;
+  converted.reserve(most * bytes.size() + replacement.size());
   bool const hasMark = form == Form::utf16Little || form == Form::utf16Big;
   std::size_t at = hasMark && byteAt(bytes, 0) >= 0xFE ? 2 : 0;
   anchors_.push_back({0, at});
   while (at < bytes.size()) {
-    if (converted_.size() - anchors_.back().inText >= anchorDistance) {
-      anchors_.push_back({converted_.size(), at});
+    if (converted.size() - anchors_.back().inText >= anchorDistance) {
+      anchors_.push_back({converted.size(), at});
     }
     Character const character = next(bytes, at);
     if (!character.isGood) {
-      auto const begin = static_cast<std::uint32_t>(converted_.size());
-      converted_ += replacement;
+      auto const begin = static_cast<std::uint32_t>(converted.size());
+      converted += replacement;
       replaced_.push_back({begin, begin + static_cast<std::uint32_t>(replacement.size())});
     } else if (form == Form::utf8) {
-      converted_ += bytes.substr(at, character.length);
+      converted += bytes.substr(at, character.length);
     } else {
-      append(converted_, character.code);
+      append(converted, character.code);
     }
     at += character.length;
   }
-  text_ = whole_ = converted_;
+  text_ = whole_ = converted;
 }
 
 std::size_t Source::offsetInBytes(std::size_t offset) const {

@@ -31,7 +31,7 @@ class Source {
   Source& operator=(Source const&) = delete;
 
   Unreadable unreadable() const { return unreadable_; }
-  /// Of a text that is unreadable: where that shows, in the host's bytes.
+  /// Of a text that is unreadable: where that shows in the whole text.
   std::size_t unreadableAt() const { return unreadableAt_; }
   /// UTF-8, without what was skipped.
   std::string_view text() const { return text_; }
@@ -53,6 +53,7 @@ class Source {
 
   void refuse(Unreadable why, std::size_t at);
   bool isUnreadable(std::string_view bytes);
+  void readAsUtf8(bool skipsTextBefore);
   void skipTextBefore();
   void convert(Form form, std::string_view bytes);
   Character next(std::string_view bytes, std::size_t at) const;
@@ -63,7 +64,11 @@ class Source {
   std::string_view text_;
   std::string_view whole_;
   Form form_ = Form::utf8;
-  std::string converted_;
+  struct Wiped {
+    ~Wiped();
+    std::string text;
+  };
+  Wiped converted_;  ///< also when memory ends while it is made
   std::vector<Anchor> anchors_;
   std::vector<Replaced> replaced_;
 };

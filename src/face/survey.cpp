@@ -30,13 +30,23 @@ std::string_view behindDocument(Source const& source, Scan const& scan) {
 }
 
 /// Of a node that no reading uses, is something lost?
-bool isContent(NodeKind kind) {
-  return kind == NodeKind::element || kind == NodeKind::text || kind == NodeKind::cdata;
+bool isContent(Tree const& tree, Node const& node) {
+  switch (node.kind) {
+    case NodeKind::element:
+    case NodeKind::text:
+    case NodeKind::cdata:
+      return true;
+    case NodeKind::unknown:  // a tag that is none
+      return !tree.view(node.value).starts_with("!DOCTYPE");
+    case NodeKind::comment:
+    case NodeKind::declaration:
+      break;
+  }
+  return false;
 }
 
 /// The first unused one from `begin` on, or their number.
 std::size_t nextUnused(std::span<Usage::State const> states, std::size_t begin) {
-  static_assert(sizeof(Usage::State) == 1 && Usage::unused == 0);
   void const* const found = begin < states.size()
                                 ? std::memchr(states.data() + begin, 0, states.size() - begin)
                                 : nullptr;
@@ -58,7 +68,7 @@ bool isReadWhole(Source const& source, frame::Reply const& reply, Usage const& u
   for (std::size_t node = nextUnused(usage.nodes(), 0); node < tree.nodes().size();
        node = nextUnused(usage.nodes(), node + 1)) {
     auto const index = static_cast<std::uint32_t>(node);
-    if (isContent(tree.node(index).kind)) return false;
+    if (isContent(tree, tree.node(index))) return false;
     declared += tree.attributesOf(index);
   }
   auto const attributes = usage.attributes();
@@ -204,7 +214,7 @@ void Survey::addUnused() {
 void Survey::addUnusedNode(Index node) {
   Node const& content = tree().node(node);
   Usage::State const state = stateOf(node);
-  lost_[node] = state == Usage::told || (state == Usage::unused && isContent(content.kind));
+  lost_[node] = state == Usage::told || (state == Usage::unused && isContent(tree(), content));
   Remark remark;
   if (isElement(node)) {
     if (state == Usage::unused) add(remark, node, beginOf(node), endOf(node));
@@ -240,7 +250,8 @@ void Survey::addPiece(Remarked what, std::size_t begin, std::size_t end) {
                        [](std::size_t offset, Node const& node) { return offset < node.offset; });
   if (behind == nodes.begin()) return;
   auto const node = static_cast<Index>(behind - nodes.begin() - 1);
-  if (lost_[node] || (!isElement(node) && !isContent(tree().node(node).kind))) return;
+  bool const isBehind = begin >= skipped_ + reply_.scan().end;
+  if (isBehind || lost_[node] || !isContent(tree(), tree().node(node))) return;
   Index const element = isElement(node) ? node : parents_[node];
   if (element == Finding::nowhere) return;
   Remark remark;
@@ -259,21 +270,19 @@ void Survey::addAlterations() {
   }
 }
 
-/// What stands before and behind the document.
+/// What stands before and behind the document, of which nobody knows whether it is a secret.
 void Survey::addSurroundings() {
   std::string_view const before = source_.whole().substr(0, skipped_);
   Remark remark;
   if (!before.empty()) {
     std::size_t const begin = before.find_first_not_of(blanks);
     remark.what = Remarked::skippedText;
-    remark.found = beginningOf(before.substr(begin, before.find_last_not_of(blanks) + 1 - begin));
     add(remark, Finding::nowhere, begin, skipped_);
   }
   std::string_view const behind = behindDocument(source_, reply_.scan());
   if (!behind.empty()) {
     std::size_t const end = source_.whole().size();
     remark.what = Remarked::textBehind;
-    remark.found = beginningOf(behind.substr(0, behind.find_last_not_of(blanks) + 1));
     add(remark, Finding::nowhere, end - behind.size(), end);
   }
 }

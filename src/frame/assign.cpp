@@ -74,10 +74,10 @@ std::string described(Value const& value) {
       return value.isSecret() ? aNumber : std::to_string(value.asReal());
     case Value::Kind::text: {
       // A long text, which may be a secret, is told by its length.
-      std::string const text(value.asText());
+      std::string_view const text = value.asText();
       return text.size() > 32 || value.isSecret()
                  ? "a text of " + std::to_string(text.size()) + " bytes"
-                 : '"' + text + '"';
+                 : '"' + std::string(text) + '"';
     }
     case Value::Kind::keyword:
       return value.isSecret() ? "a keyword" : '"' + std::string(value.word()) + '"';

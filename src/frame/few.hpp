@@ -22,6 +22,8 @@ class Few {
     return index < N ? near_[index] : far_[index - N];
   }
 
+  Item& operator[](std::size_t index) { return index < N ? near_[index] : far_[index - N]; }
+
   void push_back(Item const& item) {
     if (size_ < N) {
       near_[size_] = item;

@@ -60,28 +60,24 @@ void reportReal(Observer& observer, Element element, float value) {
   }
 }
 
-/// Is the text this number, in so few digits that the member holds any of them? Most are.
-bool isPlainly(char const* text, long number, int most) {
-  bool const isNegative = *text == '-';
-  if (isNegative) ++text;
-  long value = 0;
+/// Is it a number in so few digits that the member holds it, whichever it is? Most are.
+bool isPlainWhole(char const* text, int most, bool isSigned) {
+  if (isSigned && *text == '-') ++text;
   int digits = 0;
-  for (; text[digits] >= '0' && text[digits] <= '9' && digits <= most; ++digits) {
-    value = 10 * value + (text[digits] - '0');
-  }
-  return digits > 0 && digits <= most && text[digits] == '\0' &&
-         number == (isNegative ? -value : value);
+  while (text[digits] >= '0' && text[digits] <= '9' && digits <= most) ++digits;
+  return digits > 0 && digits <= most && text[digits] == '\0';
 }
 
+/// A value that is as it was read is looked at only where it is not plain.
 template <class Number>
-void reportWhole(Observer& observer, Element element, Number value) {
+void reportWhole(Observer& observer, Element element, Number value, bool isAsRead) {
   char const* const text = element.text();
   // Counters have 16 bits, whatever the member has.
   constexpr int most =
       std::min(std::numeric_limits<Number>::digits10,
                std::is_same_v<Number, unsigned long> ? std::numeric_limits<std::uint16_t>::digits10
                                                      : std::numeric_limits<int>::digits10);
-  if (isPlainly(text, static_cast<long>(value), most)) return;
+  if (isAsRead && isPlainWhole(text, most, std::is_signed_v<Number>)) return;
   char* end = nullptr;
   errno = 0;
   long const sent = std::strtol(text, &end, 10);
@@ -103,7 +99,7 @@ void NumberKind::report(Observer& observer, std::string_view name, Element eleme
   if constexpr (std::is_floating_point_v<Number>) {
     reportReal(observer, element, value);
   } else {
-    reportWhole(observer, element, value);
+    reportWhole(observer, element, value, true);
   }
 }
 
@@ -152,10 +148,13 @@ void HexadecimalKind::report(Observer& observer, std::string_view name, Element 
   WordText text;
   text.read(element);
   unsigned int scanned = 0;
-  if (std::sscanf(text.get(), "0x%x", &scanned) != 1) {
+  int end = 0;
+  bool const isRead = std::sscanf(text.get(), "0x%x%n", &scanned, &end) == 1;
+  if (!isRead ||
+      text.get()[end + static_cast<int>(std::strspn(text.get() + end, " \t\r\n"))] != '\0') {
     observer.notANumber(element, "a hexadecimal number with 0x before it");
-    return;
   }
+  if (!isRead) return;
   observer.bits(name, value);
   errno = 0;
   unsigned long const sent = std::strtoul(element.text(), nullptr, 16);
@@ -206,10 +205,13 @@ void reportValue(Observer& observer, Element element, bool read, Number value, N
                  Number before) {
   if (!read) observer.emptyElement(element);
   if (!read && value != before) observer.member("val", value);
-  if (read) NumberKind::report(observer, "val", element, value);
-  // Of a whole number the line above has told.
-  if (std::is_floating_point_v<Number> && read && value != sent) {
-    observer.changedNumber(element, printed("%g", static_cast<double>(value)));
+  if (!read) return;
+  if constexpr (std::is_integral_v<Number>) {
+    observer.member("val", value);
+    reportWhole(observer, element, value, value == sent);
+  } else {
+    NumberKind::report(observer, "val", element, value);
+    if (value != sent) observer.changedNumber(element, printed("%g", static_cast<double>(value)));
   }
 }
 

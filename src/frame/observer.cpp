@@ -27,6 +27,16 @@ bool Trail::has(std::string_view path) const {
   return false;
 }
 
+void Trail::forget(std::uint32_t within, std::string_view list, std::size_t index) {
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    if (steps_[i].index != index) continue;
+    Step const& parent = steps_[steps_[i].within];
+    bool const isOfList =
+        parent.within == within && std::string_view(parent.name, parent.length) == list;
+    if (isOfList) steps_[i].index = forgotten;
+  }
+}
+
 std::string Trail::Step::part() const {
   return index == noIndex ? std::string(name, length) : '[' + std::to_string(index) + ']';
 }
@@ -34,6 +44,7 @@ std::string Trail::Step::part() const {
 /// Compares from the end of the path, of which the step is to be the last part.
 bool Trail::isAt(Step const& last, std::string_view path) const {
   for (Step const* step = &last;; step = &steps_[step->within]) {
+    if (step->index == forgotten) return false;
     std::string const part = step->part();
     if (!path.ends_with(part)) return false;
     path.remove_suffix(part.size());
@@ -97,7 +108,7 @@ void Observer::list(std::string_view name) {
 }
 
 void Observer::clearEntry(std::string_view name, std::size_t index) {
-  if (trail_ != nullptr) return;
+  if (trail_ != nullptr) return trail_->forget(step_, name, index);
   Range<Value> const entries = listNamed(name).items();
   if (index < entries.size()) entries[index] = {};
 }

@@ -44,11 +44,15 @@ class Trail {
     if (step + 1 == steps_.size()) steps_.pop_back();
   }
 
+  /// Forgets an entry of a list of that name, with all that it holds.
+  void forget(std::uint32_t within, std::string_view list, std::size_t index);
+
   /// Is there a member or an entry with that path? "jobs[2].uuid"
   bool has(std::string_view path) const;
 
  private:
   static constexpr std::size_t noIndex = std::numeric_limits<std::size_t>::max();
+  static constexpr std::size_t forgotten = noIndex - 1;
 
   struct Step {
     char const* name;  ///< not terminated; of an entry nothing

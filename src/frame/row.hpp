@@ -90,6 +90,7 @@ struct Row {
   bool counts = true;    ///< does the result of the reading count, or that of the row before?
   bool isNeeded = true;  ///< of a command: does it need the member where the row is written?
   bool adds = false;     ///< may its element come again, each time adding to the member?
+  bool shares = false;   ///< does another element fill the member as well?
   std::string_view alternative = {};  ///< another member, whose text may stand for a keyword's code
 };
 
@@ -169,6 +170,14 @@ template <class Record>
 constexpr Field<Record> adding(Field<Record> const& field) {
   Row row = field.row();
   row.adds = true;
+  return Field<Record>(row);
+}
+
+/// A row of a member that another element fills as well: the later one overwrites.
+template <class Record>
+constexpr Field<Record> sharing(Field<Record> const& field) {
+  Row row = field.row();
+  row.shares = true;
   return Field<Record>(row);
 }
 

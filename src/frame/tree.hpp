@@ -92,6 +92,11 @@ class Tree {
     if (usage_ != nullptr) [[unlikely]]
       usage_->useNode(index);
   }
+  /// The same of a node whose value is read: an element is used by those who know its name.
+  void useText(std::uint32_t index) const {
+    if (usage_ != nullptr && nodes_[index].kind != NodeKind::element) [[unlikely]]
+      usage_->useNode(index);
+  }
   void hideNode(std::uint32_t index) const {
     if (usage_ != nullptr) usage_->hideNode(index);
   }
@@ -209,12 +214,9 @@ class Element {
   /// The value of the first child node, whatever that is: of an element that stands first the name,
   /// of a comment its text. Null when there is no child, or no element.
   char const* text() const {
-    char const* const first = peek();
-    // An element is used by those who know its name.
-    if (first != nullptr && tree_->node(index_ + 1).kind != NodeKind::element) {
-      tree_->useNode(index_ + 1);
-    }
-    return first;
+    if (tree_ == nullptr || !node().hasChild) return nullptr;
+    tree_->useText(index_ + 1);
+    return tree_->terminated(tree_->node(index_ + 1).value);
   }
   /// The same for those who only tell of it, and do not use it.
   char const* peek() const {

@@ -5,10 +5,10 @@
 #ifndef KOVRA_FRAME_USAGE_HPP
 #define KOVRA_FRAME_USAGE_HPP
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <span>
 
@@ -27,7 +27,8 @@ class Usage {
     std::size_t const needed = nodes + attributes;
     if (needed > near_.size()) far_ = std::make_unique<State[]>(needed);
     states_ = far_ != nullptr ? far_.get() : near_.data();
-    std::fill_n(states_, needed, unused);
+    static_assert(sizeof(State) == 1 && unused == 0);
+    std::memset(states_, 0, needed);
   }
   Usage(Usage const&) = delete;
   Usage& operator=(Usage const&) = delete;

@@ -80,6 +80,13 @@ std::string_view overwritten(Row const& row, Element earlier) {
 
 }  // namespace
 
+void Repeats::noteShared(Row const& row, Element child) {
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    bool const isOther = &rows_[i] != &row && rows_[i].member == row.member;
+    if (isOther && seen_[i]) tell(row, child, earlier_[i]);
+  }
+}
+
 void Repeats::tell(Row const& row, Element child, std::uint32_t earlier) {
   observer_->repeatedElement(child, overwritten(row, child.at(earlier)));
 }

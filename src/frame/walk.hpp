@@ -87,9 +87,12 @@ class Repeats {
     auto const index = static_cast<std::size_t>(&row - rows_.data());
     if (index >= most) return;
     if (seen_[index]) tell(row, child, earlier_[index]);
+    if (row.shares) [[unlikely]]
+      noteShared(row, child);
     seen_[index] = true;
     earlier_[index] = child.index();
   }
+  void noteShared(Row const& row, Element child);
   void tell(Row const& row, Element child, std::uint32_t earlier);
 
   Rows rows_;

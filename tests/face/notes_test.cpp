@@ -375,7 +375,7 @@ TEST(Notes, OfOneReaderAloneAreThoseThatItHas) {
 
 TEST(Notes, BeyondAThousandAreCounted) {
   EXPECT_EQ(notesOf(status(repeated("<other/>", 1000))).size(), 1000U);
-  for (std::size_t const more : {1, 3}) {
+  for (std::size_t const more : {std::size_t{1}, std::size_t{3}}) {
     std::vector<Note> const notes =
         notesOf(status(repeated("<other/>", 1000 + static_cast<int>(more))));
     ASSERT_EQ(notes.size(), 1001U);
@@ -438,6 +438,27 @@ TEST(Notes, TellOfElementsThatComeAgain) {
       << "entries of a list";
 }
 
+TEST(Notes, TellOfWhatTakesThePlaceOfSomethingElse) {
+  EXPECT_EQ(toldOf("<get_media_status><ribbon><panels_remaining>20</panels_remaining>\n"
+                   "<ribbon_remaining>19</ribbon_remaining></ribbon></get_media_status>"),
+            Texts{"2:1 <ribbon_remaining>: for the second time, overwrites \"20\""});
+  EXPECT_EQ(toldOf("<configuration><cards><card><cal_table>1</cal_table></card>\n<card>"
+                   "<cal_table>2</cal_table></card></cards></configuration>"),
+            Texts{"2:1 <card>: for the second time"});
+}
+
+TEST(Notes, TellOfNumbersWithMoreBehindThem) {
+  EXPECT_EQ(toldOf(status("<alarms>0x1G</alarms>")),
+            Texts{"2:1 <alarms>: \"0x1G\" is not a hexadecimal number with 0x before it"});
+  EXPECT_EQ(decode(status("<alarms>0x1G</alarms>")).readings()[0].record().at("alarms"), Value(1));
+}
+
+TEST(Notes, TellOfTagsThatAreNone) {
+  EXPECT_EQ(toldOf(status("<1 a='lost'/>\n<error>5</error>")).size(), 1U);
+  EXPECT_EQ(toldOf(status("<error>5</error>") + "</other>").size(), 1U);
+  EXPECT_EQ(toldOf("<!DOCTYPE get_general_status>" + status("<error>5</error>")), Texts{});
+}
+
 TEST(Notes, TellWhatDecodingDropped) {
   auto const ssid = [](std::string const& text) {
     return toldOf("<get_wireless_status><ssid>" + text + "</ssid></get_wireless_status>");
@@ -469,7 +490,7 @@ TEST(Notes, TellOfBytesThatAreNoCharacter) {
 
 TEST(Notes, TellOfWhatStandsBehindTheDocument) {
   EXPECT_EQ(toldOf(status("<error>5</error>") + "\n\nC:\\>"),
-            Texts{"4:1 \"C:\\>\" behind the document is not looked at"});
+            Texts{"4:1 text behind the document is not looked at"});
   EXPECT_EQ(toldOf(status("<error>5</error>") + " \n<!-- done -->\n"), Texts{});
   EXPECT_EQ(toldOf(status("<error>5</error>") + "\n<other/>"),
             Texts{"3:1 <other>: unknown element, skipped"});

@@ -111,6 +111,15 @@ TEST(Read, KnowsNestedMembers) {
   EXPECT_FALSE(reply.result()) << "as the classic operation";
 }
 
+TEST(Read, ForgetsWhatAnotherEntryTookThePlaceOf) {
+  auto const reply = read<_KVConfiguration>(
+      "<configuration><cards><card><cal_table>1</cal_table></card><card/></cards>"
+      "</configuration>");
+  EXPECT_EQ(reply->cards[1].cal_table, 0);
+  EXPECT_FALSE(reply.has("cards[1].cal_table"));
+  EXPECT_TRUE(reply.has("cards[1]"));
+}
+
 TEST(Read, TellsMessagesOfOneRecordApartByTheirRoots) {
   std::string const ram = "<get_free_ram><bytes_free>5</bytes_free></get_free_ram>";
   std::string const flash = "<get_free_flash><bytes_free>6</bytes_free></get_free_flash>";

@@ -282,6 +282,21 @@ TEST(Encodings, ThatAreDeclaredAreConverted) {
   EXPECT_EQ(decoding.notes()[0].id(), "K106");
 }
 
+TEST(Refusal, OfANulByteTellsItsPlaceInTheHostsBytes) {
+  std::string const latin =
+      "<?xml version='1.0' encoding='ISO-8859-1'?><a x='\xE9\n\xE9\n\xE9\0'/>"s;
+  Decoding const refused = decode(latin);
+  EXPECT_EQ(refused.refusal().id(), "K012");
+  EXPECT_EQ(refused.refusal().offset(), latin.find('\0'));
+  EXPECT_EQ(refused.refusal().line(), 3);
+  EXPECT_EQ(refused.refusal().column(), 2);
+  std::string const utf16 =
+      wide("<?xml version='1.0' encoding='UTF-16'?><a>\n", false) + "\0\0"s + wide("</a>", false);
+  EXPECT_EQ(decode(utf16).refusal().id(), "K012");
+  EXPECT_EQ(decode(utf16).refusal().offset(), 86U);
+  EXPECT_EQ(decode(utf16).refusal().line(), 2);
+}
+
 // No test has so much memory; the scanner's own tests see that it says so.
 TEST(Refusal, OfATextThatIsTooLongTellsTheLimit) {
   detail::FindingData const refused = refuseLength();

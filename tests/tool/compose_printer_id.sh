@@ -25,7 +25,8 @@ kovra compose printer-id wrong.json --fields model
 expect 1 "" 'wrong.json: error: printer_model: found a number; expected a text'
 echo '{"printer_serial": -1}' >wrong.json
 kovra compose printer-id wrong.json --fields model
-expect 1 "" 'wrong.json: error: printer_serial: found a number; expected a whole number from 0 to 4294967295'
+expect 1 "" 'wrong.json: error: printer_serial: found a number; expected a whole number from 0 to 4294967295
+wrong.json: error: printer_model: found nothing; expected a value: the document is made of it'
 
 echo '{"printer_model": "HX-500 Retransfer"}' >part.json
 kovra compose printer-id part.json --fields model

@@ -114,7 +114,8 @@ for code in 0001 0008 000b 000c 000e 001b 001f fffe ffff; do
   secret '' "current_passkey: found a text of * bytes; $plain" \
     "{\"current_passkey\": \"hush\\\\u$code\"}" passkey
 done
-refused '' "wireless.ssid: $unfit" '{"wireless": {"ssid": "\\u001b[2J"}}' "${lcd[@]}"
+refused '' "wireless.ssid: $unfit" \
+  '{"wireless": {"ssid": "\\u001b[2J"}, "lcd_contrast": {"min": 0, "max": 1, "val": 0}}' "${lcd[@]}"
 printf '{"printer_model": "\\u0009\\u000a\\u000d\\u0020\\u007f\\u0085\\ue000\\ufffd\\ud83d\\ude00"}' >record.json
 kovra compose printer-id --fields model record.json
 expectStatus 0

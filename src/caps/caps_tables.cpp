@@ -158,12 +158,18 @@ void tellOfLevel(Observer& observer, Element child, bool read, Word const* word)
 }  // namespace
 
 bool SharpeningLevels::read(Element levels, _Capabilities& caps, Watch const& watch) {
+  int said = 0;
   return walkEntries(levels, item, [&](Element child, bool) {
     WordText text;
     bool const read = text.read(child);
     Word const* const word = read ? sharpenings.find(text.get()) : nullptr;
     if (word != nullptr) caps.imageSharpeningLevels |= word->code;
-    remark(watch, [&](Observer& observer) { tellOfLevel(observer, child, read, word); });
+    remark(watch, [&](Observer& observer) {
+      bool const isSaidAgain = word != nullptr && (said & word->code) != 0;
+      if (isSaidAgain) observer.repeatedElement(child, word->text);
+      tellOfLevel(observer, child, read, word);
+    });
+    if (word != nullptr) said |= word->code;
     return read;
   });
 }

@@ -33,8 +33,10 @@ bool Ipv4Kind::read(Element element, unsigned long& out) {
 void Ipv4Kind::report(Observer& observer, std::string_view name, Element element,
                       unsigned long value) {
   observer.member(name, printed(value));
-  std::string_view const text = element.text();
-  if (value == INADDR_NONE && text != printed(value)) observer.notANumber(element, ipv4Form);
+  // inet_addr() also takes fewer numbers, hexadecimal and octal ones, and anything behind a blank.
+  in_addr address{};
+  bool const isPlain = ::inet_pton(AF_INET, element.text(), &address) == 1;
+  if (!isPlain) observer.notANumber(element, ipv4Form);
 }
 
 bool Ipv4Kind::write(Sink& sink, char const* element, unsigned long value) {

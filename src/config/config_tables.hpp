@@ -285,10 +285,12 @@ inline constexpr Table laminateInstalled = {
 
 /// Reads the elements of either laminate into both, writes each its own.
 inline constexpr Table laminateControl = {
-    when(topLaminate, bounded<&_laminateControl::x_adj_fine_offset>("top_x_adj_fine_offset")),
-    when(topLaminate, bounded<&_laminateControl::temp_adjust>("top_temp_adjust")),
-    when(bottomLaminate, bounded<&_laminateControl::x_adj_fine_offset>("bot_x_adj_fine_offset")),
-    when(bottomLaminate, bounded<&_laminateControl::temp_adjust>("bot_temp_adjust")),
+    when(topLaminate,
+         sharing(bounded<&_laminateControl::x_adj_fine_offset>("top_x_adj_fine_offset"))),
+    when(topLaminate, sharing(bounded<&_laminateControl::temp_adjust>("top_temp_adjust"))),
+    when(bottomLaminate,
+         sharing(bounded<&_laminateControl::x_adj_fine_offset>("bot_x_adj_fine_offset"))),
+    when(bottomLaminate, sharing(bounded<&_laminateControl::temp_adjust>("bot_temp_adjust"))),
 };
 
 inline constexpr Table laminate = {
@@ -414,7 +416,7 @@ struct CardsReading {
 
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    std::array<bool, std::extent_v<Cards>> taken{};
+    Taken taken{};
     return walkEntries(element, cardEntries.item, [&](Element child, bool) {
       return readCard(child, record.cards, taken, watch);
     });
@@ -448,6 +450,8 @@ struct CardsReading {
 
  private:
   using Cards = decltype(_KVConfiguration::cards);
+  /// Which places cards of the element have taken.
+  using Taken = std::array<bool, std::extent_v<Cards>>;
 
   static constexpr std::string_view key() { return memberName<&_KVConfiguration::cards>; }
 
@@ -456,16 +460,16 @@ struct CardsReading {
   }
 
   /// An observer wants to know the place before the members.
-  static bool readCard(Element element, Cards& cards, std::array<bool, std::extent_v<Cards>>& taken,
-                       Watch const& watch) {
+  static bool readCard(Element element, Cards& cards, Taken& taken, Watch const& watch) {
     _CustomCardInfo scratch{};
     bool const result = walk(element, card, scratch, Watch());
     std::size_t const place = placeOf(scratch);
     cards[place] = scratch;
+    bool const replaces = std::exchange(taken[place], true);
     remark(watch, [&](Observer& observer) {
+      if (replaces) observer.repeatedElement(element, {});
       cards[place] = {};
       observer.clearEntry(key(), place);
-      if (std::exchange(taken[place], true)) observer.repeatedElement(element, {});
       observer.entry(key(), place, [&] { return walk(element, card, cards[place], watch); });
     });
     return result;

@@ -144,7 +144,8 @@ constexpr FindingKindData kinds[] = {
      "A text stands where only elements are read, or behind the one that is read.",
      example<unreadText>},
     {"K104", warning, "repeated_element", "element for the second time",
-     "The element stood there before; what it said then was overwritten.",
+     "The element, or another one for the same member, stood there before; what it said then was "
+     "overwritten, or merged with what it says now.",
      example<repeatedElement>},
     {"K105", warning, "altered_text", "altered text",
      "A part of a text was dropped or changed when it was decoded: an ampersand that begins no "

@@ -48,15 +48,15 @@ bool isWhole(char const* text, char const* end) {
   return end != text && end[std::strspn(end, " \t\r\n")] == '\0';
 }
 
-void reportReal(Observer& observer, Element element, float value) {
-  char const* const text = element.text();
+/// `text` is that of the element, or of an attribute of it.
+void reportReal(Observer& observer, Element element, char const* text, float value) {
   char* end = nullptr;
   errno = 0;
   double const sent = std::strtod(text, &end);
   if (!isWhole(text, end)) {
-    observer.notANumber(element, "a decimal number");
+    observer.notANumber(element, "a decimal number", text);
   } else if (errno == ERANGE || (std::isfinite(sent) && !std::isfinite(value))) {
-    observer.changedNumber(element, std::to_string(value));
+    observer.changedNumber(element, std::to_string(value), text);
   }
 }
 
@@ -70,8 +70,8 @@ bool isPlainWhole(char const* text, int most, bool isSigned) {
 
 /// A value that is as it was read is looked at only where it is not plain.
 template <class Number>
-void reportWhole(Observer& observer, Element element, Number value, bool isAsRead) {
-  char const* const text = element.text();
+void reportWhole(Observer& observer, Element element, char const* text, Number value,
+                 bool isAsRead) {
   // Counters have 16 bits, whatever the member has.
   constexpr int most =
       std::min(std::numeric_limits<Number>::digits10,
@@ -82,11 +82,30 @@ void reportWhole(Observer& observer, Element element, Number value, bool isAsRea
   errno = 0;
   long const sent = std::strtol(text, &end, 10);
   if (!isWhole(text, end)) {
-    observer.notANumber(element, "a whole decimal number");
+    observer.notANumber(element, "a whole decimal number", text);
   } else if (errno == ERANGE || !std::in_range<Number>(sent) ||
              static_cast<Number>(sent) != value) {
-    observer.changedNumber(element, std::to_string(value));
+    observer.changedNumber(element, std::to_string(value), text);
   }
+}
+
+template <class Number>
+void reportNumber(Observer& observer, std::string_view name, Element element, char const* text,
+                  Number value) {
+  observer.member(name, value);
+  if constexpr (std::is_floating_point_v<Number>) {
+    reportReal(observer, element, text, value);
+  } else {
+    reportWhole(observer, element, text, value, true);
+  }
+}
+
+/// A number in an attribute.
+template <class Number>
+void reportAttribute(Observer& observer, std::string_view name, Element element,
+                     char const* attribute, bool read, Number value) {
+  if (!read) return observer.noAttribute(element, attribute);
+  reportNumber(observer, name, element, element.attribute(attribute), value);
 }
 
 }  // namespace
@@ -95,12 +114,7 @@ void reportWhole(Observer& observer, Element element, Number value, bool isAsRea
 
 template <class Number>
 void NumberKind::report(Observer& observer, std::string_view name, Element element, Number value) {
-  observer.member(name, value);
-  if constexpr (std::is_floating_point_v<Number>) {
-    reportReal(observer, element, value);
-  } else {
-    reportWhole(observer, element, value, true);
-  }
+  reportNumber(observer, name, element, element.text(), value);
 }
 
 template void NumberKind::report(Observer&, std::string_view, Element, int);
@@ -129,6 +143,8 @@ bool NumberKind::write(Sink& sink, char const* element, float value) {
 
 namespace {
 
+constexpr char hexadecimalForm[] = "a hexadecimal number with 0x before it";
+
 /// Is it a number in so few digits that the member holds it? Most are.
 bool isPlainHexadecimal(char const* text) {
   if (text[0] != '0' || text[1] != 'x') return false;
@@ -148,17 +164,19 @@ void HexadecimalKind::report(Observer& observer, std::string_view name, Element 
   WordText text;
   text.read(element);
   unsigned int scanned = 0;
-  int end = 0;
-  bool const isRead = std::sscanf(text.get(), "0x%x%n", &scanned, &end) == 1;
-  if (!isRead ||
-      text.get()[end + static_cast<int>(std::strspn(text.get() + end, " \t\r\n"))] != '\0') {
-    observer.notANumber(element, "a hexadecimal number with 0x before it");
+  if (std::sscanf(text.get(), "0x%x", &scanned) != 1) {
+    observer.notANumber(element, hexadecimalForm);
+    return;
   }
-  if (!isRead) return;
   observer.bits(name, value);
+  char* end = nullptr;
   errno = 0;
-  unsigned long const sent = std::strtoul(element.text(), nullptr, 16);
-  if (errno == ERANGE || sent != value) observer.changedNumber(element, printed("0x%x", value));
+  unsigned long const sent = std::strtoul(element.text(), &end, 16);
+  if (errno == ERANGE || sent != value) {
+    observer.changedNumber(element, printed("0x%x", value));
+  } else if (!isWhole(element.text(), end)) {
+    observer.notANumber(element, hexadecimalForm);
+  }
 }
 
 // Attributes.
@@ -169,11 +187,7 @@ bool readAttribute(Row const& row, Element element, void* place, Watch const& wa
   auto const* const name = static_cast<char const*>(row.with);
   bool const read = convertBound(element.attribute(name), at<int>(place));
   remark(watch, [&](Observer& observer) {
-    if (read) {
-      observer.member(row.member, at<int>(place));
-    } else {
-      observer.noAttribute(element, name);
-    }
+    reportAttribute(observer, row.member, element, name, read, at<int>(place));
   });
   return read;
 }
@@ -192,15 +206,6 @@ constinit Kind const attributeKind = {Shape::integer, readAttribute, nullptr,
 namespace {
 
 template <class Number>
-void reportBound(Observer& observer, Element element, char const* name, bool read, Number bound) {
-  if (read) {
-    observer.member(name, bound);
-  } else {
-    observer.noAttribute(element, name);
-  }
-}
-
-template <class Number>
 void reportValue(Observer& observer, Element element, bool read, Number value, Number sent,
                  Number before) {
   if (!read) observer.emptyElement(element);
@@ -208,7 +213,7 @@ void reportValue(Observer& observer, Element element, bool read, Number value, N
   if (!read) return;
   if constexpr (std::is_integral_v<Number>) {
     observer.member("val", value);
-    reportWhole(observer, element, value, value == sent);
+    reportWhole(observer, element, element.text(), value, value == sent);
   } else {
     NumberKind::report(observer, "val", element, value);
     if (value != sent) observer.changedNumber(element, printed("%g", static_cast<double>(value)));
@@ -227,8 +232,8 @@ bool readSetting(Row const& row, Element element, void* place, Watch const& watc
   if (setting.val > setting.max) setting.val = setting.max;
   remark(watch, [&](Observer& observer) {
     observer.within(row.member, [&] {
-      reportBound(observer, element, "min", min, setting.min);
-      reportBound(observer, element, "max", max, setting.max);
+      reportAttribute(observer, "min", element, "min", min, setting.min);
+      reportAttribute(observer, "max", element, "max", max, setting.max);
       reportValue(observer, element, read, setting.val, sent, before);
       return read;
     });

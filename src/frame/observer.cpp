@@ -37,6 +37,15 @@ void Trail::forget(std::uint32_t within, std::string_view list, std::size_t inde
   }
 }
 
+bool Trail::hasMember(std::uint32_t within, std::string_view name) const {
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    Step const& step = steps_[i];
+    bool const isWithin = step.within == within && step.index == noIndex;
+    if (isWithin && std::string_view(step.name, step.length) == name) return true;
+  }
+  return false;
+}
+
 std::string Trail::Step::part() const {
   return index == noIndex ? std::string(name, length) : '[' + std::to_string(index) + ']';
 }
@@ -99,6 +108,10 @@ void Observer::keyword(std::string_view name, int code, std::string_view word, b
   put(name, ValueAccess::keyword(code, wholeCharacters(word), isKnown));
 }
 
+bool Observer::has(std::string_view name) const {
+  return trail_ != nullptr ? trail_->hasMember(step_, name) : record_->find(name) != nullptr;
+}
+
 void Observer::list(std::string_view name) {
   if (trail_ != nullptr) {
     trail_->member(step_, name);
@@ -154,13 +167,21 @@ void Observer::otherSpelling(Element element, std::string_view word) {
 }
 
 void Observer::notANumber(Element element, std::string_view expected) {
-  if (Remark* const remark = add(Remarked::notANumber, element, textIn(element))) {
+  notANumber(element, expected, textIn(element));
+}
+
+void Observer::changedNumber(Element element, std::string_view kept) {
+  changedNumber(element, kept, textIn(element));
+}
+
+void Observer::notANumber(Element element, std::string_view expected, std::string_view found) {
+  if (Remark* const remark = add(Remarked::notANumber, element, found)) {
     remark->expected.emplace_back(expected);
   }
 }
 
-void Observer::changedNumber(Element element, std::string_view kept) {
-  add(Remarked::changedNumber, element, textIn(element), kept);
+void Observer::changedNumber(Element element, std::string_view kept, std::string_view found) {
+  add(Remarked::changedNumber, element, found, kept);
 }
 
 void Observer::cutText(Element element, std::string_view kept) {

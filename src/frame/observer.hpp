@@ -39,6 +39,8 @@ class Trail {
   std::uint32_t entry(std::uint32_t list, std::size_t index) {
     return add({nullptr, 0, list, index});
   }
+  /// Was such a member added?
+  bool hasMember(std::uint32_t within, std::string_view name) const;
   /// Takes back what was added last and holds nothing.
   void dropIfEmpty(std::uint32_t step) {
     if (step + 1 == steps_.size()) steps_.pop_back();
@@ -118,6 +120,9 @@ class Observer {
   template <class Read>
   bool item(std::string_view name, std::size_t index, Read read);
 
+  /// Was the member `name` of the record under observation read before?
+  bool has(std::string_view name) const;
+
   /// Shows the list `name`, though no entry may follow.
   void list(std::string_view name);
 
@@ -130,6 +135,9 @@ class Observer {
   void otherSpelling(Element element, std::string_view word);
   void notANumber(Element element, std::string_view expected);
   void changedNumber(Element element, std::string_view kept);
+  /// The same of a number that stands in an attribute of the element.
+  void notANumber(Element element, std::string_view expected, std::string_view found);
+  void changedNumber(Element element, std::string_view kept, std::string_view found);
   void cutText(Element element, std::string_view kept);
   /// What a reading makes of a text is another one.
   void alteredText(Element element, std::string_view kept);

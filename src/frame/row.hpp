@@ -87,10 +87,10 @@ struct Row {
   bool isRead = true;
   bool isWritten = true;
   bool isAssigned = true;
-  bool counts = true;    ///< does the result of the reading count, or that of the row before?
-  bool isNeeded = true;  ///< of a command: does it need the member where the row is written?
-  bool adds = false;     ///< may its element come again, each time adding to the member?
-  bool shares = false;   ///< does another element fill the member as well?
+  bool counts = true;     ///< does the result of the reading count, or that of the row before?
+  bool isNeeded = true;   ///< of a command: does it need the member where the row is written?
+  bool adds = false;      ///< may its element come again, each time adding to the member?
+  bool isShared = false;  ///< may the element of another row fill the same member?
   std::string_view alternative = {};  ///< another member, whose text may stand for a keyword's code
 };
 
@@ -173,11 +173,11 @@ constexpr Field<Record> adding(Field<Record> const& field) {
   return Field<Record>(row);
 }
 
-/// A row of a member that another element fills as well: the later one overwrites.
+/// A row whose member the element of another row may fill as well, and then overwrites.
 template <class Record>
 constexpr Field<Record> sharing(Field<Record> const& field) {
   Row row = field.row();
-  row.shares = true;
+  row.isShared = true;
   return Field<Record>(row);
 }
 

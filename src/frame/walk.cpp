@@ -71,24 +71,48 @@ void outlineOfRow(Row const& row, Outline& outline) {
 
 namespace {
 
+/// Has the row's element a text, and no elements that are read?
+bool isOfText(Row const& row, Element element) {
+  switch (row.kind->shape) {
+    case Shape::record:
+    case Shape::group:
+    case Shape::list:
+      return false;
+    case Shape::odd:
+      return !element.firstChild();
+    default:
+      return true;
+  }
+}
+
 /// What an element of single values said; that of a secret is not told.
 std::string_view overwritten(Row const& row, Element earlier) {
-  bool const isTold = row.kind->shape != Shape::secret && !earlier.firstChild();
+  bool const isTold = row.kind->shape != Shape::secret && isOfText(row, earlier);
   char const* const text = isTold ? earlier.peek() : nullptr;
   return text != nullptr ? text : "";
 }
 
 }  // namespace
 
-void Repeats::noteShared(Row const& row, Element child) {
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    bool const isOther = &rows_[i] != &row && rows_[i].member == row.member;
-    if (isOther && seen_[i]) tell(row, child, earlier_[i]);
-  }
-}
-
 void Repeats::tell(Row const& row, Element child, std::uint32_t earlier) {
   observer_->repeatedElement(child, overwritten(row, child.at(earlier)));
+}
+
+/// What is overwritten is what the last element said that fills the member, be it of this row, of
+/// another one of the table, or of a table of the same record.
+void Repeats::noteShared(Row const& row, Element child) {
+  bool isSeen = false;
+  std::uint32_t last = 0;
+  for (std::size_t i = 0; i < std::min(rows_.size(), most); ++i) {
+    if (!seen_[i] || !rows_[i].isShared || rows_[i].member != row.member) continue;
+    isSeen = true;
+    last = std::max(last, earlier_[i]);
+  }
+  if (isSeen) {
+    tell(row, child, last);
+  } else if (observer_->has(row.member)) {
+    observer_->repeatedElement(child, {});
+  }
 }
 
 bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result) {

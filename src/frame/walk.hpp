@@ -86,9 +86,11 @@ class Repeats {
   void note(Row const& row, Element child) {
     auto const index = static_cast<std::size_t>(&row - rows_.data());
     if (index >= most) return;
-    if (seen_[index]) tell(row, child, earlier_[index]);
-    if (row.shares) [[unlikely]]
+    if (row.isShared) {
       noteShared(row, child);
+    } else if (seen_[index]) {
+      tell(row, child, earlier_[index]);
+    }
     seen_[index] = true;
     earlier_[index] = child.index();
   }

@@ -102,9 +102,9 @@ inline constexpr Table jobPrinting = {
 /// Deliberately one table for all encoders: a state is stored by its own name, whichever encoder's
 /// element it stands in.
 inline constexpr Table encoderStates = {
-    keyword<&KVJobStatus::mag_state, jobStates>("mag_state"),
-    keyword<&KVJobStatus::contact_state, jobStates>("contact_state"),
-    keyword<&KVJobStatus::contactless_state, jobStates>("contactless_state"),
+    sharing(keyword<&KVJobStatus::mag_state, jobStates>("mag_state")),
+    sharing(keyword<&KVJobStatus::contact_state, jobStates>("contact_state")),
+    sharing(keyword<&KVJobStatus::contactless_state, jobStates>("contactless_state")),
 };
 
 inline constexpr Table jobStatus = {
@@ -274,8 +274,9 @@ struct NameReading : NeverWritten, NeverAssigned {
 
 inline constexpr Table ribbon = {
     number<&_MediaStatusInfo::type>("type"),
-    reading<_MediaStatusInfo, SequenceReading>("sequence"),
-    reading<_MediaStatusInfo, NameReading>("description"),
+    // Both tell the kind, in the same two members.
+    sharing(reading<_MediaStatusInfo, SequenceReading>("sequence")),
+    sharing(reading<_MediaStatusInfo, NameReading>("description")),
     text<&_MediaStatusInfo::oem_country>("oem_country"),
     number<&_MediaStatusInfo::initial_size>("initial_size"),
     sharing(number<&_MediaStatusInfo::remaining>("panels_remaining")),
@@ -394,6 +395,7 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
     std::string_view const word =
         sent != nullptr && sent->code == code ? sent->text : Words.wordOf(code);
     bool const known = !word.empty() && (sent != nullptr || code != 0);
+    if (sent != nullptr && known && sent->text != word) observer.otherSpelling(element, word);
     observer.keyword(name, code, known ? word : text.get(), known);
   }
 
@@ -402,12 +404,12 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
 
 template <auto M>
 constexpr auto security(std::string_view element) {
-  return adding(row<M, MergedKeywordKind<securities>>(element));
+  return row<M, MergedKeywordKind<securities>>(element);
 }
 
 template <auto M>
 constexpr auto cipher(std::string_view element) {
-  return adding(row<M, MergedKeywordKind<ciphers>>(element));
+  return row<M, MergedKeywordKind<ciphers>>(element);
 }
 
 // The state of the link.

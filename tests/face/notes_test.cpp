@@ -139,7 +139,30 @@ std::vector<Noted> const noted = {
     {"<configuration><ethernet>\n<ip_address>300.1.1.1</ip_address></ethernet></configuration>",
      "not_a_number", "ip_address", "300.1.1.1", "", ipv4,
      "<ip_address>: \"300.1.1.1\" is not an IPv4 address, four numbers with dots between them"},
+    // A number with something behind it is read all the same, and so are short addresses.
+    {status("<alarms>0x1A and more</alarms>"), "not_a_number", "alarms", "0x1A and more", "",
+     hexadecimal, "<alarms>: \"0x1A and more\" is not a hexadecimal number with 0x before it"},
+    {"<configuration><ethernet>\n<ip_address>10.0.0.1 and more</ip_address></ethernet>"
+     "</configuration>",
+     "not_a_number", "ip_address", "10.0.0.1 and more", "", ipv4,
+     "<ip_address>: \"10.0.0.1 and more\" is not an IPv4 address, four numbers with dots between "
+     "them"},
+    {"<configuration><ethernet>\n<ip_address>010.0.0.1</ip_address></ethernet></configuration>",
+     "not_a_number", "ip_address", "010.0.0.1", "", ipv4,
+     "<ip_address>: \"010.0.0.1\" is not an IPv4 address, four numbers with dots between them"},
+    {settings("<lcd_contrast min=\"0\" max=\"63x\">5</lcd_contrast>"), "not_a_number",
+     "lcd_contrast", "63x", "", whole, "<lcd_contrast>: \"63x\" is not a whole decimal number"},
+    {"<get_sensor_status><doors>\n<head_open reading=\"1 x\"/></doors></get_sensor_status>",
+     "not_a_number", "head_open", "1 x", "", whole,
+     "<head_open>: \"1 x\" is not a whole decimal number"},
     // Numbers that their member cannot hold, and those beyond their bounds.
+    {settings("<lcd_contrast min=\"4294967296\" max=\"63\">5</lcd_contrast>"),
+     "changed_number",
+     "lcd_contrast",
+     "4294967296",
+     "0",
+     {},
+     "<lcd_contrast>: \"4294967296\" does not fit, kept as 0"},
     {status("<param_chg_counter>70000</param_chg_counter>"),
      "changed_number",
      "param_chg_counter",
@@ -438,15 +461,6 @@ TEST(Notes, TellOfElementsThatComeAgain) {
       << "entries of a list";
 }
 
-TEST(Notes, TellOfWhatTakesThePlaceOfSomethingElse) {
-  EXPECT_EQ(toldOf("<get_media_status><ribbon><panels_remaining>20</panels_remaining>\n"
-                   "<ribbon_remaining>19</ribbon_remaining></ribbon></get_media_status>"),
-            Texts{"2:1 <ribbon_remaining>: for the second time, overwrites \"20\""});
-  EXPECT_EQ(toldOf("<configuration><cards><card><cal_table>1</cal_table></card>\n<card>"
-                   "<cal_table>2</cal_table></card></cards></configuration>"),
-            Texts{"2:1 <card>: for the second time"});
-}
-
 TEST(Notes, TellOfNumbersWithMoreBehindThem) {
   EXPECT_EQ(toldOf(status("<alarms>0x1G</alarms>")),
             Texts{"2:1 <alarms>: \"0x1G\" is not a hexadecimal number with 0x before it"});
@@ -457,6 +471,57 @@ TEST(Notes, TellOfTagsThatAreNone) {
   EXPECT_EQ(toldOf(status("<1 a='lost'/>\n<error>5</error>")).size(), 1U);
   EXPECT_EQ(toldOf(status("<error>5</error>") + "</other>").size(), 1U);
   EXPECT_EQ(toldOf("<!DOCTYPE get_general_status>" + status("<error>5</error>")), Texts{});
+}
+
+TEST(Notes, TellOfElementsThatFillTheMemberOfAnother) {
+  EXPECT_EQ(toldOf("<get_media_status><ribbon><panels_remaining>5<b/></panels_remaining>\n"
+                   "<ribbon_remaining>6</ribbon_remaining>\n"
+                   "<panels_remaining>7</panels_remaining></ribbon></get_media_status>"),
+            (Texts{"1:46 <b>: unknown element, skipped",
+                   "2:1 <ribbon_remaining>: for the second time, overwrites \"5\"",
+                   "3:1 <panels_remaining>: for the second time, overwrites \"6\""}));
+  EXPECT_EQ(toldOf("<get_media_status><ribbon><sequence><panel>ymcko</panel></sequence>\n"
+                   "<description>YMCKO</description></ribbon></get_media_status>"),
+            Texts{"2:1 <description>: for the second time"});
+  EXPECT_EQ(toldOf("<configuration><lamination><top_laminate><laminate_control>"
+                   "<top_temp_adjust min='0' max='9'>5</top_temp_adjust>\n"
+                   "<bot_temp_adjust min='0' max='9'>6</bot_temp_adjust>"
+                   "</laminate_control></top_laminate></lamination></configuration>"),
+            Texts{"2:1 <bot_temp_adjust>: for the second time, overwrites \"5\""});
+}
+
+/// Encoders' elements share a table, and a state is stored by its own name.
+TEST(Notes, TellOfAStateThatAnotherEncoderSays) {
+  std::string const reply =
+      "<get_job_status><status_mag><mag_state>reading</mag_state></status_mag>"
+      "<status_contact>\n<mag_state>encoding</mag_state></status_contact></get_job_status>";
+  EXPECT_EQ(toldOf(reply), Texts{"2:1 <mag_state>: for the second time"});
+  EXPECT_EQ(toldOf("<get_job_status><status_mag><mag_state>reading</mag_state></status_mag>"
+                   "<status_contact><contact_state>encoding</contact_state></status_contact>"
+                   "</get_job_status>"),
+            Texts{});
+  Reply<KVJobStatus> const read = Kovra::read<KVJobStatus>(reply);
+  ASSERT_EQ(read.notes().size(), 1U) << "nor where nothing is shown";
+  EXPECT_EQ(told(read.notes().front()), "2:1 <mag_state>: for the second time");
+}
+
+TEST(Notes, TellOfCardsThatTakeThePlaceOfAnother) {
+  std::string const one = "<card><information><description>";
+  std::string const end = "</description></information></card>\n";
+  EXPECT_EQ(toldOf("<configuration><cards>\n" + one + "Custom 1" + end + one + "Staff" + end +
+                   "</cards></configuration>"),
+            Texts{});
+  EXPECT_EQ(toldOf("<configuration><cards>\n" + one + "Staff" + end + one + "Custom 1" + end + one +
+                   "Guest" + end + one + "Custom 1" + end + "</cards></configuration>"),
+            (Texts{"4:1 <card>: for the second time", "5:1 <card>: for the second time"}));
+}
+
+TEST(Notes, TellOfASharpeningLevelThatComesAgain) {
+  std::string const high = "<image_sharpening_level>high</image_sharpening_level>\n";
+  std::string const low = "<image_sharpening_level>low</image_sharpening_level>\n";
+  EXPECT_EQ(toldOf("<capabilities><image_sharpening_levels>\n" + high + low + high +
+                   "</image_sharpening_levels></capabilities>"),
+            Texts{"4:1 <image_sharpening_level>: for the second time, overwrites \"high\""});
 }
 
 TEST(Notes, TellWhatDecodingDropped) {

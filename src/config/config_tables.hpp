@@ -354,6 +354,7 @@ struct LaminationReading {
   static bool write(Sink& sink, char const* element, _KVConfiguration const& record,
                     Circumstances circumstances, bool result) {
     _LaminationIfo const& laminates = record.lamination;
+    lookAtMarks(sink, laminates);
     if (!laminates.topLaminateInstalled && !laminates.bottomLaminateInstalled) return result;
     return writeAs(whole, element, sink, record, circumstances, result);
   }
@@ -369,6 +370,20 @@ struct LaminationReading {
  private:
   static constexpr Field<_KVConfiguration> whole =
       nested<&_KVConfiguration::lamination, lamination>("");
+  static constexpr Field<_LaminationIfo> topMark =
+      yesOrNo<&_LaminationIfo::topLaminateInstalled>("");
+  static constexpr Field<_LaminationIfo> bottomMark =
+      yesOrNo<&_LaminationIfo::bottomLaminateInstalled>("");
+
+  /// Marks are no elements, but without them there are none: whoever watches wants to know of one
+  /// that the record lacks. That of the bottom laminate counts where the top one is not there.
+  static void lookAtMarks(Sink& sink, _LaminationIfo const& laminates) {
+    auto const look = [] { return true; };
+    writeWatched(sink, whole.row(), [&] {
+      bool const isMarked = writeWatched(sink, topMark.row(), look);
+      return laminates.topLaminateInstalled ? isMarked : writeWatched(sink, bottomMark.row(), look);
+    });
+  }
 };
 
 // Cleaning. Two elements fill one record.

@@ -174,5 +174,32 @@ TEST(ComposeConfiguration, NeedsTheMembersOfTheChosenSections) {
       << test::outcome(zero);
 }
 
+/// A mark is no element, but without it the parts that it marks would be left out.
+TEST(ComposeConfiguration, NeedsTheMarksOfTheLaminates) {
+  auto const missing = [](auto change) {
+    Value record = recordOf(sample("full.xml"));
+    change(record);
+    return test::pathsOf(composed(record, sectionsOf({"lamination", "lcd_contrast"})));
+  };
+  EXPECT_EQ(missing([](Value&) {}), "");
+  EXPECT_EQ(missing([](Value& r) { r.erase("lamination"); }), "lamination ");
+  EXPECT_EQ(missing([](Value& r) { r.at("lamination").erase("topLaminateInstalled"); }),
+            "lamination.topLaminateInstalled ");
+  EXPECT_EQ(missing([](Value& r) { r.at("lamination").erase("bottomLaminateInstalled"); }), "")
+      << "it does not matter where the top laminate is installed";
+  EXPECT_EQ(missing([](Value& r) {
+              r.set("lamination.topLaminateInstalled", false);
+              r.at("lamination").erase("bottomLaminateInstalled");
+            }),
+            "lamination.bottomLaminateInstalled ");
+  EXPECT_EQ(missing([](Value& r) {
+              r.set("lamination.topLaminateInstalled", false);
+              r.set("lamination.bottomLaminateInstalled", false);
+              r.at("lamination").erase("laminate_common");
+            }),
+            "")
+      << "neither is installed, and nothing is written of them";
+}
+
 }  // namespace
 }  // namespace Kovra

@@ -188,6 +188,28 @@ TEST(TheWholeReply, IsInTheReadingsAndTheNotes) {
   }
 }
 
+/// The checker itself: what it finds lost between a text and the decoding of another one.
+TEST(TheWholeReply, IsMissedWhereSomethingIsLost) {
+  auto const lost = [](std::string const& text, std::string const& decoded) {
+    std::string const begin = "<get_general_status>";
+    std::string const end = "</get_general_status>";
+    return test::lostOf(begin + text + end, decode(begin + decoded + end));
+  };
+  using Lost = std::vector<std::string>;
+  std::string const error = "<error>5</error>";
+  EXPECT_EQ(lost(error, error), Lost{});
+  EXPECT_EQ(lost(error, "<error>6</error>"), Lost{"/get_general_status/error: 5"});
+  EXPECT_EQ(lost(error + "<warning>5</warning>", error), Lost{"/get_general_status/warning: 5"})
+      << "one leaf accounts for one text";
+  EXPECT_EQ(lost("<error a='b'>5</error>", error), Lost{"/get_general_status/error@a: b"});
+  EXPECT_EQ(lost("<error>5<b/>6</error>", error + "<error/>"),
+            Lost{"/get_general_status/error: 6"});
+  EXPECT_EQ(lost("<alarms>0x1A</alarms>", "<alarms>0x01a</alarms>"), Lost{}) << "the same number";
+  EXPECT_EQ(lost("<printer_state>idle</printer_state>", "<printer_state>busy</printer_state>"),
+            Lost{})
+      << "a note tells of the element, whatever it says";
+}
+
 /// Other texts in the place of one: another number or word, and the same with something behind.
 std::vector<std::string> others(std::string const& text) {
   std::string other = "qzx";

@@ -84,52 +84,40 @@ Value::Value(std::string_view text, Text_) : kind_(Kind::text) {
   std::construct_at(&content_.text, text);
 }
 
-Value::Value(Value const& other)
-    : kind_(other.kind_), marks_(other.marks_), reserved_(other.reserved_), code_(other.code_) {
-  switch (kind_) {
+template <class Other>
+void ValueAccess::fill(Value& value, Other&& other) {
+  switch (value.kind_) {
     case Kind::nothing:
     case Kind::flag:
     case Kind::integer:
     case Kind::natural:
     case Kind::real:
-      std::memcpy(static_cast<void*>(&content_), &other.content_, sizeof content_.natural);
+      std::memcpy(static_cast<void*>(&value.content_), &other.content_,
+                  sizeof value.content_.natural);
       break;
     case Kind::text:
     case Kind::keyword:
-      std::construct_at(&content_.text, other.content_.text);
+      std::construct_at(&value.content_.text, std::forward<Other>(other).content_.text);
       break;
     case Kind::list:
-      std::construct_at(&content_.items, other.content_.items);
+      std::construct_at(&value.content_.items, std::forward<Other>(other).content_.items);
       break;
     case Kind::record:
-      std::construct_at(&content_.members, other.content_.members);
+      std::construct_at(&value.content_.members, std::forward<Other>(other).content_.members);
       break;
   }
+}
+
+Value::Value(Value const& other)
+    : kind_(other.kind_), marks_(other.marks_), reserved_(other.reserved_), code_(other.code_) {
+  ValueAccess::fill(*this, other);
 }
 
 /// What is moved from keeps its kind, empty, and is as secret as before: short texts are copied, so
 /// what is left of one is wiped in the end.
 Value::Value(Value&& other) noexcept
     : kind_(other.kind_), marks_(other.marks_), reserved_(other.reserved_), code_(other.code_) {
-  switch (kind_) {
-    case Kind::nothing:
-    case Kind::flag:
-    case Kind::integer:
-    case Kind::natural:
-    case Kind::real:
-      std::memcpy(static_cast<void*>(&content_), &other.content_, sizeof content_.natural);
-      break;
-    case Kind::text:
-    case Kind::keyword:
-      std::construct_at(&content_.text, std::move(other.content_.text));
-      break;
-    case Kind::list:
-      std::construct_at(&content_.items, std::move(other.content_.items));
-      break;
-    case Kind::record:
-      std::construct_at(&content_.members, std::move(other.content_.members));
-      break;
-  }
+  ValueAccess::fill(*this, std::move(other));
 }
 
 Value& Value::operator=(Value const& other) {

@@ -36,6 +36,10 @@ struct ValueAccess {
   /// Adds a member to a record that has none of that name.
   static Value& add(Value& record, std::string_view name);
 
+  /// Fills a value of another's kind, which holds nothing yet, with what the other holds.
+  template <class Other>
+  static void fill(Value& value, Other&& other);
+
  private:
   static Member& added(Value& record);
 };

@@ -16,6 +16,7 @@
 
 #include "face/catalogue.hpp"
 #include "face/compose.hpp"
+#include "frame/lists.hpp"
 #include "frame/output.hpp"
 #include "support/composed.hpp"
 #include "support/generated.hpp"
@@ -54,11 +55,23 @@ bool isSameText(Row const& row, void const* plain, void const* watched) {
   return textOf(watched) == textOf(plain) || textOf(watched) == wholeCharacters(textOf(plain));
 }
 
+bool isSame(Rows rows, void* a, void* b);
+
+/// The entries of a list that is an array in its record.
+bool areSameEntries(Row const& row, void* a, void* b) {
+  auto const& entries = *static_cast<Entries const*>(row.with);
+  for (std::size_t i = 0; i < row.size / entries.size; ++i) {
+    if (!isSame(entries.rows, entryAt(entries, a, i), entryAt(entries, b, i))) return false;
+  }
+  return true;
+}
+
 /// Are all members the same that rows fill? Those of odd types have bytes that mean nothing.
 bool isSame(Rows rows, void* a, void* b) {
   return std::all_of(rows.begin(), rows.end(), [&](Row const& row) {
     Rows const below = rowsBelow(row);
     if (!below.empty()) return isSame(below, row.place(a), row.place(b));
+    if (row.kind == &listKind) return areSameEntries(row, row.place(a), row.place(b));
     bool const isText = row.kind->shape == Shape::text || row.kind->shape == Shape::secret;
     if (isText) return isSameText(row, row.place(a), row.place(b));
     return row.kind->shape == Shape::odd || std::memcmp(row.place(a), row.place(b), row.size) == 0;

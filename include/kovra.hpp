@@ -38,6 +38,7 @@ namespace Kovra {
 namespace frame {
 struct ChoiceRow;
 struct MessageRow;
+struct Word;
 }  // namespace frame
 
 namespace detail {
@@ -383,11 +384,43 @@ class KOVRA_EXPORT Choice {
   frame::ChoiceRow const* data_ = nullptr;
 };
 
-/// A member of a message's record.
+/// A word of the printer's, and its code in a record.
+class KOVRA_EXPORT Keyword {
+ public:
+  int code() const;
+  std::string word() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  Keyword() = default;
+
+  frame::Word const* data_ = nullptr;
+};
+
+/// A member of a record.
 class KOVRA_EXPORT MemberDescription {
  public:
+  /// What is not told by the kind alone.
+  enum class Form : std::uint8_t {
+    plain,
+    setting,          ///< a record of a value `val` and its bounds `min` and `max`
+    ipv4,             ///< a text: "192.0.2.7"
+    hardwareAddress,  ///< a text: "02:00:5e:10:00:00"
+  };
+
   std::string name() const;
   Value::Kind kind() const;
+  Form form() const;
+  /// Is it a key, a pass phrase or track data?
+  bool isSecret() const;
+  /// The elements, or the attributes, that carry it: "dhcp"; in others, "jobs/job".
+  std::vector<std::string> elements() const;
+  /// Of a keyword, of flags that are named by words, or of a list of keywords.
+  std::vector<Keyword> words() const;
+  /// Of a record, or of the entries of a list.
+  std::vector<MemberDescription> members() const;
+  /// Of a text: how many bytes fit; 0 where its form tells it.
+  std::size_t mostBytes() const;
   /// What there is to say of it; empty where the name says it.
   std::string title() const;
 

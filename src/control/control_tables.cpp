@@ -15,8 +15,12 @@ Type const& at(void const* place) {
   return *static_cast<Type const*>(place);
 }
 
+Vocabulary const& wordsOf(Row const& row) {
+  return *static_cast<Vocabulary const*>(row.with);
+}
+
 char const* wordAt(Row const& row, void const* place) {
-  return static_cast<Vocabulary const*>(row.with)->wordOr(at<int>(place), nullptr);
+  return wordsOf(row).wordOr(at<int>(place), nullptr);
 }
 
 bool attribute(Row const& row, Sink& sink, char const* value) {
@@ -59,12 +63,14 @@ bool writeTextContent(Row const&, Sink& sink, void const* place, Circumstances, 
 
 }  // namespace
 
-constinit Kind const wordAttributeKind = {.shape = Shape::keyword, .write = writeWord};
+constinit Kind const wordAttributeKind = {
+    .shape = Shape::keyword, .write = writeWord, .words = wordsOf};
 constinit Kind const numberAttributeKind = {.shape = Shape::integer, .write = writeNumber};
 constinit Kind const decimalAttributeKind = {.shape = Shape::real, .write = writeDecimal};
 constinit Kind const textAttributeKind = {.shape = Shape::text, .write = writeText};
 constinit Kind const constantAttributeKind = {.shape = Shape::text, .write = writeConstant};
-constinit Kind const wordContentKind = {.shape = Shape::keyword, .write = writeWordContent};
+constinit Kind const wordContentKind = {
+    .shape = Shape::keyword, .write = writeWordContent, .words = wordsOf};
 constinit Kind const textContentKind = {.shape = Shape::text, .write = writeTextContent};
 
 Rows rowsOfDevice(std::string_view name) {

@@ -57,6 +57,21 @@ Value::Kind kindOf(Shape shape) {
   return Value::Kind::record;
 }
 
+MemberDescription::Form formOf(Shape shape) {
+  using Form = MemberDescription::Form;
+  if (shape == Shape::setting) return Form::setting;
+  if (shape == Shape::address) return Form::hardwareAddress;
+  return shape == Shape::ipv4 ? Form::ipv4 : Form::plain;
+}
+
+/// The words of a keyword, of bits, or of a list's codes; null where there are none.
+Vocabulary const* vocabularyOf(Row const& row) {
+  if (row.kind->words != nullptr) return &row.kind->words(row);
+  if (row.kind->shape != Shape::list) return nullptr;
+  Keywords const* const codes = static_cast<Entries const*>(row.with)->codes;
+  return codes != nullptr ? codes->read : nullptr;
+}
+
 std::string titleOf(std::string_view member, Composing const& composing) {
   for (MemberTitle const& known : composing.commandMembers) {
     if (known.member == member) return std::string(known.title);
@@ -64,27 +79,74 @@ std::string titleOf(std::string_view member, Composing const& composing) {
   return {};
 }
 
-/// Each member once, also where one row reads it and another writes it.
-void addMembers(Rows rows, Composing const& composing, std::vector<MemberData>& members) {
+/// The names of elements in one another, without empty ones.
+std::string within(std::string_view outer, std::string_view inner) {
+  return std::string(outer) + (outer.empty() || inner.empty() ? "" : "/") + std::string(inner);
+}
+
+std::string elementOf(Row const& row) {
+  if (row.kind->shape != Shape::list) return std::string(row.element);
+  return within(row.element, static_cast<Entries const*>(row.with)->item);
+}
+
+void addOnce(std::vector<std::string>& names, std::string name) {
+  bool const isThere = std::find(names.begin(), names.end(), name) != names.end();
+  if (!name.empty() && !isThere) names.push_back(std::move(name));
+}
+
+/// The members of a record, each once, also where one row reads it and another writes it.
+class MemberList {
+ public:
+  explicit MemberList(Composing const& composing) : composing_(composing) {}
+
+  void add(Rows rows, std::string const& around);
+  std::vector<MemberData> take() { return std::move(members_); }
+
+ private:
+  void addRow(Row const& row, std::string_view name, std::string const& around);
+  MemberData& member(std::string_view name, Row const& row);
+
+  Composing const& composing_;
+  std::vector<MemberData> members_;
+};
+
+/// An odd row's own rows say more than the names of the members that it takes.
+void MemberList::add(Rows rows, std::string const& around) {
   for (Row const& row : rows) {
-    if (row.kind->shape == Shape::group) {
-      addMembers(rowsBelow(row), composing, members);
-      continue;
+    if (row.kind->shape == Shape::group || row.kind->shape == Shape::odd) {
+      add(rowsBelow(row), within(around, row.element));
     }
+    if (row.kind->shape == Shape::group) continue;
     Keys keys;
     keysOfRow(row, keys);
     if (keys.empty() && !row.member.empty()) keys.push_back(row.member);
-    for (std::string_view const key : keys) {
-      bool const isThere =
-          std::any_of(members.begin(), members.end(),
-                      [&](MemberData const& member) { return member.name == key; });
-      if (isThere) continue;
-      MemberData& member = members.emplace_back();
-      member.name = key;
-      member.kind = kindOf(row.kind->shape);
-      member.title = titleOf(key, composing);
-    }
+    for (std::string_view const key : keys) addRow(row, key, around);
   }
+}
+
+void MemberList::addRow(Row const& row, std::string_view name, std::string const& around) {
+  MemberData& found = member(name, row);
+  addOnce(found.elements, within(around, elementOf(row)));
+  found.rows.push_back(&row);
+}
+
+MemberData& MemberList::member(std::string_view name, Row const& row) {
+  auto const known = std::find_if(members_.begin(), members_.end(),
+                                  [&](MemberData const& member) { return member.name == name; });
+  if (known != members_.end()) return *known;
+  MemberData& added = members_.emplace_back();
+  added.name = name;
+  added.kind = kindOf(row.kind->shape);
+  added.title = titleOf(name, composing_);
+  added.isSecret = composing_.isSecret || row.kind->shape == Shape::secret;
+  return added;
+}
+
+std::vector<MemberDescription> described(Rows rows, Composing const& composing) {
+  MemberList list(composing);
+  list.add(rows, "");
+  auto const members = std::make_shared<std::vector<MemberData>>(list.take());
+  return FaceAccess::each<MemberDescription>(Shared<std::vector<MemberData>>(members), *members);
 }
 
 void addSecrets(Rows rows, std::string const& path, std::vector<std::string>& secrets) {
@@ -158,6 +220,55 @@ std::string MemberDescription::title() const {
   return data_ != nullptr ? data_->title : "";
 }
 
+bool MemberDescription::isSecret() const {
+  return data_ != nullptr && data_->isSecret;
+}
+
+std::vector<std::string> MemberDescription::elements() const {
+  return data_ != nullptr ? data_->elements : std::vector<std::string>();
+}
+
+std::vector<Keyword> MemberDescription::words() const {
+  std::vector<Keyword> words;
+  if (data_ == nullptr) return words;
+  for (Row const* const row : data_->rows) {
+    Vocabulary const* const known = vocabularyOf(*row);
+    if (known == nullptr) continue;
+    for (Word const& word : known->words) {
+      bool const isThere = std::any_of(words.begin(), words.end(), [&](Keyword const& other) {
+        return other.word() == word.text;
+      });
+      if (!isThere) words.push_back(FaceAccess::make<Keyword>(&word));
+    }
+  }
+  return words;
+}
+
+std::vector<MemberDescription> MemberDescription::members() const {
+  if (data_ == nullptr) return {};
+  Row const& row = *data_->rows.front();
+  bool const isList = row.kind->shape == Shape::list;
+  return described(isList ? static_cast<Entries const*>(row.with)->rows : rowsBelow(row),
+                   Composing());
+}
+
+MemberDescription::Form MemberDescription::form() const {
+  return data_ != nullptr ? formOf(data_->rows.front()->kind->shape) : Form::plain;
+}
+
+std::size_t MemberDescription::mostBytes() const {
+  if (data_ == nullptr || data_->kind != Value::Kind::text || form() != Form::plain) return 0;
+  return data_->rows.front()->size - 1;
+}
+
+int Keyword::code() const {
+  return data_->code;
+}
+
+std::string Keyword::word() const {
+  return std::string(data_->text);
+}
+
 std::string Message::name() const {
   return std::string(data_->name);
 }
@@ -179,9 +290,7 @@ bool Message::isWritten() const {
 }
 
 std::vector<MemberDescription> Message::members() const {
-  auto const members = std::make_shared<std::vector<MemberData>>();
-  addMembers(data_->rows, composingOf(*data_), *members);
-  return FaceAccess::each<MemberDescription>(Shared<std::vector<MemberData>>(members), *members);
+  return described(data_->rows, composingOf(*data_));
 }
 
 std::vector<std::string> Message::required() const {

@@ -60,6 +60,9 @@ struct MemberData : Growth {
   std::string name;
   Value::Kind kind = Value::Kind::nothing;
   std::string title;
+  bool isSecret = false;
+  std::vector<std::string> elements;
+  std::vector<frame::Row const*> rows;  ///< one that reads it, one that writes it
 };
 
 /// Puts data into the classes that hosts see.

@@ -555,9 +555,14 @@ void outlineKeyword(Row const& row, Outline& outline) {
   outlineWords(*with<Keywords>(row).read, outline);
 }
 
+Vocabulary const& wordsOfKeyword(Row const& row) {
+  return *with<Keywords>(row).read;
+}
+
 template <class Code>
 constexpr Kind keywordKindOf = {Shape::keyword,         readKeyword<Code>, writeKeyword<Code>,
-                                assignKeywordRow<Code>, nullptr,           outlineKeyword};
+                                assignKeywordRow<Code>, nullptr,           outlineKeyword,
+                                wordsOfKeyword};
 
 }  // namespace
 
@@ -697,9 +702,13 @@ Assigned assignBits(Row const& row, void* place, std::string_view member, Value 
   });
 }
 
+Vocabulary const& wordsOfBits(Row const& row) {
+  return with<Vocabulary>(row);
+}
+
 template <class Set>
-constexpr Kind bitKindOf = {Shape::bits,     readBit<Set>, writeBit<Set>,
-                            assignBits<Set>, nullptr,      outlineSwitches};
+constexpr Kind bitKindOf = {Shape::bits, readBit<Set>,    writeBit<Set>, assignBits<Set>,
+                            nullptr,     outlineSwitches, wordsOfBits};
 
 }  // namespace
 

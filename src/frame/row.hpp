@@ -73,6 +73,8 @@ struct Kind {
   void (*keys)(Row const&, Keys&) = nullptr;
   /// Adds the words below the element.
   void (*outline)(Row const&, Outline&) = nullptr;
+  /// The words that name its values, or its bits.
+  Vocabulary const& (*words)(Row const&) = nullptr;
 };
 
 /// One row of a document's table: an element, a place in the record, and what is done with both.

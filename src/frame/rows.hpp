@@ -107,8 +107,19 @@ constexpr auto assignOfStruct() -> decltype(Kind::assign) {
 }
 
 template <class Struct>
+constexpr auto wordsOfStruct() -> decltype(Kind::words) {
+  if constexpr (requires { Struct::words; }) {
+    return [](Row const&) -> Vocabulary const& { return Struct::words; };
+  } else {
+    return nullptr;
+  }
+}
+
+template <class Struct>
 constexpr auto outlineOfStruct() -> decltype(Kind::outline) {
-  if constexpr (requires(Outline & outline) { Struct::outline(outline); }) {
+  if constexpr (requires { Struct::words; }) {
+    return [](Row const&, Outline& outline) { outlineWords(Struct::words, outline); };
+  } else if constexpr (requires(Outline & outline) { Struct::outline(outline); }) {
     return [](Row const&, Outline& outline) { Struct::outline(outline); };
   } else {
     return nullptr;
@@ -131,7 +142,8 @@ inline constexpr Kind kindOfStruct{shapeOf<Struct, Type>(),
                                    writeOfStruct<Struct, Type>(),
                                    assignOfStruct<Struct, Type>(),
                                    nullptr,
-                                   outlineOfStruct<Struct>()};
+                                   outlineOfStruct<Struct>(),
+                                   wordsOfStruct<Struct>()};
 
 }  // namespace detail
 

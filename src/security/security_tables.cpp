@@ -106,7 +106,10 @@ Assigned assignAction(Row const& row, void* place, std::string_view member, Valu
 
 }  // namespace
 
-constinit Kind const actionKind = {.shape = Shape::word, .assign = assignAction};
+constinit Kind const actionKind = {
+    .shape = Shape::word, .assign = assignAction, .words = [](Row const&) -> Vocabulary const& {
+      return actionNames;
+    }};
 
 // Directive.
 

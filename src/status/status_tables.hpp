@@ -374,6 +374,7 @@ inline constexpr char const* sensorStatusRoots[] = {"get_sensor_status"};
 template <Vocabulary const& Words>
 struct MergedKeywordKind : NeverWritten, NeverAssigned {
   static constexpr Shape shape = Shape::keyword;
+  static constexpr Vocabulary const& words = Words;
 
   static_assert(Words.unknown == 0, "an unknown word sets nothing");
 
@@ -398,8 +399,6 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
     if (sent != nullptr && known && sent->text != word) observer.otherSpelling(element, word);
     observer.keyword(name, code, known ? word : text.get(), known);
   }
-
-  static void outline(Outline& outline) { outlineWords(Words, outline); }
 };
 
 template <auto M>

@@ -1,0 +1,135 @@
+// What messages() tells of the members of records.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kovra.hpp"
+
+using namespace Kovra;
+
+namespace {
+
+Message messageOf(std::string const& name) {
+  std::vector<Message> const all = messages();
+  auto const found = std::find_if(all.begin(), all.end(),
+                                  [&](Message const& message) { return message.name() == name; });
+  if (found == all.end()) throw std::invalid_argument(name);
+  return *found;
+}
+
+MemberDescription memberAt(std::vector<MemberDescription> const& members, std::string const& path) {
+  std::size_t const point = path.find('.');
+  std::string const name = path.substr(0, point);
+  for (MemberDescription const& member : members) {
+    if (member.name() != name) continue;
+    return point == path.npos ? member : memberAt(member.members(), path.substr(point + 1));
+  }
+  throw std::invalid_argument(path);
+}
+
+template <class Visit>
+void eachMember(std::vector<MemberDescription> const& members, std::string const& path,
+                Visit const& visit) {
+  for (MemberDescription const& member : members) {
+    visit(path + member.name(), member);
+    eachMember(member.members(), path + member.name() + '.', visit);
+  }
+}
+
+template <class Visit>
+void eachMember(Visit const& visit) {
+  for (Message const& message : messages()) {
+    eachMember(message.members(), message.name() + ": ", visit);
+  }
+}
+
+TEST(Members, HaveANameAndAKind) {
+  eachMember([](std::string const& path, MemberDescription const& member) {
+    EXPECT_FALSE(member.name().empty()) << path;
+    EXPECT_NE(Value::Kind::nothing, member.kind()) << path;
+  });
+}
+
+TEST(Members, AreToldOnce) {
+  for (Message const& message : messages()) {
+    std::set<std::string> names;
+    for (MemberDescription const& member : message.members()) {
+      EXPECT_TRUE(names.insert(member.name()).second) << message.name() << ": " << member.name();
+    }
+  }
+}
+
+TEST(Members, OfKeywordsHaveWordsAndOthersHaveNone) {
+  eachMember([](std::string const& path, MemberDescription const& member) {
+    bool const isKeyword = member.kind() == Value::Kind::keyword;
+    EXPECT_TRUE(!isKeyword || !member.words().empty()) << path;
+    bool const isNumber =
+        member.kind() == Value::Kind::integer || member.kind() == Value::Kind::real;
+    EXPECT_TRUE(!isNumber || member.words().empty()) << path;
+  });
+}
+
+TEST(Members, ThatAreSecretsAreThoseOfTheMessage) {
+  for (Message const& message : messages()) {
+    std::set<std::string> found;
+    eachMember(message.members(), "",
+               [&](std::string const& path, MemberDescription const& member) {
+                 if (member.isSecret()) found.insert(path);
+               });
+    std::vector<std::string> const expected = message.secrets();
+    EXPECT_EQ(std::set<std::string>(expected.begin(), expected.end()), found) << message.name();
+  }
+}
+
+TEST(Members, AreThoseThatARecordMayHave) {
+  for (Message const& message : messages()) {
+    std::string const schema = Kovra::schema(message.name());
+    for (MemberDescription const& member : message.members()) {
+      EXPECT_NE(schema.npos, schema.find('"' + member.name() + '"'))
+          << message.name() << ": " << member.name();
+    }
+  }
+}
+
+TEST(Members, TellTheirElements) {
+  std::vector<MemberDescription> const jobs = messageOf("job-list").members();
+  EXPECT_EQ(std::vector<std::string>{"job"}, memberAt(jobs, "jobs").elements());
+  EXPECT_EQ(Value::Kind::list, memberAt(jobs, "jobs").kind());
+  EXPECT_EQ(std::vector<std::string>{"uuid"}, memberAt(jobs, "jobs.uuid").elements());
+  EXPECT_GT(memberAt(jobs, "jobs.uuid").mostBytes(), 36U);
+}
+
+TEST(Members, TellTheirWordsWithCodes) {
+  std::vector<MemberDescription> const status = messageOf("general-status").members();
+  std::vector<Keyword> const words = memberAt(status, "printer_state").words();
+  auto const offline = std::find_if(words.begin(), words.end(),
+                                    [](Keyword const& word) { return word.word() == "offline"; });
+  ASSERT_NE(words.end(), offline);
+  EXPECT_EQ(7, offline->code());
+}
+
+TEST(Members, TellTheirForm) {
+  using Form = MemberDescription::Form;
+  std::vector<MemberDescription> const settings = messageOf("configuration").members();
+  EXPECT_EQ(Form::ipv4, memberAt(settings, "wireless.ip_address").form());
+  EXPECT_EQ(0U, memberAt(settings, "wireless.ip_address").mostBytes());
+  EXPECT_EQ(Form::plain, memberAt(settings, "wireless.ssid").form());
+  EXPECT_TRUE(memberAt(settings, "wireless.key").isSecret());
+}
+
+TEST(Members, OfNothingAreSafeToAskFor) {
+  MemberDescription const none;
+  EXPECT_EQ("", none.name());
+  EXPECT_EQ(Value::Kind::nothing, none.kind());
+  EXPECT_EQ(MemberDescription::Form::plain, none.form());
+  EXPECT_FALSE(none.isSecret());
+  EXPECT_TRUE(none.elements().empty() && none.words().empty() && none.members().empty());
+  EXPECT_EQ(0U, none.mostBytes());
+}
+
+}  // namespace

@@ -1,0 +1,115 @@
+#include "terminal.hpp"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <cstring>
+
+namespace Kovra::tool {
+
+namespace {
+
+enum class When { automatic, always, never };
+
+When& whenToColor() {
+  static When when = When::automatic;
+  return when;
+}
+
+/// Is the variable of the environment there and not empty?
+bool isSet(char const* name) {
+  char const* const value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
+bool isDumb() {
+  char const* const kind = std::getenv("TERM");
+  return kind == nullptr || std::strcmp(kind, "dumb") == 0;
+}
+
+char const* codeOf(Style style) {
+  switch (style) {
+    case Style::heading:
+      return "\033[1m";
+    case Style::faint:
+      return "\033[2m";
+    case Style::good:
+      return "\033[32m";
+    case Style::warning:
+      return "\033[33m";
+    case Style::error:
+      return "\033[1;31m";
+    case Style::plain:
+      break;
+  }
+  return "";
+}
+
+/// Characters, not bytes; each takes one column.
+std::size_t widthOf(std::string_view text) {
+  std::size_t width = 0;
+  for (char const byte : text) width += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+  return width;
+}
+
+}  // namespace
+
+void addColor(CLI::App& command) {
+  command
+      .add_option_function<std::string>(
+          "--color",
+          [](std::string const& when) {
+            whenToColor() = when == "always"  ? When::always
+                            : when == "never" ? When::never
+                                              : When::automatic;
+          },
+          "Colours: auto (default: on a terminal), always or\nnever")
+      ->option_text("WHEN")
+      ->check(CLI::IsMember({"auto", "always", "never"}));
+}
+
+bool isTerminal(int descriptor) {
+  return ::isatty(descriptor) == 1;
+}
+
+bool hasColor() {
+  if (whenToColor() != When::automatic) return whenToColor() == When::always;
+  return isTerminal(STDOUT_FILENO) && !isSet("NO_COLOR") && !isDumb();
+}
+
+std::string styled(Style style, std::string_view text) {
+  if (style == Style::plain || text.empty() || !hasColor()) return std::string(text);
+  return codeOf(style) + std::string(text) + "\033[0m";
+}
+
+std::size_t lineWidth() {
+  if (!isTerminal(STDOUT_FILENO)) return 0;
+  if (isSet("COLUMNS")) {
+    long const said = std::strtol(std::getenv("COLUMNS"), nullptr, 10);
+    if (said > 0 && said < 10000) return static_cast<std::size_t>(said);
+  }
+  winsize size{};
+  bool const isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return isKnown ? size.ws_col : 80;
+}
+
+std::string wrapped(std::string_view text, std::size_t width, std::size_t indent) {
+  std::string out;
+  std::size_t column = 0;
+  bool isFirst = true;
+  while (!text.empty()) {
+    std::size_t const blank = text.find(' ');
+    std::string_view const word = text.substr(0, blank);
+    bool const fits = width == 0 || isFirst || column + 1 + widthOf(word) <= width;
+    if (!isFirst) out += fits ? " " : '\n' + std::string(indent, ' ');
+    column = (fits ? column + !isFirst : indent) + widthOf(word);
+    out += word;
+    isFirst = false;
+    text.remove_prefix(blank == text.npos ? text.size() : blank + 1);
+  }
+  return out;
+}
+
+}  // namespace Kovra::tool

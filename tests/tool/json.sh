@@ -14,7 +14,7 @@ expectStatus 1
 checks=$((checks + 1))
 (($(jq -s length <<<"$out") == ${#replies[@]})) || complain "$(jq -s length <<<"$out") objects"
 indented=$out
-kovra decode --format jsonl "${replies[@]}" "${broken[@]}"
+kovra decode --format jsonl --errors stderr "${replies[@]}" "${broken[@]}"
 expectStatus 1
 checks=$((checks + 2))
 [[ $(jq -S -c 'del(.source)' <<<"$out") == "$(jq -S -c . <<<"$indented")" ]] ||
@@ -34,7 +34,7 @@ odd=$(grep -v '^{"source":"[^"]*","kovra":1,"ok":true,"root":' "$work/.out")
 cd "$work" || exit 1
 name=$(printf 'reply-\377.xml')
 printf '<get_general_status>\n<\344/>\n<laminator_state>\377\300\200</laminator_state></get_general_status>' >"$name"
-kovra decode --format jsonl "$name"
+kovra decode --format jsonl --errors stderr "$name"
 expectStatus 0
 same "standard error" "" "$err"
 words=uninitialized,initializing,ready,standby,laminating,not_ready,not_used,init_error,comm_error,fault_error,door_open
@@ -52,7 +52,7 @@ reply=$samples/status/control-characters.xml
 length=$(wc -c <"$reply")
 mkdir cut
 for ((i = 0; i < length; ++i)); do head -c "$i" "$reply" >"cut/$(printf %04d "$i")"; done
-kovra decode --format jsonl cut/*
+kovra decode --format jsonl --errors stderr cut/*
 expectStatus 1
 checks=$((checks + 3))
 jq . "$work/.out" >/dev/null || complain "cut replies: no JSON"

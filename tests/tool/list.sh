@@ -15,21 +15,21 @@ for name in one two "with blank " $'with\nend' three; do
 done
 
 printf 'one\n\nwith blank \ntwo' >list
-kovra decode --format jsonl --files-from list
+kovra decode --format jsonl --errors stderr --files-from list
 expectStatus 0
 hasSources 'one|with blank |two'
-kovra decode --format jsonl --files-from - <list
+kovra decode --format jsonl --errors stderr --files-from - <list
 expectStatus 0
 hasSources 'one|with blank |two'
-kovra decode --format jsonl --files-from list three
+kovra decode --format jsonl --errors stderr --files-from list three
 expectStatus 0
 hasSources 'three|one|with blank |two'
 
 printf 'one\0with\nend\0\0two\0' >list0
-kovra decode --format jsonl -0 --files-from list0
+kovra decode --format jsonl --errors stderr -0 --files-from list0
 expectStatus 0
 hasSources 'one|with|end|two'
-kovra decode --format jsonl --null --files-from=- <list0
+kovra decode --format jsonl --errors stderr --null --files-from=- <list0
 expectStatus 0
 hasSources 'one|with|end|two'
 
@@ -43,7 +43,7 @@ expect 0 "" ""
 
 # What is wrong with a name or with the list itself.
 printf 'one\nmissing\ntwo\n' >list
-kovra decode --format jsonl --files-from list
+kovra decode --format jsonl --errors stderr --files-from list
 expectStatus 3
 hasSources 'one|two'
 same "standard error" "missing: error: No such file or directory" "$err"
@@ -59,7 +59,7 @@ expect 3 "" "/dev/zero: error: a name of more than 65536 bytes in the list of fi
 
 # Standard input cannot be both.
 echo - >dash
-kovra decode --format jsonl --files-from dash <one
+kovra decode --format jsonl --errors stderr --files-from dash <one
 expectStatus 0
 hasSources -
 kovra decode --files-from - <dash
@@ -71,7 +71,7 @@ expect 3 "" "<stdin>: error: holds the names of files already
 # What is decoded is passed on before the tool waits for more names.
 checks=$((checks + 1))
 mkfifo names
-"$tool" decode --format jsonl --files-from names >decoded &
+"$tool" decode --format jsonl --errors stderr --files-from names >decoded &
 exec 3>names
 echo one >&3
 for ((i = 0; i < 100; ++i)); do
@@ -85,7 +85,7 @@ wait
 # A long list.
 yes "$PWD/one" | head -n 30000 >long
 checks=$((checks + 1))
-kovra decode --format jsonl --files-from long
+kovra decode --format jsonl --errors stderr --files-from long
 expectStatus 0
 (($(wc -l <"$work/.out") == 30000)) || complain "of 30000 files $(wc -l <"$work/.out") were decoded"
 

@@ -256,11 +256,10 @@ void addMessage(CLI::App& compose, Message const& message, ExitStatus& status) {
 
 }  // namespace
 
-void addCompose(CLI::App& app, ExitStatus& status) {
-  CLI::App* const compose =
-      app.add_subcommand("compose", "Make documents that the printer accepts from records");
-  compose->require_subcommand(1);
-  compose->footer(
+void addCompose(CLI::App& compose, ExitStatus& status) {
+  compose.require_subcommand(1);
+  addOutput(compose);
+  compose.footer(
       R"(A keyword is its code, its word, or the object that 'kovra decode' shows. A
 member that a chosen section is made of has to be in the record, unless
 --zero-missing is given; then, and in all other documents, it is zero. Where the
@@ -277,7 +276,7 @@ Exit status:
   2  the command line is wrong
   3  the file could not be read, or standard output not be written)");
   for (Message const& message : messages()) {
-    if (message.isWritten()) addMessage(*compose, message, status);
+    if (message.isWritten()) addMessage(compose, message, status);
   }
 }
 

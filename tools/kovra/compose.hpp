@@ -10,9 +10,8 @@
 
 namespace Kovra::tool {
 
-/// Adds `compose` with a subcommand for each message that is written to `app`; when it has run,
-/// `status` says how it ended.
-void addCompose(CLI::App& app, ExitStatus& status);
+/// With a subcommand for each message that is written.
+void addCompose(CLI::App& compose, ExitStatus& status);
 
 }  // namespace Kovra::tool
 

@@ -1,151 +1,184 @@
 #include "decode.hpp"
 
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <kovra.hpp>
 #include <memory>
-#include <new>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "findings.hpp"
 #include "input.hpp"
-#include "max_size.hpp"
 #include "output.hpp"
+#include "replies.hpp"
+#include "summary.hpp"
 #include "table.hpp"
+#include "terminal.hpp"
 
 namespace Kovra::tool {
 
 namespace {
 
 struct Options {
-  std::vector<std::string> files;
-  std::string list;  // a file with names of more; empty: none
-  bool nullSeparated = false;
+  ReplyOptions replies;
   std::string format = "table";
   std::string as;
+  std::string errors = "stdout";
+  std::string failures;  // a folder for texts that were refused; empty: none
   bool showSecrets = false;
-  std::size_t maxSize = defaultMaxSize;
+  bool exitZero = false;
 };
 
-/// One call of the tool: decodes inputs one by one and remembers the worst that happened.
+/// What is to be printed of one reply.
+struct Shown {
+  std::string data;
+  std::vector<std::string> complaints;
+  bool isDecoded = false;
+  ExitStatus status = ExitStatus::good;
+  std::size_t notes = 0;
+  std::string kept;  ///< a text that was refused, where somebody asked for it
+};
+
+/// One call of the tool: decodes inputs and remembers the worst that happened.
 class Run {
  public:
   explicit Run(Options const& options)
       : options_(options),
         secrets_(options.showSecrets ? Secrets::shown : Secrets::masked),
-        severalInputs_(options.files.size() > 1 || !options.list.empty()),
-        reader_(options.maxSize) {}
+        severalInputs_(options.replies.areSeveral()) {}
 
-  ExitStatus inputs();
+  ExitStatus all();
 
  private:
-  void listedInputs();
-  void input(std::string const& path);
-  std::string_view textOf(std::string const& path);
-  void show(Decoding const& decoding, std::string_view path);
-  void showTables(Decoding const& decoding, std::string_view path);
-  void refuse(ExitStatus status, std::string_view path, Place place, std::string_view why);
+  Shown shownOf(ReplyInput const& input) const;
+  Shown decoded(ReplyInput const& input, Decoding const& decoding) const;
+  Shown refused(ReplyInput const& input, Refusal const& refusal, std::string const& json) const;
+  Shown unreadable(ReplyInput const& input) const;
+  std::string tables(ReplyInput const& input, Decoding const& decoding) const;
+  bool areFailuresData() const { return options_.format == "jsonl" && options_.errors == "stdout"; }
+  void finish(ReplyInput const& input, Shown const& shown);
 
   Options const& options_;
   Secrets secrets_;
   bool severalInputs_;
-  InputReader reader_;
   ExitStatus status_ = ExitStatus::good;
   bool tableBefore_ = false;
+  Summary summary_;
 };
 
-ExitStatus Run::inputs() {
-  for (std::string const& path : options_.files) input(path);
-  if (!options_.list.empty()) {
-    listedInputs();
-  } else if (options_.files.empty()) {
-    input(std::string(standardInput));
-  }
-  return status_;
-}
-
-void Run::listedInputs() try {
-  NameList list(options_.list, options_.nullSeparated ? '\0' : '\n');
-  for (std::string name; list.next(name);) input(name);
-} catch (InputFailure const& failure) {
-  refuse(failure.status(), options_.list, {}, failure.what());
-}
-
-/// The name of the finding's kind; empty where nothing was found.
-std::string kindOf(Finding const& finding) {
-  std::vector<FindingKind> const kinds = findingKinds();
-  auto const kind = std::find_if(kinds.begin(), kinds.end(), [&](FindingKind const& known) {
-    return known.id() == finding.id();
+ExitStatus Run::all() {
+  summary_.show(areFailuresData());
+  forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
+    auto shown = std::make_shared<Shown const>(shownOf(input));
+    return [this, shown, number = input.number, source = std::string(input.source)] {
+      finish({source, number, {}, nullptr}, *shown);
+    };
   });
-  return kind != kinds.end() ? kind->name() : "";
+  summary_.end();
+  bool const isForgiven = options_.exitZero && status_ == ExitStatus::refused;
+  return isForgiven ? ExitStatus::good : status_;
 }
 
-std::string reasonOf(Refusal const& refusal, std::string const& as) {
-  bool const isUnknown = as.empty() && kindOf(refusal) == "unknown_root";
-  return refusal.message() + (isUnknown ? " ('kovra list' names them)" : "");
+/// The object on one line, with the reply's file in front of all else, and its number there where
+/// it has one. Bytes of a file's name that are no UTF-8 become U+FFFD.
+std::string jsonLine(ReplyInput const& input, std::string_view object) {
+  std::string line = "{\"source\":";
+  line +=
+      nlohmann::json(input.source).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+  if (input.number != 0) line += ",\"number\":" + std::to_string(input.number);
+  line += ',';
+  line += object.substr(1);
+  line += '\n';
+  return line;
 }
 
-Place placeOf(Finding const& finding) {
-  return {finding.line(), finding.column()};
-}
-
-void Run::input(std::string const& path) try {
-  std::string_view const text = textOf(path);
-  Decoding const decoding = decode(text, options_.as);
-  if (decoding) {
-    show(decoding, path);
-  } else {
-    Refusal const refusal = decoding.refusal();
-    refuse(ExitStatus::refused, path, placeOf(refusal), reasonOf(refusal, options_.as));
-  }
-} catch (InputFailure const& failure) {
-  refuse(failure.status(), path, {}, failure.what());
+Shown Run::shownOf(ReplyInput const& input) const try {
+  if (input.failure != nullptr) return unreadable(input);
+  Decoding const decoding = decode(input.text, options_.as);
+  if (decoding) return decoded(input, decoding);
+  return refused(input, decoding.refusal(),
+                 areFailuresData() ? decoding.toJson(-1, secrets_) : std::string());
 } catch (std::bad_alloc const&) {
-  refuse(ExitStatus::refused, path, {}, "not enough memory");
+  InputFailure const failure(ExitStatus::refused, "not enough memory");
+  return unreadable({input.source, input.number, {}, &failure});
 }
 
-std::string_view Run::textOf(std::string const& path) {
-  if (path == standardInput && options_.list == standardInput) {
-    throw InputFailure(ExitStatus::failed, "holds the names of files already");
-  }
-  return reader_.read(path);
-}
-
-/// The object on one line, with the reply's file in front of all else. Bytes of its name that are
-/// no UTF-8 become U+FFFD.
-std::string jsonLine(Decoding const& decoding, Secrets secrets, std::string_view source) {
-  std::string const name =
-      nlohmann::json(source).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
-  return "{\"source\":" + name + ',' + decoding.toJson(-1, secrets).substr(1) + '\n';
-}
-
-void Run::show(Decoding const& decoding, std::string_view path) {
+Shown Run::decoded(ReplyInput const& input, Decoding const& decoding) const {
+  Shown shown;
+  shown.isDecoded = true;
   if (options_.format == "json") {
-    print(decoding.toJson(2, secrets_) + '\n');
+    shown.data = decoding.toJson(2, secrets_) + '\n';
   } else if (options_.format == "jsonl") {
-    print(jsonLine(decoding, secrets_, path));
+    shown.data = jsonLine(input, decoding.toJson(-1, secrets_));
   } else {
-    showTables(decoding, path);
+    shown.data = tables(input, decoding);
   }
+  std::vector<Note> const notes = decoding.notes();
+  shown.notes = notes.size();
+  if (options_.format != "table") return shown;
+  for (Note const& note : notes) {
+    bool const isWarning = note.severity() == Severity::warning;
+    shown.complaints.push_back(
+        messagePrefix(nameOf(input), placeOf(note), isWarning ? "warning" : "note") +
+        note.message());
+  }
+  return shown;
 }
 
-void Run::showTables(Decoding const& decoding, std::string_view path) {
+std::string Run::tables(ReplyInput const& input, Decoding const& decoding) const {
+  std::string all;
   for (Reading const& reading : decoding.readings()) {
+    if (!all.empty()) all += '\n';
+    all += table(reading, decoding.root(), secrets_, severalInputs_ ? nameOf(input) : "");
+  }
+  return all;
+}
+
+Shown Run::refused(ReplyInput const& input, Refusal const& refusal, std::string const& json) const {
+  Shown shown;
+  shown.status = ExitStatus::refused;
+  if (!options_.failures.empty()) shown.kept = input.text;
+  if (areFailuresData()) {
+    shown.data = jsonLine(input, json);
+    return shown;
+  }
+  bool const isUnknown = options_.as.empty() && kindOf(refusal) == "unknown_root";
+  shown.complaints.push_back(messagePrefix(nameOf(input), placeOf(refusal), "error") +
+                             refusal.message() + (isUnknown ? " ('kovra list' names them)" : ""));
+  return shown;
+}
+
+Shown Run::unreadable(ReplyInput const& input) const {
+  Shown shown;
+  shown.status = input.failure->status();
+  if (areFailuresData()) {
+    nlohmann::ordered_json object = {{"kovra", 1}, {"ok", false}};
+    object["error"]["message"] = input.failure->what();
+    shown.data = jsonLine(input, object.dump());
+  } else {
+    shown.complaints.push_back(messagePrefix(nameOf(input), {}, "error") + input.failure->what());
+  }
+  return shown;
+}
+
+void Run::finish(ReplyInput const& input, Shown const& shown) {
+  status_ = worse(status_, shown.status);
+  if (options_.format == "table" && shown.isDecoded) {
     if (tableBefore_) print("\n");
     tableBefore_ = true;
-    print(table(reading, decoding.root(), secrets_, severalInputs_ ? inputName(path) : ""));
   }
-  for (Note const& note : decoding.notes()) {
-    bool const isWarning = note.severity() == Severity::warning;
-    complain(messagePrefix(path, placeOf(note), isWarning ? "warning" : "note") + note.message());
+  print(shown.data);
+  summary_.count(shown.isDecoded, shown.notes);
+  if (!shown.complaints.empty()) summary_.makeRoom();
+  for (std::string const& complaint : shown.complaints) complain(complaint);
+  if (!options_.failures.empty() && shown.status == ExitStatus::refused) {
+    keepFailure(options_.failures, input, shown.kept);
   }
-}
-
-void Run::refuse(ExitStatus status, std::string_view path, Place place, std::string_view why) {
-  status_ = worse(status_, status);
-  complain(messagePrefix(path, place, "error").append(why));
 }
 
 /// Empty for the name of a message that is read, else the complaint.
@@ -155,8 +188,7 @@ std::string checkMessage(std::string const& name) {
 }
 
 void describe(CLI::App& command, Options& options) {
-  command.add_option("FILE", options.files, "Replies; '-' or none at all: standard input")
-      ->option_text(" ");
+  addReplies(command, options.replies);
   command.add_option("--format", options.format, "What to print: table (default), json or jsonl")
       ->option_text("FORMAT")
       ->check(CLI::IsMember({"table", "json", "jsonl"}));
@@ -166,17 +198,21 @@ void describe(CLI::App& command, Options& options) {
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not ******\n"
                    "in their place");
-  auto* const list = command
-                         .add_option("--files-from", options.list,
-                                     "Then the replies that this file names, one on each\n"
-                                     "line; '-': standard input")
-                         ->option_text("FILE");
   command
-      .add_flag("-0,--null", options.nullSeparated,
-                "Names in that file end with a NUL byte, not with the line")
-      ->option_text(" ")
-      ->needs(list);
-  addMaxSize(command, options.maxSize, "Refuse larger replies");
+      .add_option("--errors", options.errors,
+                  "Where jsonl tells of replies that were refused:\n"
+                  "stdout (default), as an object like the others, or\n"
+                  "stderr")
+      ->option_text("WHERE")
+      ->check(CLI::IsMember({"stdout", "stderr"}));
+  command
+      .add_option("--save-failures", options.failures,
+                  "Keep the replies that were refused in this folder")
+      ->option_text("DIR")
+      ->check(CLI::ExistingDirectory);
+  command.add_flag("--exit-zero", options.exitZero, "Replies that are refused are no failure");
+  addOutput(command);
+  addColor(command);
   command.footer(R"(The reader is found by the name of the reply's root element. Only what the reply
 said is shown. What Kovra does not know in it is told in notes: on standard
 error beside a table, inside the object in JSON.
@@ -184,28 +220,34 @@ error beside a table, inside the object in JSON.
 Formats:
   table   for people
   json    for programs: one object for each reply, indented
-  jsonl   the same on one line, with the reply's file under "source"
+  jsonl   the same on one line, with the reply's file under "source"; a reply
+          that was refused gives an object with "ok":false and why, and at the
+          end a line on standard error says how many there were
 
 Examples:
   kovra decode reply.xml
   kovra decode --format json reply.xml | jq .readings[0].record.printer_state
   printer-query status | kovra decode
-  find replies -name '*.xml' -print0 | kovra decode --format jsonl --files-from - -0
+  printer-monitor | kovra decode --stream --format jsonl
+  find replies -name '*.xml' -print0 | kovra decode --format jsonl -j 0 --files-from - -0
 
 Exit status:
   0  all replies were decoded
   1  some reply was refused; the others were decoded all the same
   2  the command line is wrong; nothing was read
-  3  some file could not be read, or standard output not be written)");
+  3  some file could not be read, or the output not be written)");
 }
 
 }  // namespace
 
-void addDecode(CLI::App& app, ExitStatus& status) {
-  CLI::App* const command = app.add_subcommand("decode", "Show what printers' replies say");
+void addDecode(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
-  describe(*command, *options);
-  command->callback([options, &status] { status = Run(*options).inputs(); });
+  describe(command, *options);
+  command.callback([options, &status] {
+    bool const waits = options->replies.files.empty() && options->replies.list.empty();
+    if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
+    status = Run(*options).all();
+  });
 }
 
 }  // namespace Kovra::tool

@@ -10,8 +10,7 @@
 
 namespace Kovra::tool {
 
-/// Adds the subcommand to `app`; when it has run, `status` says how it ended.
-void addDecode(CLI::App& app, ExitStatus& status);
+void addDecode(CLI::App& command, ExitStatus& status);
 
 }  // namespace Kovra::tool
 

@@ -1,15 +1,16 @@
 #include "input.hpp"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 #include "command.hpp"
-#include "output.hpp"
 
 namespace Kovra::tool {
 
@@ -64,27 +65,37 @@ std::size_t InputFile::read(char* out, std::size_t length) {
   }
 }
 
+bool InputFile::isReady() const {
+  pollfd one{descriptor_, POLLIN, 0};
+  return ::poll(&one, 1, 0) != 0;
+}
+
 InputReader::InputReader(std::size_t limit)
     : limit_(std::min(limit, std::numeric_limits<std::size_t>::max() / 2)),
       buffer_(std::min(chunk, limit_ + 1)) {}
 
 std::string_view InputReader::read(std::string const& path) {
-  if (path == standardInput) flushOutput();
   InputFile file(path);
   std::size_t length = 0;
   while (std::size_t const got = file.read(buffer_.data() + length, buffer_.size() - length)) {
     length += got;
     if (length > limit_) {
-      throw InputFailure(ExitStatus::refused,
-                         "larger than " + std::to_string(limit_) + " bytes; see --max-size");
+      throw tooLarge(limit_);
     }
     if (length == buffer_.size()) buffer_.resize(std::min(2 * length, limit_ + 1));
   }
   return {buffer_.data(), length};
 }
 
-NameList::NameList(std::string const& path, char separator)
-    : file_(path), separator_(separator), buffer_(chunk) {}
+InputFailure InputReader::tooLarge(std::size_t limit) {
+  return {ExitStatus::refused, "larger than " + std::to_string(limit) + " bytes; see --max-size"};
+}
+
+NameList::NameList(std::string const& path, char separator, std::function<void()> beforeWaiting)
+    : file_(path),
+      separator_(separator),
+      beforeWaiting_(std::move(beforeWaiting)),
+      buffer_(chunk) {}
 
 bool NameList::next(std::string& name) {
   do {
@@ -112,7 +123,7 @@ bool NameList::piece(std::string& name) {
 }
 
 bool NameList::fill() {
-  flushOutput();
+  if (!file_.isReady()) beforeWaiting_();
   rest_ = {buffer_.data(), file_.read(buffer_.data(), buffer_.size())};
   return !rest_.empty();
 }

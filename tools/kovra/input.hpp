@@ -5,9 +5,12 @@
 #define KOVRA_TOOL_INPUT_HPP
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "command.hpp"
 
 namespace Kovra::tool {
 
@@ -39,6 +42,9 @@ class InputFile {
   /// InputFailure when it cannot be read.
   std::size_t read(char* out, std::size_t length);
 
+  /// Would it answer at once?
+  bool isReady() const;
+
  private:
   int descriptor_;
   bool owned_;
@@ -53,6 +59,9 @@ class InputReader {
   /// The input's bytes, valid until the next call. Throws an InputFailure.
   std::string_view read(std::string const& path);
 
+  /// Why a larger input than that is refused.
+  static InputFailure tooLarge(std::size_t limit);
+
  private:
   std::size_t limit_;
   std::vector<char> buffer_;
@@ -62,9 +71,9 @@ class InputReader {
 /// program that has not found all of them yet.
 class NameList {
  public:
-  /// Each name ends with `separator`; behind the last one it may be missing. Throws an
-  /// InputFailure.
-  NameList(std::string const& path, char separator);
+  /// Each name ends with `separator`; behind the last one it may be missing. Before it waits for
+  /// names that are not there yet it calls `beforeWaiting`. Throws an InputFailure.
+  NameList(std::string const& path, char separator, std::function<void()> beforeWaiting);
 
   /// Puts the next name into `name`, without empty ones; false at the end. Throws an InputFailure.
   bool next(std::string& name);
@@ -75,6 +84,7 @@ class NameList {
 
   InputFile file_;
   char separator_;
+  std::function<void()> beforeWaiting_;
   std::vector<char> buffer_;
   std::string_view rest_;
 };

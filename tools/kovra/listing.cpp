@@ -46,27 +46,24 @@ void listWords(bool dictionary) {
 
 }  // namespace
 
-void addList(CLI::App& app) {
-  CLI::App* const command = app.add_subcommand("list", "List the documents that decode knows");
-  command->footer(R"(Prints a line for each document: its name, which decode takes with --as, the
+void addList(CLI::App& command, ExitStatus&) {
+  command.footer(R"(Prints a line for each document: its name, which decode takes with --as, the
 names of its root element, and what it tells.)");
-  command->callback(listDocuments);
+  command.callback(listDocuments);
 }
 
-void addVocabulary(CLI::App& app) {
-  CLI::App* const command =
-      app.add_subcommand("vocabulary", "List every element name and keyword, sorted");
+void addVocabulary(CLI::App& command, ExitStatus&) {
   auto const format = std::make_shared<std::string>();
-  command->add_option("--format", *format, "What to print: words (default) or dict")
+  command.add_option("--format", *format, "What to print: words (default) or dict")
       ->option_text("FORMAT")
       ->check(CLI::IsMember({"words", "dict"}));
-  command->footer(R"(Formats:
+  command.footer(R"(Formats:
   words   one on each line
   dict    a dictionary for libFuzzer and its kin
 
 Example:
   kovra vocabulary --format dict >kovra.dict && some_fuzzer -dict=kovra.dict)");
-  command->callback([format] { listWords(*format == "dict"); });
+  command.callback([format] { listWords(*format == "dict"); });
 }
 
 }  // namespace Kovra::tool

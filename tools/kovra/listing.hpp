@@ -6,10 +6,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include "command.hpp"
+
 namespace Kovra::tool {
 
-void addList(CLI::App& app);
-void addVocabulary(CLI::App& app);
+void addList(CLI::App& command, ExitStatus& status);
+void addVocabulary(CLI::App& command, ExitStatus& status);
 
 }  // namespace Kovra::tool
 

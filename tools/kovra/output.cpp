@@ -1,10 +1,17 @@
 #include "output.hpp"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstddef>
-#include <cstdio>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <system_error>
 
@@ -17,46 +24,207 @@ namespace {
 
 constexpr std::size_t enough = 1 << 16;
 
-std::string& pending() {
-  static std::string data;
-  return data;
+/// Does a write to a pipe without a reader end other programs of this process's parent?
+bool diesOfBrokenPipes = false;
+
+[[noreturn]] void fail(std::string const& name, int reason) {
+  throw OutputFailure(name + ": " + std::generic_category().message(reason));
 }
 
-[[noreturn]] void fail(int reason) {
-  pending().clear();
-  throw OutputFailure("standard output: " + std::generic_category().message(reason));
+[[noreturn]] void endAsBrokenPipe() {
+  std::signal(SIGPIPE, SIG_DFL);
+  std::raise(SIGPIPE);
+  std::_Exit(128 + SIGPIPE);  // where the signal is blocked
+}
+
+// What has no name yet is removed when a signal ends the tool.
+
+/// Of the file that is being written; empty for none. A signal handler reads it.
+std::array<char, PATH_MAX> unfinished{};
+
+void removeUnfinished(int signal) {
+  if (unfinished[0] != '\0') ::unlink(unfinished.data());
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
+
+void rememberUnfinished(std::string const& path) {
+  if (path.size() >= unfinished.size()) fail(path, ENAMETOOLONG);
+  std::copy_n(path.c_str(), path.size() + 1, unfinished.begin());
+  for (int const signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (std::signal(signal, removeUnfinished) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
+}
+
+/// The file that a path means, so that a link stays one.
+std::string resolved(std::string const& path) {
+  std::array<char, PATH_MAX> real{};
+  return ::realpath(path.c_str(), real.data()) != nullptr ? real.data() : path;
+}
+
+bool isPipe(int descriptor) {
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+/// Where the data goes.
+class Output {
+ public:
+  void openFile(std::string const& path);
+  void print(std::string_view data) {
+    pending_ += data;
+    if (pending_.size() >= enough) flush();
+  }
+  void flush();
+  void close();
+  void drop();
+
+ private:
+  void openBeside(std::string const& path, struct stat const* old);
+  std::string_view portion(std::string_view data);
+  [[noreturn]] void failed(int reason);
+
+  int descriptor_ = STDOUT_FILENO;
+  bool isFile_ = false;
+  bool isLookedAt_ = false;
+  bool isPipe_ = false;
+  std::string name_ = "standard output";  ///< for messages
+  std::string path_;                      ///< that it is to have in the end
+  std::string temporary_;                 ///< that it has until then; empty where it has no other
+  std::string pending_;
+};
+
+Output& output() {
+  static Output only;
+  return only;
+}
+
+void Output::openFile(std::string const& path) {
+  name_ = path;
+  path_ = resolved(path);
+  isFile_ = true;
+  struct stat old {};
+  bool const isThere = ::stat(path_.c_str(), &old) == 0;
+  if (!isThere || S_ISREG(old.st_mode)) return openBeside(path_, isThere ? &old : nullptr);
+  descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+  if (descriptor_ < 0) fail(name_, errno);
+}
+
+void Output::openBeside(std::string const& path, struct stat const* old) {
+  std::string temporary = path + ".XXXXXX";
+  descriptor_ = ::mkostemp(temporary.data(), O_CLOEXEC);
+  if (descriptor_ < 0) fail(name_, errno);
+  rememberUnfinished(temporary);
+  temporary_ = temporary;
+  mode_t const mask = ::umask(0);
+  ::umask(mask);
+  if (::fchmod(descriptor_, old != nullptr ? old->st_mode & 07777U : 0666U & ~mask) != 0) {
+    failed(errno);
+  }
+}
+
+/// As much as goes out at once: of lines into a pipe only whole ones that nobody else's can divide.
+std::string_view Output::portion(std::string_view data) {
+  if (!isLookedAt_) {
+    isLookedAt_ = true;
+    isPipe_ = isPipe(descriptor_);
+  }
+  if (!isPipe_ || data.size() <= PIPE_BUF) return data;
+  std::size_t end = data.rfind('\n', PIPE_BUF - 1);
+  if (end == data.npos) end = data.find('\n');
+  return end == data.npos ? data : data.substr(0, end + 1);
+}
+
+void Output::flush() {
+  std::string_view rest = pending_;
+  while (!rest.empty()) {
+    std::string_view const now = portion(rest);
+    ssize_t const written = ::write(descriptor_, now.data(), now.size());
+    if (written >= 0) {
+      rest.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno != EINTR) {
+      failed(errno);
+    }
+  }
+  pending_.clear();
+}
+
+void Output::close() {
+  flush();
+  bool const failedToSync = !temporary_.empty() && ::fsync(descriptor_) != 0;
+  if (failedToSync && errno != EINVAL && errno != EROFS) failed(errno);
+  // Whoever gave us no standard output wanted none, and we had nothing for it.
+  int const descriptor = descriptor_;
+  descriptor_ = -1;
+  if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EBADF) failed(errno);
+  if (temporary_.empty()) return;
+  if (::rename(temporary_.c_str(), path_.c_str()) != 0) failed(errno);
+  unfinished[0] = '\0';
+  temporary_.clear();
+}
+
+void Output::drop() {
+  pending_.clear();
+  if (temporary_.empty()) return;
+  ::unlink(temporary_.c_str());
+  unfinished[0] = '\0';
+  temporary_.clear();
+}
+
+void Output::failed(int reason) {
+  drop();
+  if (reason == EPIPE && diesOfBrokenPipes) endAsBrokenPipe();
+  fail(name_, reason);
 }
 
 }  // namespace
 
+void addOutput(CLI::App& command, std::string const& description) {
+  command
+      .add_option_function<std::string>(
+          "-o,--output", [](std::string const& path) { output().openFile(path); },
+          description.empty() ? "Write into this file, which appears when it is whole\n"
+                                "(default: standard output)"
+                              : description)
+      ->option_text("FILE");
+}
+
 void print(std::string_view data) {
-  pending() += data;
-  if (pending().size() >= enough) flushOutput();
+  output().print(data);
 }
 
 void flushOutput() {
-  std::string_view data = pending();
-  while (!data.empty()) {
-    ssize_t const written = ::write(STDOUT_FILENO, data.data(), data.size());
-    if (written >= 0) {
-      data.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      fail(errno);
-    }
-  }
-  pending().clear();
+  output().flush();
 }
 
 void closeOutput() {
-  flushOutput();
-  // Whoever gave us no standard output wanted none, and we had nothing for it.
-  if (::close(STDOUT_FILENO) != 0 && errno != EBADF) fail(errno);
+  output().close();
+}
+
+void dropOutput() {
+  output().drop();
 }
 
 void complain(std::string_view line) {
   flushOutput();
   std::string const safe = printable(line) + '\n';
-  std::fwrite(safe.data(), 1, safe.size(), stderr);
+  std::string_view rest = safe;
+  while (!rest.empty()) {
+    ssize_t const written = ::write(STDERR_FILENO, rest.data(), rest.size());
+    if (written < 0 && errno != EINTR) return;  // there is nobody left to tell
+    if (written > 0) rest.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+void writeWhole(std::string const& path, std::string_view data) {
+  Output file;
+  file.openFile(path);
+  file.print(data);
+  file.close();
+}
+
+void expectBrokenPipes() {
+  diesOfBrokenPipes = std::signal(SIGPIPE, SIG_IGN) != SIG_IGN;
 }
 
 }  // namespace Kovra::tool

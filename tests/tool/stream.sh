@@ -1,0 +1,172 @@
+#!/usr/bin/env bash
+# Replies one after the other in one input: each is taken as soon as it is there, a broken one is
+# told of and the next one found, and several at once give the same bytes.
+#   stream.sh <tool> <samples folder>
+set -uo pipefail
+source "$(dirname "$0")/support.bash" "$@"
+
+reply='<get_general_status><error>1</error></get_general_status>'
+declaration='<?xml version="1.0" encoding="UTF-8"?>'
+
+# numbersOf: "1+ 2- ..." of the last call's objects, whether each was decoded.
+numbersOf() { jq -r '"\(.number)\(if .ok then "+" else "-" end)"' <<<"$out" | paste -sd' '; }
+
+streamed() {  # what is expected of the bytes in "in": numbers and whether they are good
+  kovra decode --stream --format jsonl <in
+  checks=$((checks + 1))
+  [[ $(numbersOf) == "$1" ]] || complain "$called: $(numbersOf), not $1" "$(cat -v in)"
+}
+
+printf '%s' "$reply$reply$reply" >in && streamed "1+ 2+ 3+"
+printf '%s\n' "$declaration" "$reply" "$declaration$reply" "<!-- a note -->" "$reply" >in &&
+  streamed "1+ 2+ 3+"
+printf '%s\0%s\0\0%s' "$reply" "$reply" "$reply" >in && streamed "1+ 2+ 3+"
+printf '%s\n<!-- the end -->\n' "$reply" >in && streamed "1+"
+printf '\xef\xbb\xbf%s\xef\xbb\xbf%s' "$reply" "$reply" >in && streamed "1+ 2+"
+printf '' >in && streamed ""
+printf ' \n\0\n ' >in && streamed ""
+
+# A root within another element of its name, brackets in CDATA, comments and values.
+printf '<a><a/><a></a></a>%s' "$reply" >in && streamed "1- 2+"
+printf '<get_general_status><b><![CDATA[</get_general_status>%s]]></b></get_general_status>%s' \
+  "$declaration" "$reply" >in && streamed "1+ 2+"
+printf '<get_general_status><!-- </get_general_status> --><b c="/>"/></get_general_status>%s' \
+  "$reply" >in && streamed "1+ 2+"
+
+# Broken ones: cut anywhere, followed by one with or without a declaration.
+for ((length = 1; length < ${#reply}; ++length)); do
+  printf '%s%s%s' "${reply:0:length}" "$declaration$reply" "$reply" >in && streamed "1- 2+ 3+"
+done
+for ((length = ${#reply} - 40; length < ${#reply} - 22; ++length)); do
+  printf '%s%s' "${reply:0:length}" "$reply" >in && streamed "1- 2+"
+done
+printf '%s' "garbage $reply" >in && streamed "1- 2+"
+printf '%s' "</error>$reply" >in && streamed "1- 2+"
+printf '%s' "<get_general_status><error></get_general_status>$reply" >in && streamed "1- 2+"
+printf '%s' "<a b='>$reply" >in && streamed "1- 2+"
+printf '%s' "<a><!-- $declaration$reply" >in && streamed "1- 2+"
+printf '%s' "<a><![CDATA[ $reply$reply" >in && streamed "1- 2+ 3+"
+printf '<a>\0%s' "$reply" >in && streamed "1- 2+"
+printf '%s\0%s' "$declaration" "$reply" >in && streamed "1- 2+"
+
+# One that is too large is passed over.
+kovra decode --stream --format jsonl --max-size 100 < <(
+  printf '%s<a>%0200000d</a>%s' "$reply" 0 "$reply"
+)
+expectStatus 1
+same "replies" "1+ 2- 3+" "$(numbersOf)
+"
+holds "standard output" '*"message":"larger than 100 bytes; see --max-size"*' "$out"
+
+# A reply a line, as it is or as a JSON string.
+printf '%s\n\n%s\r\n"%s"\n"\\u003cget_general_status/>"\n"x\n%s' "$reply" "$reply" "$reply" "$reply" >in
+kovra decode --lines --format jsonl <in
+same "replies" "1+ 3+ 4+ 5+ 6- 7+" "$(numbersOf)
+"
+kovra decode --lines --format jsonl --max-size 100 < <(printf '%s\n%0200000d\n%s' "$reply" 0 "$reply")
+same "replies" "1+ 2- 3+" "$(numbersOf)
+"
+
+# Each line comes as soon as its reply is there, while the input stays open.
+for options in "--stream" "--stream -j 2" "--lines" "--lines -j 2"; do
+  mkfifo pipe
+  # shellcheck disable=SC2086 # words apart
+  "$tool" decode $options --format jsonl <pipe >decoded 2>summary &
+  exec 3>pipe
+  for count in 1 2 3; do
+    printf '%s' "$reply" >&3
+    if [[ $options == --lines* ]]; then printf '\n' >&3; fi
+    for ((i = 0; i < 100; ++i)); do
+      (($(wc -l <decoded) == count)) && break
+      sleep 0.05
+    done
+    checks=$((checks + 1))
+    (($(wc -l <decoded) == count)) || complain "$options: $(wc -l <decoded) lines, not $count"
+  done
+  exec 3>&-
+  wait
+  rm pipe
+  checks=$((checks + 1))
+  [[ $(<summary) == "kovra: 3 read, 3 decoded, 0 refused, 0 notes, "*" seconds" ]] ||
+    complain "$options: $(<summary)"
+done
+
+# Several at once give the same bytes, also where the first one is slow.
+{
+  printf '<get_general_status>%0400000d</get_general_status>' 0
+  for ((i = 0; i < 2000; ++i)); do
+    printf '<get_general_status><error>%d</error></get_general_status>' "$i"
+    if ((i % 100 == 0)); then printf '<broken>'; fi
+  done
+} >many
+for format in table json jsonl; do
+  kovra decode --stream --format "$format" <many
+  alone=$out aloneErr=$(grep -v seconds <<<"$err")
+  for jobs in 2 3 0; do
+    kovra decode --stream --format "$format" -j "$jobs" <many
+    checks=$((checks + 2))
+    [[ $out == "$alone" ]] || complain "$called: other data"
+    [[ $(grep -v seconds <<<"$err") == "$aloneErr" ]] || complain "$called: other messages"
+  done
+done
+mapfile -d '' files < <(find "$samples" -name '*.xml' -print0 | sort -z)
+kovra decode --format jsonl --errors stderr missing.xml "${files[@]}"
+alone=$out aloneErr=$err
+kovra decode --format jsonl --errors stderr -j 2 missing.xml "${files[@]}"
+checks=$((checks + 2))
+[[ $out == "$alone" ]] || complain "$called: other data"
+[[ $err == "$aloneErr" ]] || complain "$called: other messages"
+expectStatus 3
+
+# Output that cannot be written ends the work of several, too.
+checks=$((checks + 1))
+message=$("$tool" decode --stream -j 2 --format jsonl <many 2>&1 >/dev/full)
+[[ $? == 3 && $message == "kovra: error: standard output: No space left on device" ]] ||
+  complain "a full disk: $message"
+
+# Lines of several writers into one pipe do not mix.
+for i in 1 2 3 4; do
+  "$tool" decode --stream --format jsonl <many 2>/dev/null &
+done | cat >mixed
+wait
+checks=$((checks + 1))
+grep -v '^{"source":"-","number":1,' mixed | jq -c .kovra 2>&1 | sort | uniq -c >kinds
+[[ $(awk '{ print $2 }' kinds) == 1 ]] || complain "mixed lines" "$(head kinds)"
+
+# Failures are data, may be kept, and may be forgiven.
+mkdir kept
+printf '%s<a>\0%s' "$reply" "$reply" >"some replies.xml"
+kovra decode --stream --format jsonl --save-failures kept --exit-zero "some replies.xml" missing.xml
+expectStatus 3
+same "kept files" "some_replies-2.xml" "$(ls kept)
+"
+same "a kept file" "<a>" "$(<kept/some_replies-2.xml)
+"
+holds "standard output" '*{"source":"missing.xml","kovra":1,"ok":false,"error":{"message":"No such file or directory"}}*' "$out"
+kovra decode --stream --save-failures kept --exit-zero "some replies.xml"
+expectStatus 0
+same "kept files" $'some_replies-2.2.xml\nsome_replies-2.xml' "$(ls kept)
+"
+kovra decode --stream --save-failures nowhere "some replies.xml"
+expectStatus 2
+
+# A file as output appears whole or not at all.
+echo before >result
+kovra decode --stream --output result "some replies.xml"
+expectStatus 1
+holds "result" "some replies.xml#1: general-status*" "$(<result)"
+echo before >result
+kovra decode --bogus --output result "some replies.xml"
+expectStatus 2
+same "result" "before" "$(<result)
+"
+ln -s result link
+kovra decode --output link "$samples/status/minimal.xml"
+expectStatus 0
+holds "result" "general-status*" "$(<result)"
+kovra decode --output nowhere/result "$samples/status/minimal.xml"
+expectStatus 3
+checks=$((checks + 1))
+[[ -L link && -z $(find . -name 'result.*') ]] || complain "left over" "$(ls)"
+
+finish

@@ -1,0 +1,232 @@
+#include "replies.hpp"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <thread>
+#include <utility>
+
+#include "input.hpp"
+#include "output.hpp"
+#include "pipeline.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+/// So much text goes to a worker at once, and so many files: below that the handing over costs more
+/// than the work.
+constexpr std::size_t batchBytes = 1 << 16;
+constexpr std::size_t batchItems = 64;
+
+/// A reply on its way to a worker.
+struct Item {
+  std::string source;
+  std::size_t number = 0;
+  std::size_t begin = 0;  ///< of its text in the batch
+  std::size_t length = 0;
+  bool isFile = false;  ///< it is read only when its turn has come
+  std::shared_ptr<InputFailure const> failure = nullptr;
+};
+
+struct Batch {
+  std::vector<Item> items;
+  std::string text;
+
+  bool isFull() const { return text.size() >= batchBytes || items.size() >= batchItems; }
+};
+
+/// Where replies go that were found: each to the work.
+class Receiver {
+ public:
+  virtual ~Receiver() = default;
+  /// The text is there until it returns.
+  virtual void file(std::string const& path) = 0;
+  virtual void reply(ReplyInput const& input) = 0;
+  /// Nothing comes before the tool has waited.
+  virtual void pause() = 0;
+  virtual void end() = 0;
+};
+
+/// Reads a file and works on it.
+Finish workOnFile(Work const& work, InputReader& reader, std::string const& path) try {
+  return work({path, 0, reader.read(path), nullptr});
+} catch (InputFailure const& failure) {
+  return work({path, 0, {}, &failure});
+} catch (std::bad_alloc const&) {
+  InputFailure const failure(ExitStatus::refused, "not enough memory");
+  return work({path, 0, {}, &failure});
+}
+
+/// One after the other.
+class Sequence : public Receiver {
+ public:
+  Sequence(Work const& work, std::size_t maxSize) : work_(work), reader_(maxSize) {}
+
+  void file(std::string const& path) override {
+    if (path == standardInput) flushOutput();
+    workOnFile(work_, reader_, path)();
+  }
+  void reply(ReplyInput const& input) override { work_(input)(); }
+  void pause() override { flushOutput(); }
+  void end() override {}
+
+ private:
+  Work const& work_;
+  InputReader reader_;
+};
+
+/// Several at once, in batches.
+class Crowd : public Receiver {
+ public:
+  Crowd(Work const& work, std::size_t maxSize, unsigned workers)
+      : work_(work), maxSize_(maxSize), pipeline_(workers, flushOutput) {}
+
+  void file(std::string const& path) override {
+    batch_.items.push_back({path, 0, 0, 0, true});
+    if (batch_.isFull()) pause();
+  }
+  void reply(ReplyInput const& input) override {
+    Item item{std::string(input.source), input.number, batch_.text.size(), input.text.size()};
+    if (input.failure != nullptr) item.failure = std::make_shared<InputFailure>(*input.failure);
+    batch_.text += input.text;
+    batch_.items.push_back(std::move(item));
+    if (batch_.isFull()) pause();
+  }
+  void pause() override {
+    if (batch_.items.empty()) return;
+    auto batch = std::make_shared<Batch>(std::exchange(batch_, {}));
+    pipeline_.add([this, batch] { return workOn(*batch); });
+  }
+  void end() override {
+    pause();
+    pipeline_.finish();
+  }
+
+ private:
+  Finish workOn(Batch const& batch) {
+    auto finishes = std::make_shared<std::vector<Finish>>();
+    InputReader reader(maxSize_);
+    for (Item const& item : batch.items) {
+      std::string_view const text = std::string_view(batch.text).substr(item.begin, item.length);
+      finishes->push_back(item.isFile
+                              ? workOnFile(work_, reader, item.source)
+                              : work_({item.source, item.number, text, item.failure.get()}));
+    }
+    return [finishes] {
+      for (Finish const& finish : *finishes) finish();
+    };
+  }
+
+  Work const& work_;
+  std::size_t maxSize_;
+  Batch batch_;
+  Pipeline pipeline_;
+};
+
+/// Finds the replies that the options name.
+class Finder {
+ public:
+  Finder(ReplyOptions const& options, Receiver& receiver)
+      : options_(options), receiver_(receiver) {}
+
+  void all() {
+    for (std::string const& path : options_.files) input(path);
+    if (!options_.list.empty()) {
+      listed();
+    } else if (options_.files.empty()) {
+      input(std::string(standardInput));
+    }
+    receiver_.end();
+  }
+
+ private:
+  void fail(std::string const& path, InputFailure const& failure) {
+    receiver_.reply({path, 0, {}, &failure});
+  }
+
+  void input(std::string const& path) try {
+    if (path == standardInput && options_.list == standardInput) {
+      throw InputFailure(ExitStatus::failed, "holds the names of files already");
+    }
+    if (options_.division == Division::none) return receiver_.file(path);
+    stream(path);
+  } catch (InputFailure const& failure) {
+    fail(path, failure);
+  }
+
+  void stream(std::string const& path) {
+    ReplyStream replies(path, options_.division, options_.maxSize, [&] { receiver_.pause(); });
+    InputFailure const tooLarge = InputReader::tooLarge(options_.maxSize);
+    for (ReplyStream::Item item; replies.next(item);) {
+      receiver_.reply({path, item.number, item.text, item.isTooLarge ? &tooLarge : nullptr});
+    }
+  }
+
+  void listed() try {
+    NameList list(options_.list, options_.nullSeparated ? '\0' : '\n', [&] { receiver_.pause(); });
+    for (std::string name; list.next(name);) input(name);
+  } catch (InputFailure const& failure) {
+    fail(options_.list, failure);
+  }
+
+  ReplyOptions const& options_;
+  Receiver& receiver_;
+};
+
+unsigned workersOf(ReplyOptions const& options) {
+  return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());
+}
+
+}  // namespace
+
+std::string nameOf(ReplyInput const& input) {
+  std::string name = inputName(input.source);
+  if (input.number != 0) name += '#' + std::to_string(input.number);
+  return name;
+}
+
+void forEachReply(ReplyOptions const& options, Work const& work) {
+  unsigned const workers = workersOf(options);
+  std::unique_ptr<Receiver> receiver;
+  if (workers == 1) {
+    receiver = std::make_unique<Sequence>(work, options.maxSize);
+  } else {
+    receiver = std::make_unique<Crowd>(work, options.maxSize, workers);
+  }
+  Finder(options, *receiver).all();
+}
+
+void addReplies(CLI::App& command, ReplyOptions& options) {
+  command.add_option("FILE", options.files, "Replies; '-' or none at all: standard input")
+      ->option_text(" ");
+  auto* const list = command
+                         .add_option("--files-from", options.list,
+                                     "Then the replies that this file names, one on each\n"
+                                     "line; '-': standard input")
+                         ->option_text("FILE");
+  command
+      .add_flag("-0,--null", options.nullSeparated,
+                "Names in that file end with a NUL byte, not with the line")
+      ->option_text(" ")
+      ->needs(list);
+  auto* const stream = command.add_flag_callback(
+      "--stream", [&] { options.division = Division::reply; },
+      "Each input holds replies, one after the other, with or\n"
+      "without NUL bytes between them; each is taken as soon\n"
+      "as it is there");
+  command
+      .add_flag_callback(
+          "--lines", [&] { options.division = Division::line; },
+          "Each input holds a reply a line, as it is or as a JSON\nstring")
+      ->excludes(stream);
+  command
+      .add_option("-j,--jobs", options.jobs,
+                  "How many replies are worked on at once (default: 1;\n0: one a core)")
+      ->option_text("N")
+      ->check(CLI::Range(0U, 1024U));
+  addMaxSize(command, options.maxSize, "Refuse larger replies");
+}
+
+}  // namespace Kovra::tool

@@ -1,0 +1,19 @@
+#include "verbs.hpp"
+
+#include "compose.hpp"
+#include "decode.hpp"
+#include "listing.hpp"
+
+namespace Kovra::tool {
+
+std::vector<Verb> const& verbs() {
+  static std::vector<Verb> const all = {
+      {"decode", "Show what printers' replies say", addDecode},
+      {"compose", "Make documents that the printer accepts from records", addCompose},
+      {"list", "List the documents that decode knows", addList},
+      {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
+  };
+  return all;
+}
+
+}  // namespace Kovra::tool

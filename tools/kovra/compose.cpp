@@ -242,16 +242,19 @@ CLI::App& commandAround(CLI::App& compose, std::string const& words, Message con
   return *app;
 }
 
+/// Its options are made when it is called.
 void addMessage(CLI::App& compose, Message const& message, ExitStatus& status) {
   std::string const words = message.command();
   CLI::App* const app = commandAround(compose, words, message)
                             .add_subcommand(words.substr(words.rfind(' ') + 1), message.purpose());
-  app->footer(message.help());
-  if (message.recordOf().empty()) {
-    addCommand(*app, message);
-  } else {
-    addRecord(*app, message, status);
-  }
+  app->preparse_callback([app, message, &status](std::size_t) {
+    app->footer(message.help());
+    if (message.recordOf().empty()) {
+      addCommand(*app, message);
+    } else {
+      addRecord(*app, message, status);
+    }
+  });
 }
 
 }  // namespace

@@ -87,9 +87,11 @@ ExitStatus Run::all() {
 /// The object on one line, with the reply's file in front of all else, and its number there where
 /// it has one. Bytes of a file's name that are no UTF-8 become U+FFFD.
 std::string jsonLine(ReplyInput const& input, std::string_view object) {
-  std::string line = "{\"source\":";
-  line +=
+  std::string const name =
       nlohmann::json(input.source).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+  std::string line;
+  line.reserve(name.size() + object.size() + 48);
+  line.append("{\"source\":").append(name);
   if (input.number != 0) line += ",\"number\":" + std::to_string(input.number);
   line += ',';
   line += object.substr(1);

@@ -15,10 +15,11 @@ namespace Kovra::tool {
 
 namespace {
 
-/// So much text goes to a worker at once, and so many files: below that the handing over costs more
-/// than the work.
-constexpr std::size_t batchBytes = 1 << 16;
-constexpr std::size_t batchItems = 64;
+// So much goes to a worker at once: with less the handing over costs more than the work, with more
+// the last worker is busy for long.
+constexpr std::size_t batchBytes = 1 << 18;
+constexpr std::size_t batchReplies = 512;
+constexpr std::size_t batchFiles = 16;
 
 /// A reply on its way to a worker.
 struct Item {
@@ -34,7 +35,10 @@ struct Batch {
   std::vector<Item> items;
   std::string text;
 
-  bool isFull() const { return text.size() >= batchBytes || items.size() >= batchItems; }
+  bool isFull() const {
+    return text.size() >= batchBytes ||
+           items.size() >= (items.back().isFile ? batchFiles : batchReplies);
+  }
 };
 
 /// Where replies go that were found: each to the work.

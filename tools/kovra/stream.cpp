@@ -1,6 +1,7 @@
 #include "stream.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <kovra.hpp>
 #include <nlohmann/json.hpp>
@@ -18,18 +19,21 @@ bool isBlank(char letter) {
   return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n';
 }
 
-bool endsName(char letter) {
-  return isBlank(letter) || letter == '/' || letter == '>' || letter == '<' || letter == '"' ||
-         letter == '\'' || letter == '=';
-}
-
 bool beginsName(char letter) {
   auto const byte = static_cast<unsigned char>(letter);
   return (byte | 0x20U) - 'a' < 26U || letter == '_' || letter == ':' || byte >= 0x80;
 }
 
+constexpr std::array<bool, 256> nameEnders = [] {
+  std::array<bool, 256> all{};
+  for (char const letter : std::string_view(" \t\r\n/><\"'=")) {
+    all[static_cast<unsigned char>(letter)] = true;
+  }
+  return all;
+}();
+
 std::size_t nameEnd(std::string_view bytes, std::size_t from) {
-  while (from < bytes.size() && !endsName(bytes[from])) ++from;
+  while (from < bytes.size() && !nameEnders[static_cast<unsigned char>(bytes[from])]) ++from;
   return from;
 }
 
@@ -73,6 +77,11 @@ void addNames(std::vector<MemberDescription> const& members, std::set<std::strin
   }
 }
 
+/// Of names of equal length, or nearly so.
+std::uint64_t lengthBit(std::string_view name) {
+  return std::uint64_t{1} << name.size() % 64;
+}
+
 /// The roots of replies that are the name of nothing else.
 std::vector<std::string> unmistakableRoots() {
   std::set<std::string> inner;
@@ -91,7 +100,19 @@ std::vector<std::string> unmistakableRoots() {
 
 // Where replies end.
 
-Splitter::Splitter() : roots_(unmistakableRoots()) {}
+/// Most names differ from all roots in their first letter or their length.
+Splitter::Splitter() : roots_(unmistakableRoots()) {
+  for (std::string const& root : roots_) lengthsOf(root.front()) |= lengthBit(root);
+}
+
+std::uint64_t& Splitter::lengthsOf(char first) {
+  return lengths_[static_cast<unsigned char>(first)];
+}
+
+bool Splitter::isRoot(std::string_view name) {
+  if (name.empty() || (lengthsOf(name.front()) & lengthBit(name)) == 0) return false;
+  return std::binary_search(roots_.begin(), roots_.end(), name, std::less<>());
+}
 
 Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
   found_ = {};
@@ -103,18 +124,17 @@ Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
   return found_;
 }
 
-std::size_t Splitter::nextBegin(std::string_view bytes, std::size_t from) const {
+std::size_t Splitter::nextBegin(std::string_view bytes, std::size_t from) {
   for (std::size_t at = from; (at = find(bytes, '<', at)) != npos; ++at) {
     if (isRootThere(bytes, at) || declarationStands(bytes, at) == Answer::yes) return at;
   }
   return npos;
 }
 
-bool Splitter::isRootThere(std::string_view bytes, std::size_t at) const {
+bool Splitter::isRootThere(std::string_view bytes, std::size_t at) {
   std::size_t const end = nameEnd(bytes, at + 1);
   if (end == bytes.size()) return false;
-  std::string_view const name = bytes.substr(at + 1, end - at - 1);
-  return std::binary_search(roots_.begin(), roots_.end(), name, std::less<>());
+  return isRoot(bytes.substr(at + 1, end - at - 1));
 }
 
 /// Goes one piece of markup further; false where more bytes are needed.
@@ -181,9 +201,7 @@ bool Splitter::startTag(std::string_view bytes) {
   std::size_t const behind = nameEnd(bytes, at_ + 1);
   if (behind == bytes.size()) return false;
   std::string_view const name = bytes.substr(at_ + 1, behind - at_ - 1);
-  bool const isNext =
-      isInside_ && std::binary_search(roots_.begin(), roots_.end(), name, std::less<>());
-  if (isNext) return endAt(at_);
+  if (isInside_ && isRoot(name)) return endAt(at_);
   std::size_t const end = tagEnd(bytes, behind);
   if (end == npos) return false;
   bool const isClosed = bytes[end] == '>' && bytes[end - 1] == '/';

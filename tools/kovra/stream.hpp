@@ -4,7 +4,9 @@
 #ifndef KOVRA_TOOL_STREAM_HPP
 #define KOVRA_TOOL_STREAM_HPP
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -32,7 +34,7 @@ class Splitter {
   Found look(std::string_view bytes, bool isAll);
 
   /// Where the next reply may begin, from `from` on; npos when it is not there yet.
-  std::size_t nextBegin(std::string_view bytes, std::size_t from) const;
+  std::size_t nextBegin(std::string_view bytes, std::size_t from);
 
   /// Forgets what it was shown.
   void restart();
@@ -52,12 +54,15 @@ class Splitter {
   bool pass(std::string_view bytes, Ending& ending);
   bool endAt(std::size_t length);
   std::size_t tagEnd(std::string_view bytes, std::size_t from);
-  bool isRootThere(std::string_view bytes, std::size_t at) const;
+  std::uint64_t& lengthsOf(char first);
+  bool isRoot(std::string_view name);
+  bool isRootThere(std::string_view bytes, std::size_t at);
 
-  std::vector<std::string> roots_;  ///< those that stand in no reply, sorted
-  std::size_t at_ = 0;              ///< everything before was looked at
-  bool isInside_ = false;           ///< behind the root's start tag
-  bool hasMarkup_ = false;          ///< before it: a declaration, a comment
+  std::vector<std::string> roots_;            ///< those that stand in no reply, sorted
+  std::array<std::uint64_t, 256> lengths_{};  ///< that they have, by their first letter
+  std::size_t at_ = 0;                        ///< everything before was looked at
+  bool isInside_ = false;                     ///< behind the root's start tag
+  bool hasMarkup_ = false;                    ///< before it: a declaration, a comment
   std::string root_;
   std::size_t open_ = 0;   ///< elements of the root's name that are open
   std::size_t tagAt_ = 0;  ///< how much of the tag at hand was looked at, where it is not all there

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace Kovra::tool {
 
@@ -25,13 +26,16 @@ inline ExitStatus worse(ExitStatus a, ExitStatus b) {
 /// An input that cannot be used, and why. The tool goes on with the next one.
 class InputFailure : public std::runtime_error {
  public:
-  InputFailure(ExitStatus status, std::string const& why)
-      : std::runtime_error(why), status_(status) {}
+  InputFailure(ExitStatus status, std::string const& why, std::string path = {})
+      : std::runtime_error(why), status_(status), path_(std::move(path)) {}
 
   ExitStatus status() const { return status_; }
+  /// Which one it is, where that is not the one at hand.
+  std::string const& path() const { return path_; }
 
  private:
   ExitStatus status_;
+  std::string path_;
 };
 
 /// Standard output cannot be written, and why. There is nothing left to be done.

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "edit.hpp"
+#include "findings.hpp"
 #include "input.hpp"
 #include "max_size.hpp"
 #include "output.hpp"
@@ -114,7 +116,17 @@ void addChoice(CLI::App& app, Choice const& choice, Object const& choices) {
       option = addNumberChoice(app, choice, choices);
       break;
   }
-  option->option_text(choice.example())->required(choice.isRequired());
+  bool const followsFromChanges = choice.form() == Choice::Form::words;
+  option->option_text(choice.example())->required(choice.isRequired() && !followsFromChanges);
+}
+
+/// What changes are made of may be chosen or follow from them; without any it has to be chosen.
+void requireWords(Message const& message, Value const& choices) {
+  for (Choice const& choice : message.choices()) {
+    bool const isMissing = choice.form() == Choice::Form::words && choice.isRequired() &&
+                           choices.find(choice.name()) == nullptr;
+    if (isMissing) throw CLI::RequiredError(optionFor(choice));
+  }
 }
 
 /// A command's member as an option of its own.
@@ -164,46 +176,106 @@ ExitStatus refuse(ExitStatus status, std::string const& file, Place place, std::
   return status;
 }
 
-/// Where a record comes from, and how large it may be.
+/// Where a record comes from, how large it may be, and what is changed in it.
 struct Input {
   std::string file{standardInput};
+  std::string reply;  ///< of which the record is taken; empty: the file has the record
   std::size_t maxSize = defaultMaxSize;
+  std::vector<std::string> changes;      ///< "path=value"
+  std::vector<std::string> fileChanges;  ///< "path=FILE"
+
+  std::string const& name() const { return reply.empty() ? file : reply; }
+  bool changesAnything() const { return !changes.empty() || !fileChanges.empty(); }
 };
+
+/// The record of a reply as the printer sent it.
+Record readReply(std::string_view text, std::string const& name) {
+  Decoding const decoding = decode(text, name);
+  if (decoding) return {decoding.readings().front().record(), ""};
+  Refusal const refusal = decoding.refusal();
+  throw RecordFailure(placeOf(refusal), refusal.message());
+}
 
 /// The text itself is given back at once.
 Record read(Input const& input, std::string const& name) {
   InputReader reader(input.maxSize);
-  return recordFrom(reader.read(input.file), name);
+  std::string_view const text = reader.read(input.name());
+  return input.reply.empty() ? recordFrom(text, name) : readReply(text, name);
+}
+
+std::vector<Edit> editsOf(Input const& input, Message const& message) {
+  std::vector<Edit> edits;
+  for (std::string const& change : input.changes) edits.push_back(editOf(message, change));
+  for (std::string const& change : input.fileChanges) edits.push_back(editOfFile(message, change));
+  return edits;
+}
+
+Sentences composeChanged(Input const& input, Message const& message, Value const& choices) {
+  std::vector<Edit> const edits = editsOf(input, message);
+  Record record = read(input, message.recordOf());
+  if (edits.empty()) return printDocument(message, record, choices);
+  Value const before = record.value;
+  apply(edits, record.value);
+  return printDocument(message, record, choicesOfChanges(message, before, record.value, choices));
 }
 
 /// Whatever fails here is told with the name of the file: it is the one that somebody has to mend.
+/// Then there is no document, and one that is there already stays.
 ExitStatus composeFrom(Input const& input, Message const& message, Value const& choices) try {
   auto status = ExitStatus::good;
-  for (std::string const& wrong :
-       printDocument(message, read(input, message.recordOf()), choices)) {
-    status = refuse(ExitStatus::refused, input.file, {}, wrong);
+  for (std::string const& wrong : composeChanged(input, message, choices)) {
+    status = refuse(ExitStatus::refused, input.name(), {}, wrong);
   }
+  if (status != ExitStatus::good) dropOutput();
   return status;
 } catch (RecordFailure const& failure) {
-  return refuse(ExitStatus::refused, input.file, failure.place(), failure.why());
+  dropOutput();
+  return refuse(ExitStatus::refused, input.name(), failure.place(), failure.why());
 } catch (InputFailure const& failure) {
-  return refuse(failure.status(), input.file, {}, failure.what());
+  dropOutput();
+  std::string const& file = failure.path().empty() ? input.name() : failure.path();
+  return refuse(failure.status(), file, {}, failure.what());
+} catch (EditFailure const& failure) {
+  throw CLI::ValidationError(failure.what());
 } catch (std::bad_alloc const&) {
-  return refuse(ExitStatus::refused, input.file, {}, "not enough memory");
+  dropOutput();
+  return refuse(ExitStatus::refused, input.name(), {}, "not enough memory");
+}
+
+void addChanges(CLI::App& app, Input& input) {
+  app.add_option("--from", input.reply,
+                 "Take the record from this reply of the printer; '-':\n"
+                 "standard input")
+      ->option_text("REPLY");
+  app.add_option("--set", input.changes,
+                 "Change a member: wireless.ssid=NewNet; may be given\n"
+                 "again. What is not chosen otherwise is made of the\n"
+                 "sections that change")
+      ->option_text("PATH=VALUE")
+      ->allow_extra_args(false);
+  app.add_option("--set-file", input.fileChanges,
+                 "The same with what a file holds ('-': standard input),\n"
+                 "for secrets, which every list of processes would show")
+      ->option_text("PATH=FILE")
+      ->allow_extra_args(false);
 }
 
 /// The record as a file, and the choices as options.
 void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
   auto const input = std::make_shared<Input>();
-  app.add_option("RECORD", input->file,
-                 "The record as JSON: what 'kovra decode --format json'\n"
-                 "prints, or its \"record\" alone (default: '-', standard\n"
-                 "input)")
-      ->option_text(" ");
+  auto* const record = app.add_option("RECORD", input->file,
+                                      "The record as JSON: what 'kovra decode --format json'\n"
+                                      "prints, or its \"record\" alone (default: '-', standard\n"
+                                      "input)")
+                           ->option_text(" ");
+  addChanges(app, *input);
+  record->excludes(app.get_option("--from"));
   addMaxSize(app, input->maxSize, "Refuse a larger record");
   Object const choices;
   for (Choice const& choice : message.choices()) addChoice(app, choice, choices);
+  addOutput(app);
   app.callback([&status, input, message, choices] {
+    if (!input->changesAnything()) requireWords(message, choices.value());
     status = composeFrom(*input, message, choices.value());
   });
 }
@@ -220,6 +292,7 @@ void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
 void addCommand(CLI::App& app, Message const& message) {
   Object const command;
   for (MemberDescription const& member : message.members()) addMember(app, member, command);
+  addOutput(app);
   app.callback([message, command] {
     Composition const composition = compose(message.name(), command.value());
     if (!composition) refuseCommand(composition.problems());
@@ -261,7 +334,6 @@ void addMessage(CLI::App& compose, Message const& message, ExitStatus& status) {
 
 void addCompose(CLI::App& compose, ExitStatus& status) {
   compose.require_subcommand(1);
-  addOutput(compose);
   compose.footer(
       R"(A keyword is its code, its word, or the object that 'kovra decode' shows. A
 member that a chosen section is made of has to be in the record, unless

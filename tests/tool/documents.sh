@@ -102,7 +102,7 @@ mapfile -t findings < <(grep '^| K' "$docs/json.md" | grep -oE '`[a-z_0-9]+`' | 
   while read -r kind; do grep -qw "$kind" known || echo "$kind=a finding"; done)
 knows json.md "$(codeOfMarkdown "$docs/json.md" | sed 's/\bK[01][0-9][0-9]\b//g')" "${findings[@]}" \
   skipped='of a sentence' zero_missing='a choice' \
-  KIND='stands for one' diff='a program' null='of JSON' -r='of jq' -s='of jq' \
+  KIND='stands for one' null='of JSON' -r='of jq' -s='of jq' \
   samples='a folder' select='of jq' tsv='of jq'
 knows kovra.1 "$(codeOfMan "$docs/man/kovra.1")" COMMAND='stands for one'
 

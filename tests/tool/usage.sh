@@ -20,7 +20,7 @@ wrong "The following argument was not expected: --bogus" "kovra decode" decode -
 wrong "The following argument was not expected: -x" "kovra decode" decode -x
 wrong '--as: unknown message "nope"; expected one of: '"$("$tool" list | cut -d' ' -f1 | paste -sd, | sed 's/,/, /g')" \
   "kovra decode" decode --as nope minimal.xml
-wrong "--format: xml not in {table,json,jsonl}" "kovra decode" decode --format xml minimal.xml
+wrong "--format: xml not in {table,flat,json,jsonl,prom}" "kovra decode" decode --format xml minimal.xml
 wrong "--null requires --files-from" "kovra decode" decode --null minimal.xml
 wrong "The following argument was not expected: extra" "kovra list" list extra
 wrong "--format: json not in {words,dict}" "kovra vocabulary" vocabulary --format json

@@ -13,8 +13,11 @@
 #include <vector>
 
 #include "findings.hpp"
+#include "flat.hpp"
 #include "input.hpp"
 #include "output.hpp"
+#include "printable.hpp"
+#include "prom.hpp"
 #include "replies.hpp"
 #include "summary.hpp"
 #include "table.hpp"
@@ -38,6 +41,7 @@ struct Options {
 struct Shown {
   std::string data;
   std::vector<std::string> complaints;
+  std::vector<Sample> samples;
   bool isDecoded = false;
   ExitStatus status = ExitStatus::good;
   std::size_t notes = 0;
@@ -60,6 +64,9 @@ class Run {
   Shown refused(ReplyInput const& input, Refusal const& refusal, std::string const& json) const;
   Shown unreadable(ReplyInput const& input) const;
   std::string tables(ReplyInput const& input, Decoding const& decoding) const;
+  std::string lines(ReplyInput const& input, Decoding const& decoding) const;
+  /// JSON has them, and metrics their number.
+  bool tellsNotes() const { return options_.format == "table" || options_.format == "flat"; }
   bool areFailuresData() const { return options_.format == "jsonl" && options_.errors == "stdout"; }
   void finish(ReplyInput const& input, Shown const& shown);
 
@@ -69,6 +76,7 @@ class Run {
   ExitStatus status_ = ExitStatus::good;
   bool tableBefore_ = false;
   Summary summary_;
+  Metrics metrics_;
 };
 
 ExitStatus Run::all() {
@@ -79,6 +87,7 @@ ExitStatus Run::all() {
       finish({source, number, {}, nullptr}, *shown);
     };
   });
+  print(metrics_.text());
   summary_.end();
   bool const isForgiven = options_.exitZero && status_ == ExitStatus::refused;
   return isForgiven ? ExitStatus::good : status_;
@@ -117,12 +126,16 @@ Shown Run::decoded(ReplyInput const& input, Decoding const& decoding) const {
     shown.data = decoding.toJson(2, secrets_) + '\n';
   } else if (options_.format == "jsonl") {
     shown.data = jsonLine(input, decoding.toJson(-1, secrets_));
+  } else if (options_.format == "prom") {
+    shown.samples = samplesOf(decoding);
+  } else if (options_.format == "flat") {
+    shown.data = lines(input, decoding);
   } else {
     shown.data = tables(input, decoding);
   }
   std::vector<Note> const notes = decoding.notes();
   shown.notes = notes.size();
-  if (options_.format != "table") return shown;
+  if (!tellsNotes()) return shown;
   for (Note const& note : notes) {
     bool const isWarning = note.severity() == Severity::warning;
     shown.complaints.push_back(
@@ -137,6 +150,18 @@ std::string Run::tables(ReplyInput const& input, Decoding const& decoding) const
   for (Reading const& reading : decoding.readings()) {
     if (!all.empty()) all += '\n';
     all += table(reading, decoding.root(), secrets_, severalInputs_ ? nameOf(input) : "");
+  }
+  return all;
+}
+
+/// Of several replies each line begins with its own.
+std::string Run::lines(ReplyInput const& input, Decoding const& decoding) const {
+  std::string const name = printable(nameOf(input));
+  std::string all;
+  for (Reading const& reading : decoding.readings()) {
+    all += "# " + (severalInputs_ ? name + ": " : std::string()) + reading.message() + " <" +
+           printable(decoding.root()) + ">\n";
+    all += flat(reading.record(), secrets_, severalInputs_ ? name + ": " : "");
   }
   return all;
 }
@@ -175,6 +200,9 @@ void Run::finish(ReplyInput const& input, Shown const& shown) {
     tableBefore_ = true;
   }
   print(shown.data);
+  if (options_.format == "prom") {
+    metrics_.add(severalInputs_ ? nameOf(input) : "", shown.samples, shown.isDecoded, shown.notes);
+  }
   summary_.count(shown.isDecoded, shown.notes);
   if (!shown.complaints.empty()) summary_.makeRoom();
   for (std::string const& complaint : shown.complaints) complain(complaint);
@@ -191,9 +219,12 @@ std::string checkMessage(std::string const& name) {
 
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
-  command.add_option("--format", options.format, "What to print: table (default), json or jsonl")
+  command
+      .add_option("--format", options.format,
+                  "What to print: table (default), flat, json, jsonl or\n"
+                  "prom")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"table", "json", "jsonl"}));
+      ->check(CLI::IsMember({"table", "flat", "json", "jsonl", "prom"}));
   command.add_option("--as", options.as, "Read as this document only; 'kovra list' has the names")
       ->option_text("NAME")
       ->check(checkMessage);
@@ -221,16 +252,20 @@ error beside a table, inside the object in JSON.
 
 Formats:
   table   for people
+  flat    a line for each value, for grep and diff: wireless.channel = 6;
+          'kovra compose' takes it back
   json    for programs: one object for each reply, indented
   jsonl   the same on one line, with the reply's file under "source"; a reply
           that was refused gives an object with "ok":false and why, and at the
           end a line on standard error says how many there were
+  prom    metrics for Prometheus, such as its node exporter takes from a file
 
 Examples:
   kovra decode reply.xml
   kovra decode --format json reply.xml | jq .readings[0].record.printer_state
   printer-query status | kovra decode
   printer-monitor | kovra decode --stream --format jsonl
+  kovra decode --format prom -o /var/lib/node_exporter/printer.prom reply.xml
   find replies -name '*.xml' -print0 | kovra decode --format jsonl -j 0 --files-from - -0
 
 Exit status:

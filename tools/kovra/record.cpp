@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "flat.hpp"
+
 namespace Kovra::tool {
 
 namespace {
@@ -265,6 +267,7 @@ std::string joined(std::string const& path, std::string_view name) {
 }
 
 Record recordFrom(std::string_view text, std::string_view message) {
+  if (isFlat(text)) return {fromFlat(text), ""};
   Value whole = valueOf(text);
   Value* const readings = whole.find("readings");
   if (readings != nullptr) return recordIn(*readings, message);

@@ -25,17 +25,21 @@ class Few {
   Item& operator[](std::size_t index) { return index < N ? near_[index] : far_[index - N]; }
 
   void push_back(Item const& item) {
-    if (size_ < N) {
+    if (size_ < N) [[likely]] {
       near_[size_] = item;
     } else {
-      far_.resize(size_ - N);
-      far_.push_back(item);
+      putFar(item);
     }
     ++size_;
   }
   void pop_back() { --size_; }
 
  private:
+  [[gnu::noinline]] void putFar(Item const& item) {
+    far_.resize(size_ - N);
+    far_.push_back(item);
+  }
+
   std::array<Item, N> near_;  // not cleared
   std::vector<Item> far_;
   std::size_t size_ = 0;

@@ -68,16 +68,10 @@ bool isPlainWhole(char const* text, int most, bool isSigned) {
   return digits > 0 && digits <= most && text[digits] == '\0';
 }
 
-/// A value that is as it was read is looked at only where it is not plain.
+/// What there is to say of a number in a form that is looked at closely.
 template <class Number>
-void reportWhole(Observer& observer, Element element, char const* text, Number value,
-                 bool isAsRead) {
-  // Counters have 16 bits, whatever the member has.
-  constexpr int most =
-      std::min(std::numeric_limits<Number>::digits10,
-               std::is_same_v<Number, unsigned long> ? std::numeric_limits<std::uint16_t>::digits10
-                                                     : std::numeric_limits<int>::digits10);
-  if (isAsRead && isPlainWhole(text, most, std::is_signed_v<Number>)) return;
+[[gnu::noinline]] void reportOddWhole(Observer& observer, Element element, char const* text,
+                                      Number value) {
   char* end = nullptr;
   errno = 0;
   long const sent = std::strtol(text, &end, 10);
@@ -87,6 +81,20 @@ void reportWhole(Observer& observer, Element element, char const* text, Number v
              static_cast<Number>(sent) != value) {
     observer.changedNumber(element, std::to_string(value), text);
   }
+}
+
+/// A value that is as it was read is looked at only where it is not plain.
+template <class Number>
+void reportWhole(Observer& observer, Element element, char const* text, Number value,
+                 bool isAsRead) {
+  // Counters have 16 bits, whatever the member has.
+  constexpr int most =
+      std::min(std::numeric_limits<Number>::digits10,
+               std::is_same_v<Number, unsigned long> ? std::numeric_limits<std::uint16_t>::digits10
+                                                     : std::numeric_limits<int>::digits10);
+  if (isAsRead && isPlainWhole(text, most, std::is_signed_v<Number>)) [[likely]]
+    return;
+  reportOddWhole(observer, element, text, value);
 }
 
 template <class Number>
@@ -114,7 +122,7 @@ void reportAttribute(Observer& observer, std::string_view name, Element element,
 
 template <class Number>
 void NumberKind::report(Observer& observer, std::string_view name, Element element, Number value) {
-  reportNumber(observer, name, element, element.text(), value);
+  reportNumber(observer, name, element, element.peek(), value);
 }
 
 template void NumberKind::report(Observer&, std::string_view, Element, int);

@@ -213,13 +213,13 @@ detail::AnyReply::AnyReply(std::string_view bytes, std::string_view record,
   PlainLocale const plain;
   auto const reply = std::make_shared_for_overwrite<ReplyData>();
   if (bytes.size() > frame::Tree::longestText) {
-    reply->refusal = refuseLength();
+    reply->refusal = std::make_unique<FindingData>(refuseLength());
   } else {
     Text text(bytes, options);
     // Of several messages with such a record each has a root of its own.
     Candidates const found = text.candidatesFor({.record = record});
     if (found.empty()) {
-      reply->refusal = std::move(text.refusal());
+      reply->refusal = std::make_unique<FindingData>(*std::move(text.refusal()));
     } else {
       readAs(found[0], text, *reply);
     }

@@ -40,7 +40,7 @@ struct ReplyData : Growth {
   bool result = false;
   frame::Trail said;
   std::vector<FindingData> notes;
-  std::optional<FindingData> refusal;
+  std::unique_ptr<FindingData> refusal;  ///< apart, so that all of a good reply is one small block
 };
 
 struct ProblemData : Growth, frame::Trouble {};

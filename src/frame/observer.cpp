@@ -18,52 +18,6 @@ std::string_view textIn(Element element) {
 
 }  // namespace
 
-// Trails.
-
-bool Trail::has(std::string_view path) const {
-  for (std::size_t i = 0; i < steps_.size(); ++i) {
-    if (isAt(steps_[i], path)) return true;
-  }
-  return false;
-}
-
-void Trail::forget(std::uint32_t within, std::string_view list, std::size_t index) {
-  for (std::size_t i = 0; i < steps_.size(); ++i) {
-    if (steps_[i].index != index) continue;
-    Step const& parent = steps_[steps_[i].within];
-    bool const isOfList =
-        parent.within == within && std::string_view(parent.name, parent.length) == list;
-    if (isOfList) steps_[i].index = forgotten;
-  }
-}
-
-bool Trail::hasMember(std::uint32_t within, std::string_view name) const {
-  for (std::size_t i = 0; i < steps_.size(); ++i) {
-    Step const& step = steps_[i];
-    bool const isWithin = step.within == within && step.index == noIndex;
-    if (isWithin && std::string_view(step.name, step.length) == name) return true;
-  }
-  return false;
-}
-
-std::string Trail::Step::part() const {
-  return index == noIndex ? std::string(name, length) : '[' + std::to_string(index) + ']';
-}
-
-/// Compares from the end of the path, of which the step is to be the last part.
-bool Trail::isAt(Step const& last, std::string_view path) const {
-  for (Step const* step = &last;; step = &steps_[step->within]) {
-    if (step->index == forgotten) return false;
-    std::string const part = step->part();
-    if (!path.ends_with(part)) return false;
-    path.remove_suffix(part.size());
-    if (step->within == root) return path.empty();
-    if (step->index != noIndex) continue;
-    if (!path.ends_with('.')) return false;
-    path.remove_suffix(1);
-  }
-}
-
 // Values.
 
 Observer::Observer(Tree const& tree, Value& record) : tree_(&tree), record_(&record) {

@@ -11,68 +11,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
-#include "frame/few.hpp"
 #include "frame/remarks.hpp"
+#include "frame/trail.hpp"
 #include "frame/tree.hpp"
 #include "frame/value.hpp"
 #include "frame/vocabulary.hpp"
 
 namespace Kovra::frame {
-
-/// Which members were read: those that a reply said, by their paths.
-class Trail {
- public:
-  static constexpr std::uint32_t root = std::numeric_limits<std::uint32_t>::max();
-
-  /// Adds a member, a word of the tables, to what was added before; tells them apart.
-  std::uint32_t member(std::uint32_t within, std::string_view name) {
-    return add({name.data(), static_cast<std::uint32_t>(name.size()), within, noIndex});
-  }
-  /// Adds an entry to a list.
-  std::uint32_t entry(std::uint32_t list, std::size_t index) {
-    return add({nullptr, 0, list, index});
-  }
-  /// Was such a member added?
-  bool hasMember(std::uint32_t within, std::string_view name) const;
-  /// Takes back what was added last and holds nothing.
-  void dropIfEmpty(std::uint32_t step) {
-    if (step + 1 == steps_.size()) steps_.pop_back();
-  }
-
-  /// Forgets an entry of a list of that name, with all that it holds.
-  void forget(std::uint32_t within, std::string_view list, std::size_t index);
-
-  /// Is there a member or an entry with that path? "jobs[2].uuid"
-  bool has(std::string_view path) const;
-
- private:
-  static constexpr std::size_t noIndex = std::numeric_limits<std::size_t>::max();
-  static constexpr std::size_t forgotten = noIndex - 1;
-
-  struct Step {
-    char const* name;  ///< not terminated; of an entry nothing
-    std::uint32_t length;
-    std::uint32_t within;
-    std::size_t index;
-
-    std::string part() const;
-  };
-
-  std::uint32_t add(Step const& step) {
-    steps_.push_back(step);
-    return static_cast<std::uint32_t>(steps_.size() - 1);
-  }
-  bool isAt(Step const& last, std::string_view path) const;
-
-  Few<Step, 48> steps_;  // so many members an ordinary reply has
-};
 
 /// Watches a reading: what it fills, as values or as a trail, and what it does not know.
 class Observer {

@@ -404,17 +404,21 @@ TEST(ObservedEntries, MayBeSingleValues) {
 
 // Trails.
 
-Trail trailOf(std::string const& children) {
-  Scanned const scanned("<sample>" + children + "</sample>");
+/// What a reading of `children` leaves.
+struct Trailed {
+  explicit Trailed(std::string const& children) {
+    Scanned const scanned("<sample>" + children + "</sample>");
+    Observer observer(scanned.tree(), trail);
+    Sample record{};
+    walk(firstElement(scanned.tree()), table, record, observer);
+  }
+  bool has(std::string_view path) const { return trail.has(path); }
+
   Trail trail;
-  Observer observer(scanned.tree(), trail);
-  Sample record{};
-  walk(firstElement(scanned.tree()), table, record, observer);
-  return trail;
-}
+};
 
 TEST(Trails, HaveWhatWasReadByItsPath) {
-  Trail const trail = trailOf(
+  Trailed const trail(
       "<wide-number>1</wide-number><inner><depth>1</depth></inner>"
       "<group><grouped>1</grouped></group><level min='1'>5</level><third>yes</third>"
       "<bits>0x1</bits><word>twin</word>");
@@ -430,8 +434,8 @@ TEST(Trails, HaveWhatWasReadByItsPath) {
 }
 
 TEST(Trails, LackRecordsOfWhichNothingWasRead) {
-  EXPECT_FALSE(trailOf("<inner><other/></inner>").has("inner"));
-  EXPECT_TRUE(trailOf("<inner><depth>1</depth></inner><inner/>").has("inner"));
+  EXPECT_FALSE(Trailed("<inner><other/></inner>").has("inner"));
+  EXPECT_TRUE(Trailed("<inner><depth>1</depth></inner><inner/>").has("inner"));
 }
 
 TEST(Trails, HaveEntriesByTheirNumbers) {

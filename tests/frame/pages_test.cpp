@@ -6,10 +6,11 @@
 #include <sys/mman.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
-#include <memory>
+#include <new>
 #include <string>
 
 #include "frame/entry.hpp"
@@ -37,6 +38,30 @@ bool asksForLargePages(void const* address) {
   return flagsOf(address).find(" hg ") != std::string::npos;
 }
 
+/// Fresh memory, for which nobody has asked anything yet: the heap may give back what somebody had.
+/// As there, it begins in the middle of a page.
+class Block {
+ public:
+  explicit Block(std::size_t size)
+      : size_(size + offset),
+        memory_(
+            ::mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
+    if (memory_ == MAP_FAILED) throw std::bad_alloc();
+  }
+  ~Block() { ::munmap(memory_, size_); }
+  Block(Block const&) = delete;
+  Block& operator=(Block const&) = delete;
+
+  char* get() const { return static_cast<char*>(memory_) + offset; }
+  char& operator[](std::size_t index) const { return get()[index]; }
+
+ private:
+  static constexpr std::size_t offset = 16;
+
+  std::size_t size_;
+  void* memory_;
+};
+
 class LargePages : public testing::Test {
  protected:
   void SetUp() override {
@@ -48,7 +73,7 @@ class LargePages : public testing::Test {
 
 TEST_F(LargePages, AreAskedForWhereABlockIsLarge) {
   std::size_t const size = leastOfLargeBlocks;
-  std::unique_ptr<char[]> const block(new char[size]);
+  Block const block(size);
   EXPECT_FALSE(asksForLargePages(&block[size / 2]));
   useLargePages(block.get(), size);
   EXPECT_TRUE(asksForLargePages(&block[size / 2]));
@@ -56,14 +81,14 @@ TEST_F(LargePages, AreAskedForWhereABlockIsLarge) {
 
 TEST_F(LargePages, AreNotAskedForWhereABlockIsSmall) {
   std::size_t const size = leastOfLargeBlocks - 1;
-  std::unique_ptr<char[]> const block(new char[size]);
+  Block const block(size);
   useLargePages(block.get(), size);
   EXPECT_FALSE(asksForLargePages(&block[size / 2]));
 }
 
 TEST_F(LargePages, AreNotAskedForBeyondTheBlock) {
   std::size_t const size = 3 * leastOfLargeBlocks;
-  std::unique_ptr<char[]> const block(new char[size]);
+  Block const block(size);
   useLargePages(&block[leastOfLargeBlocks], leastOfLargeBlocks);
   EXPECT_FALSE(asksForLargePages(&block[leastOfLargeBlocks - 1]));
   EXPECT_TRUE(asksForLargePages(&block[leastOfLargeBlocks + leastOfLargeBlocks / 2]));

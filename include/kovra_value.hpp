@@ -3,6 +3,10 @@
 ///
 /// A value is nothing, a flag, a number, a text, a keyword, a list, or a record with named members.
 /// It owns what it holds; copying copies all of it. All texts are UTF-8.
+///
+/// Values stand in one another as deep as whoever makes them likes. Those that stand more than 100
+/// deep, as no message has them, are neither copied nor compared nor printed: that throws a
+/// ValueError.
 
 #ifndef KOVRA_VALUE_HPP
 #define KOVRA_VALUE_HPP
@@ -28,6 +32,13 @@ class Value;
 namespace detail {
 
 struct ValueAccess;
+
+/// What a list or a record holds.
+template <class Item>
+struct Held {
+  std::vector<Item> all;
+  Value* above = nullptr;  ///< while it is destroyed: what holds the list or the record
+};
 
 /// Any integer type that fits, and an enumeration that converts to one; no flag.
 template <class Number>
@@ -222,8 +233,8 @@ class KOVRA_EXPORT Value {
 
   /// The same kind of value with the same content. Whole numbers are compared as numbers, be they
   /// integers or naturals, and the order of members does not count.
-  friend KOVRA_EXPORT bool operator==(Value const& a, Value const& b) noexcept;
-  friend bool operator!=(Value const& a, Value const& b) noexcept { return !(a == b); }
+  friend KOVRA_EXPORT bool operator==(Value const& a, Value const& b);
+  friend bool operator!=(Value const& a, Value const& b) { return !(a == b); }
 
   /// JSON in ASCII, on one line, or on several with so many blanks for each level. Whatever the
   /// value holds is shown, secrets as well. A keyword is an object with its `code` and its `name`,
@@ -255,8 +266,8 @@ class KOVRA_EXPORT Value {
     std::uint64_t natural;
     double real;
     std::string text;  ///< of a keyword its word
-    std::vector<Value> items;
-    std::vector<Member> members;
+    detail::Held<Value> items;
+    detail::Held<Member> members;
   };
 
   template <class Number>
@@ -282,7 +293,8 @@ class KOVRA_EXPORT Value {
   Content content_;
 };
 
-/// A named value of a record.
+/// A named value of a record. Its name stays as it is: nothing is assigned to a member but another
+/// value, and one that is moved from keeps its name.
 class KOVRA_EXPORT Member {
  public:
   /// Nothing, without a name.
@@ -290,8 +302,8 @@ class KOVRA_EXPORT Member {
   Member(std::string_view name, Value value);
   Member(Member const& other);
   Member(Member&& other) noexcept;
-  Member& operator=(Member const& other);
-  Member& operator=(Member&& other) noexcept;
+  Member& operator=(Member const&) = delete;
+  Member& operator=(Member&&) = delete;
   ~Member();
 
   /// That of the record's member in the library's headers.
@@ -315,7 +327,7 @@ class KOVRA_EXPORT Member {
 
   char const* name_ = nullptr;
   std::uint32_t length_ = 0;
-  bool owned_ = false;
+  bool shared_ = false;  ///< with members that were copied from it, or moved
   Value value_;
 };
 

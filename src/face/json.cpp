@@ -374,6 +374,7 @@ void JsonWriter::keyword(Value const& value) {
 }
 
 void JsonWriter::value(Value const& value, bool masked) {
+  ValueAccess::checkDepth(depth_);
   if (masked && isMasked(value)) return text(secretMask);
   switch (value.kind()) {
     case Kind::nothing:
@@ -479,12 +480,19 @@ class Keys {
   std::set<std::string_view> sorted_;  // a tree: no choice of keys makes it slow
 };
 
+/// Drops what waits from `first` on.
+template <class Item>
+void dropFrom(std::vector<Item>& waiting, std::size_t first) {
+  while (waiting.size() > first) waiting.pop_back();
+}
+
 /// Moves what waits from `first` on to where it belongs, which is made exactly as large as needed.
 template <class Item>
 void moveFrom(std::vector<Item>& waiting, std::size_t first, std::vector<Item>& to) {
-  auto const begin = waiting.begin() + static_cast<std::ptrdiff_t>(first);
-  to.assign(std::make_move_iterator(begin), std::make_move_iterator(waiting.end()));
-  waiting.erase(begin, waiting.end());
+  to.reserve(waiting.size() - first);
+  std::move(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end(),
+            std::back_inserter(to));
+  dropFrom(waiting, first);
 }
 
 bool isDigit(char c) {
@@ -758,7 +766,7 @@ Value JsonReader::object() {
   std::size_t const first = close().first;
   Value record;
   if (takeKeyword(std::span(members_).subspan(first), record)) {
-    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(first), members_.end());
+    dropFrom(members_, first);
     return record;
   }
   ValueAccess::become(record, Kind::record);

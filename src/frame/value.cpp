@@ -3,10 +3,12 @@
 #include "frame/value.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "frame/wipe.hpp"
@@ -84,40 +86,33 @@ Value::Value(std::string_view text, Text_) : kind_(Kind::text) {
   std::construct_at(&content_.text, text);
 }
 
-template <class Other>
-void ValueAccess::fill(Value& value, Other&& other) {
-  switch (value.kind_) {
-    case Kind::nothing:
-    case Kind::flag:
-    case Kind::integer:
-    case Kind::natural:
-    case Kind::real:
-      std::memcpy(static_cast<void*>(&value.content_), &other.content_,
-                  sizeof value.content_.natural);
-      break;
-    case Kind::text:
-    case Kind::keyword:
-      std::construct_at(&value.content_.text, std::forward<Other>(other).content_.text);
-      break;
-    case Kind::list:
-      std::construct_at(&value.content_.items, std::forward<Other>(other).content_.items);
-      break;
-    case Kind::record:
-      std::construct_at(&value.content_.members, std::forward<Other>(other).content_.members);
-      break;
-  }
-}
-
-Value::Value(Value const& other)
-    : kind_(other.kind_), marks_(other.marks_), reserved_(other.reserved_), code_(other.code_) {
-  ValueAccess::fill(*this, other);
+Value::Value(Value const& other) : Value() {
+  ValueAccess::copy(*this, other, 0);
 }
 
 /// What is moved from keeps its kind, empty, and is as secret as before: short texts are copied, so
 /// what is left of one is wiped in the end.
 Value::Value(Value&& other) noexcept
     : kind_(other.kind_), marks_(other.marks_), reserved_(other.reserved_), code_(other.code_) {
-  ValueAccess::fill(*this, std::move(other));
+  switch (kind_) {
+    case Kind::nothing:
+    case Kind::flag:
+    case Kind::integer:
+    case Kind::natural:
+    case Kind::real:
+      std::memcpy(static_cast<void*>(&content_), &other.content_, sizeof content_.natural);
+      break;
+    case Kind::text:
+    case Kind::keyword:
+      std::construct_at(&content_.text, std::move(other.content_.text));
+      break;
+    case Kind::list:
+      std::construct_at(&content_.items, std::move(other.content_.items));
+      break;
+    case Kind::record:
+      std::construct_at(&content_.members, std::move(other.content_.members));
+      break;
+  }
 }
 
 Value& Value::operator=(Value const& other) {
@@ -156,10 +151,8 @@ void Value::destroy() noexcept {
       destroyContent(content_.text);
       break;
     case Kind::list:
-      destroyContent(content_.items);
-      break;
     case Kind::record:
-      destroyContent(content_.members);
+      ValueAccess::release(*this);
       break;
   }
 }
@@ -182,7 +175,7 @@ Value Value::object(std::initializer_list<std::pair<std::string_view, Value>> me
 Value Value::list(std::initializer_list<Value> items) {
   Value list;
   ValueAccess::become(list, Kind::list);
-  list.content_.items.assign(items.begin(), items.end());
+  list.content_.items.all.assign(items.begin(), items.end());
   return list;
 }
 
@@ -258,28 +251,28 @@ std::string_view Value::asText(std::string_view otherwise) const noexcept {
 // What it holds.
 
 std::size_t Value::size() const noexcept {
-  if (kind_ == Kind::list) return content_.items.size();
-  return kind_ == Kind::record ? content_.members.size() : 0;
+  if (kind_ == Kind::list) return content_.items.all.size();
+  return kind_ == Kind::record ? content_.members.all.size() : 0;
 }
 
 Range<Value const> Value::items() const noexcept {
   if (kind_ != Kind::list) return {};
-  return {content_.items.data(), content_.items.size()};
+  return {content_.items.all.data(), content_.items.all.size()};
 }
 
 Range<Value> Value::items() noexcept {
   if (kind_ != Kind::list) return {};
-  return {content_.items.data(), content_.items.size()};
+  return {content_.items.all.data(), content_.items.all.size()};
 }
 
 Range<Member const> Value::members() const noexcept {
   if (kind_ != Kind::record) return {};
-  return {content_.members.data(), content_.members.size()};
+  return {content_.members.all.data(), content_.members.all.size()};
 }
 
 Range<Member> Value::members() noexcept {
   if (kind_ != Kind::record) return {};
-  return {content_.members.data(), content_.members.size()};
+  return {content_.members.all.data(), content_.members.all.size()};
 }
 
 namespace {
@@ -294,7 +287,7 @@ bool isSameName(std::string_view a, std::string_view b) {
 
 Value const* Value::find(std::string_view name) const noexcept {
   if (kind_ != Kind::record) return nullptr;
-  for (Member const& member : content_.members) {
+  for (Member const& member : content_.members.all) {
     if (isSameName(member.name(), name)) return &member.value();
   }
   return nullptr;
@@ -333,10 +326,10 @@ bool nextStep(std::string_view& path, bool isFirst, Step& step) {
   return !step.name.empty();
 }
 
-/// Follows a path as far as `follow` goes; null where it leads nowhere.
+/// Follows a path, or the rest of one, as far as `follow` goes; null where it leads nowhere.
 template <class Any, class Follow>
-Any* walkPath(Any* value, std::string_view path, Follow follow) {
-  for (bool isFirst = true; value != nullptr && !path.empty(); isFirst = false) {
+Any* walkPath(Any* value, std::string_view path, Follow follow, bool isFirst = true) {
+  for (; value != nullptr && !path.empty(); isFirst = false) {
     Step step;
     value = nextStep(path, isFirst, step) ? follow(*value, step) : nullptr;
   }
@@ -385,7 +378,6 @@ bool isPath(std::string_view path) {
 
 Value* makeStep(Value& value, Step const& step) {
   if (value.isNothing()) ValueAccess::become(value, step.isIndex ? Kind::list : Kind::record);
-  if (Value* const there = stepInto(value, step)) return there;
   if (step.isIndex) {
     bool const isNext = value.isList() && step.index == value.size();
     return isNext ? &value.append({}) : nullptr;
@@ -393,22 +385,55 @@ Value* makeStep(Value& value, Step const& step) {
   return value.isRecord() ? &ValueAccess::add(value, step.name) : nullptr;
 }
 
+/// Where a path leads to nothing: how far it goes, the step from there on, and what is behind that.
+struct PathEnd {
+  PathEnd(Value& value, std::string_view path) : last(&value), rest(path) {
+    for (bool isFirst = true;; isFirst = false) {
+      nextStep(rest, isFirst, step);
+      Value* const next = stepInto(*last, step);
+      if (next == nullptr) return;
+      last = next;
+    }
+  }
+
+  Value* last;
+  Step step;
+  std::string_view rest;
+};
+
+/// Puts a value where a step leads to that leads to nothing yet; false, with nothing changed, where
+/// it does not fit.
+bool putBehind(Value& value, Step const& step, Value added) {
+  if (value.isNothing()) {
+    Value made;
+    made.markSecret(value.isSecret());
+    Value* const place = makeStep(made, step);
+    if (place == nullptr) return false;
+    *place = std::move(added);
+    value = std::move(made);
+    return true;
+  }
+  Value* const place = makeStep(value, step);
+  if (place != nullptr) *place = std::move(added);
+  return place != nullptr;
+}
+
 }  // namespace
 
-/// Nothing of it is changed where the path does not fit: it is tried on a copy of what it leads
-/// through only where something has to be made.
+/// What is not there is made apart and put into what is there in the end, so that nothing is
+/// changed by a path that does not fit, or where memory ends.
 Value& Value::set(std::string_view path, Value value) {
   if (!isPath(path)) refusePath(path, "this is no path");
   Value* place = walkPath(this, path, stepInto<Value>);
-  if (place == nullptr) {
-    Value changed = *this;
-    if (walkPath(&changed, path, makeStep) == nullptr) {
-      refusePath(path, "the path leads through something else than a record or a list");
-    }
-    *this = std::move(changed);
-    place = walkPath(this, path, stepInto<Value>);
+  if (place != nullptr) return *place = std::move(value);
+  PathEnd const end(*this, path);
+  Value branch;
+  place = walkPath(&branch, end.rest, makeStep, false);
+  if (place != nullptr) *place = std::move(value);
+  if (place == nullptr || !putBehind(*end.last, end.step, std::move(branch))) {
+    refusePath(path, "the path leads through something else than a record or a list");
   }
-  return *place = std::move(value);
+  return *walkPath(this, path, stepInto<Value>);
 }
 
 Value& Value::add(std::string_view name, Value value) {
@@ -421,13 +446,22 @@ Value& Value::add(std::string_view name, Value value) {
 Value& Value::append(Value value) {
   if (isNothing()) ValueAccess::become(*this, Kind::list);
   if (!isList()) refuseKind(*this, "a list");
-  return content_.items.emplace_back(std::move(value));
+  return content_.items.all.emplace_back(std::move(value));
 }
 
+/// Those behind it move up, names and all: no member takes another's name.
 bool Value::erase(std::string_view name) noexcept {
-  if (kind_ != Kind::record) return false;
-  return std::erase_if(content_.members,
-                       [&](Member const& member) { return member.name() == name; }) != 0;
+  Value const* const found = find(name);
+  if (found == nullptr) return false;
+  std::vector<Member>& all = content_.members.all;
+  std::size_t at = 0;
+  while (&all[at].value() != found) ++at;
+  for (; at + 1 < all.size(); ++at) {
+    std::destroy_at(&all[at]);
+    std::construct_at(&all[at], std::move(all[at + 1]));
+  }
+  all.pop_back();
+  return true;
 }
 
 void Value::markSecret(bool on) noexcept {
@@ -442,20 +476,21 @@ bool isSameNumber(Value const& a, Value const& b) {
   return isNegative ? a.asInteger() == b.asInteger() : a.asNatural() == b.asNatural();
 }
 
+}  // namespace
+
 /// Of as many members. Most records have theirs in the same order, so that none has to be searched.
-bool haveSameMembers(Value const& a, Value const& b) {
+bool ValueAccess::haveSameMembers(Value const& a, Value const& b, std::size_t depth) {
   Member const* beside = b.members().begin();
   return std::all_of(a.members().begin(), a.members().end(), [&](Member const& member) {
     Member const& there = *beside++;
     Value const* const other =
         there.name() == member.name() ? &there.value() : b.find(member.name());
-    return other != nullptr && member.value() == *other;
+    return other != nullptr && isSame(member.value(), *other, depth);
   });
 }
 
-}  // namespace
-
-bool operator==(Value const& a, Value const& b) noexcept {
+bool ValueAccess::isSame(Value const& a, Value const& b, std::size_t depth) {
+  checkDepth(depth);
   if (a.isWhole() && b.isWhole()) return isSameNumber(a, b);
   if (a.kind_ != b.kind_ || a.size() != b.size()) return false;
   switch (a.kind_) {
@@ -468,9 +503,11 @@ bool operator==(Value const& a, Value const& b) noexcept {
     case Kind::keyword:
       return a.code_ == b.code_ && a.isKnown() == b.isKnown() && a.content_.text == b.content_.text;
     case Kind::list:
-      return a.content_.items == b.content_.items;
+      return std::equal(
+          items(a).begin(), items(a).end(), items(b).begin(),
+          [&](Value const& one, Value const& other) { return isSame(one, other, depth + 1); });
     case Kind::record:
-      return haveSameMembers(a, b);
+      return haveSameMembers(a, b, depth + 1);
     case Kind::nothing:
     case Kind::integer:
     case Kind::natural:
@@ -479,52 +516,147 @@ bool operator==(Value const& a, Value const& b) noexcept {
   return true;
 }
 
+bool operator==(Value const& a, Value const& b) {
+  return ValueAccess::isSame(a, b, 0);
+}
+
+// Depths.
+
+void ValueAccess::checkDepth(std::size_t depth) {
+  constexpr std::size_t most = 100;
+  if (depth > most) refuse("the values stand too deep in one another");
+}
+
+void ValueAccess::copy(Value& value, Value const& other, std::size_t depth) {
+  checkDepth(depth);
+  switch (other.kind_) {
+    case Kind::nothing:
+    case Kind::flag:
+    case Kind::integer:
+    case Kind::natural:
+    case Kind::real:
+      std::memcpy(static_cast<void*>(&value.content_), &other.content_,
+                  sizeof other.content_.natural);
+      break;
+    case Kind::text:
+    case Kind::keyword:
+      std::construct_at(&value.content_.text, other.content_.text);
+      break;
+    case Kind::list:
+      become(value, Kind::list);
+      items(value).reserve(other.size());
+      for (Value const& item : items(other)) copy(items(value).emplace_back(), item, depth + 1);
+      break;
+    case Kind::record:
+      become(value, Kind::record);
+      members(value).reserve(other.size());
+      for (Member const& member : members(other)) {
+        Member& added = members(value).emplace_back();
+        name(added, member);
+        copy(added.value_, member.value_, depth + 1);
+      }
+      break;
+  }
+  value.kind_ = other.kind_;
+  value.marks_ = other.marks_;
+  value.code_ = other.code_;
+}
+
+Value* ValueAccess::lastIn(Value& value) noexcept {
+  if (value.size() == 0) return nullptr;
+  return value.isList() ? &items(value).back() : &members(value).back().value_;
+}
+
+void ValueAccess::dropLast(Value& value) noexcept {
+  if (value.isList()) {
+    items(value).pop_back();
+  } else {
+    members(value).pop_back();
+  }
+}
+
+Value*& ValueAccess::above(Value& value) noexcept {
+  return value.isList() ? value.content_.items.above : value.content_.members.above;
+}
+
+/// From the last one back, down into each list and record and up again, so that no depth needs
+/// more stack than another, nor any memory.
+void ValueAccess::release(Value& top) noexcept {
+  Value* at = &top;
+  above(*at) = nullptr;
+  while (at != nullptr) {
+    if (Value* const last = lastIn(*at); last == nullptr) {
+      Value* const holder = above(*at);
+      if (at->isList()) {
+        destroyContent(at->content_.items);
+      } else {
+        destroyContent(at->content_.members);
+      }
+      at->kind_ = Kind::nothing;
+      at = holder;
+      if (at != nullptr) dropLast(*at);
+    } else if (last->isList() || last->isRecord()) {
+      above(*last) = at;
+      at = last;
+    } else {
+      dropLast(*at);
+    }
+  }
+}
+
 // Members.
+
+namespace {
+
+/// A name that belongs to no table stands behind the number of its members.
+using Users = std::atomic<std::size_t>;
+
+char* makeName(std::string_view name) {
+  auto* const block = new char[sizeof(Users) + name.size()];
+  new (block) Users(1);
+  std::memcpy(block + sizeof(Users), name.data(), name.size());
+  return block + sizeof(Users);
+}
+
+char* blockOf(char const* name) {
+  return const_cast<char*>(name) - sizeof(Users);
+}
+
+Users& usersOf(char const* name) {
+  return *std::launder(reinterpret_cast<Users*>(blockOf(name)));
+}
+
+}  // namespace
 
 Member::Member(std::string_view name, Value value) : Member() {
   if (name.size() > std::numeric_limits<std::uint32_t>::max()) refuse("the name is too long");
   if (!name.empty()) {
-    auto* const copy = new char[name.size()];
-    std::memcpy(copy, name.data(), name.size());
-    name_ = copy;
-    owned_ = true;
+    name_ = makeName(name);
+    shared_ = true;
   }
   length_ = static_cast<std::uint32_t>(name.size());
   value_ = std::move(value);
 }
 
-Member::Member(Member const& other) : Member() {
-  if (other.owned_) {
-    *this = Member(other.name(), other.value_);
-    return;
-  }
-  value_ = other.value_;
-  name_ = other.name_;
-  length_ = other.length_;
+Member::Member(Member const& other) : value_(other.value_) {
+  ValueAccess::name(*this, other);
 }
 
-Member::Member(Member&& other) noexcept
-    : name_(std::exchange(other.name_, nullptr)),
-      length_(std::exchange(other.length_, 0)),
-      owned_(std::exchange(other.owned_, false)),
-      value_(std::move(other.value_)) {}
-
-Member& Member::operator=(Member const& other) {
-  if (this != &other) *this = Member(other);
-  return *this;
-}
-
-Member& Member::operator=(Member&& other) noexcept {
-  if (this == &other) return *this;
-  std::swap(name_, other.name_);
-  std::swap(length_, other.length_);
-  std::swap(owned_, other.owned_);
-  value_ = std::move(other.value_);
-  return *this;
+Member::Member(Member&& other) noexcept : value_(std::move(other.value_)) {
+  ValueAccess::name(*this, other);
 }
 
 Member::~Member() {
-  if (owned_) delete[] name_;
+  if (shared_ && usersOf(name_).fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete[] blockOf(name_);
+  }
+}
+
+void ValueAccess::name(Member& member, Member const& other) noexcept {
+  if (other.shared_) usersOf(other.name_).fetch_add(1, std::memory_order_relaxed);
+  member.name_ = other.name_;
+  member.length_ = other.length_;
+  member.shared_ = other.shared_;
 }
 
 // For those who build values.
@@ -580,19 +712,19 @@ void ValueAccess::setText(Value& value, std::string_view text) {
 }
 
 Value& ValueAccess::add(Value& record, std::string_view name) {
-  Member named(name, {});
+  Member const named(name, {});
   Member& member = added(record);
-  member = std::move(named);
+  ValueAccess::name(member, named);
   return member.value_;
 }
 
 /// Records have a dozen members rather than one.
 Member& ValueAccess::added(Value& record) {
-  std::vector<Member>& members = record.content_.members;
-  if (members.size() == members.capacity()) [[unlikely]] {
-    members.reserve(std::max<std::size_t>(16, 2 * members.size()));
+  std::vector<Member>& all = members(record);
+  if (all.size() == all.capacity()) [[unlikely]] {
+    all.reserve(std::max<std::size_t>(16, 2 * all.size()));
   }
-  return members.emplace_back();
+  return all.emplace_back();
 }
 
 }  // namespace detail

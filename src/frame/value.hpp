@@ -4,6 +4,7 @@
 #ifndef KOVRA_FRAME_VALUE_HPP
 #define KOVRA_FRAME_VALUE_HPP
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,10 +18,12 @@ struct ValueAccess {
 
   static std::string& text(Value& value) { return value.content_.text; }
   static std::string const& text(Value const& value) { return value.content_.text; }
-  static std::vector<Value>& items(Value& value) { return value.content_.items; }
-  static std::vector<Value> const& items(Value const& value) { return value.content_.items; }
-  static std::vector<Member>& members(Value& value) { return value.content_.members; }
-  static std::vector<Member> const& members(Value const& value) { return value.content_.members; }
+  static std::vector<Value>& items(Value& value) { return value.content_.items.all; }
+  static std::vector<Value> const& items(Value const& value) { return value.content_.items.all; }
+  static std::vector<Member>& members(Value& value) { return value.content_.members.all; }
+  static std::vector<Member> const& members(Value const& value) {
+    return value.content_.members.all;
+  }
 
   /// The value becomes an empty one of the kind; it is as secret as it was.
   static void become(Value& value, Value::Kind kind);
@@ -36,12 +39,26 @@ struct ValueAccess {
   /// Adds a member to a record that has none of that name.
   static Value& add(Value& record, std::string_view name);
 
-  /// Fills a value of another's kind, which holds nothing yet, with what the other holds.
-  template <class Other>
-  static void fill(Value& value, Other&& other);
+  /// Gives a member that has no name that of another.
+  static void name(Member& member, Member const& other) noexcept;
+
+  /// Throws for what stands too deep to be copied, compared or printed.
+  static void checkDepth(std::size_t depth);
+
+  // What values do with all that is in them. Each knows how deep it is, or asks no stack at all.
+
+  /// Fills one that is nothing with a copy of another.
+  static void copy(Value& value, Value const& other, std::size_t depth);
+  static bool isSame(Value const& a, Value const& b, std::size_t depth);
+  /// Gives back what a list or a record holds; it is nothing afterwards.
+  static void release(Value& top) noexcept;
 
  private:
   static Member& added(Value& record);
+  static bool haveSameMembers(Value const& a, Value const& b, std::size_t depth);
+  static Value* lastIn(Value& value) noexcept;
+  static void dropLast(Value& value) noexcept;
+  static Value*& above(Value& value) noexcept;
 };
 
 }  // namespace Kovra::detail

@@ -331,7 +331,7 @@ TEST(JsonPrint, AnyRealAsShortAsTheOtherLibraryAtLeast) {
 TEST(JsonPrint, DeepValues) {
   Value value = 1;
   Json mirror = 1;
-  for (int i = 0; i < 200; ++i) {
+  for (int i = 0; i < 100; ++i) {
     Value list;
     list.append(std::move(value));
     value = std::move(list);

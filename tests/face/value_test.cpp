@@ -485,6 +485,22 @@ TEST(ValuePath, IsRefusedAndNothingIsChanged) {
   }
 }
 
+TEST(ValuePath, IsMadeInPlace) {
+  Value value = Value::object({{"list", Value::list({"a text that stands on the heap"})}});
+  char const* const text = value.at("list[0]").asText().data();
+  value.set("list[1].made.on[0].the", "way");
+  value.set("other", 1);
+  EXPECT_EQ(value.at("list[0]").asText().data(), text) << "it was copied";
+  EXPECT_EQ(value.at("list[1].made.on[0].the"), Value("way"));
+}
+
+TEST(ValuePath, OfNothingThatIsASecretMakesOne) {
+  Value value = Value::object({{"keys", {}}});
+  value.at("keys").markSecret();
+  value.set("keys[0]", 1);
+  EXPECT_TRUE(value.at("keys").isSecret());
+}
+
 TEST(ValuePath, TakesAPartOfTheValue) {
   Value value = Value::object({{"a", Value::object({{"b", "a text that stands on the heap"}})}});
   value.set("copy[0]", value.at("a.b"));
@@ -676,33 +692,34 @@ TEST(Value, KeepsItsMarksInCopies) {
   EXPECT_FALSE(secret.isSecret());
 }
 
+// Only a member's value changes, whatever is done with it as a whole.
+static_assert(std::is_copy_constructible_v<Member> && std::is_nothrow_move_constructible_v<Member>);
+static_assert(!std::is_copy_assignable_v<Member> && !std::is_move_assignable_v<Member>);
+static_assert(!std::is_swappable_v<Member>);
+static_assert(!std::is_assignable_v<decltype(std::declval<Member&>().name()[0]), char>);
+
 TEST(Member, IsCopiedAndMovedWithItsName) {
-  Member member("a name that stands on the heap", Value::list({1}));
-  Member copy = member;
-  EXPECT_EQ(copy.name(), member.name());
-  EXPECT_NE(copy.name().data(), member.name().data());
-  EXPECT_EQ(copy.value(), Value::list({1}));
-  Member& same = copy;
-  copy = same;
-  copy = std::move(same);
-  EXPECT_EQ(copy.name(), "a name that stands on the heap");
-  Member taken("other", 2);
-  taken = std::move(copy);
-  EXPECT_EQ(taken.name(), "a name that stands on the heap");
-  EXPECT_EQ(taken.value(), Value::list({1}));
-  taken = Member("", 3);
-  EXPECT_EQ(taken.name(), "");
-  member = taken;
-  EXPECT_EQ(member.value(), Value(3));
+  auto member = std::make_unique<Member>("a name that stands on the heap", Value::list({1, "two"}));
+  Member const copy = *member;
+  Member const moved = std::move(*member);
+  EXPECT_EQ(member->name(), "a name that stands on the heap") << "as before";
+  EXPECT_EQ(member->value(), Value::list({}));
+  member.reset();
+  for (Member const& same : {copy, moved}) {
+    EXPECT_EQ(same.name(), "a name that stands on the heap");
+    EXPECT_EQ(same.value(), Value::list({1, "two"}));
+  }
+  EXPECT_EQ(Member("", 3).name(), "");
+  EXPECT_EQ(Member().name(), "");
 }
 
-TEST(Member, TakesAPartOfItself) {
-  Member member("outer", Value::object({{"inner", Value::object({{"innermost", 5}})}}));
-  member = member.value().members()[0];
-  EXPECT_EQ(member.name(), "inner");
-  member = std::move(member.value().members()[0]);
-  EXPECT_EQ(member.name(), "innermost");
-  EXPECT_EQ(member.value(), Value(5));
+TEST(Member, KeepsItsNameInARecordThatIsTakenApart) {
+  Value record = Value::object({{"first", "a text that stands on the heap"}, {"second", 2}});
+  Member const taken = std::move(record.members()[0]);
+  EXPECT_EQ(taken.value(), Value("a text that stands on the heap"));
+  EXPECT_EQ(record, Value::object({{"first", ""}, {"second", 2}}));
+  for (Member& member : record.members()) member.value() = taken.value();
+  EXPECT_EQ(record.at("second"), taken.value());
 }
 
 TEST(Member, OfATableSharesItsName) {
@@ -712,6 +729,58 @@ TEST(Member, OfATableSharesItsName) {
   Value const copy = record;
   EXPECT_EQ(copy.members()[0].name().data(), name.data());
   EXPECT_EQ(copy, Value::object({{"of a table", 1}}));
+}
+
+// Depths.
+
+/// Lists and some records, so many in one another, with a text in the innermost.
+Value nested(int depth) {
+  Value top;
+  Value* at = &top;
+  for (int i = 0; i < depth; ++i) {
+    bool const isRecord = i % 2 == 1 && i < 1000;  // which take more memory
+    at = isRecord ? &at->add("in", {}) : &at->append({});
+  }
+  *at = "a text that stands on the heap";
+  return top;
+}
+
+constexpr char tooDeep[] = "the values stand too deep in one another";
+
+TEST(DeepValue, IsCopiedComparedAndPrintedUpToABound) {
+  Value const deepest = nested(100);
+  Value const copy = deepest;
+  EXPECT_TRUE(copy == deepest);
+  EXPECT_FALSE(copy.toJson().empty());
+  Value const deeper = nested(101);
+  Value const same = nested(101);
+  EXPECT_EQ(refusalOf([&] { Value const other = deeper; }), tooDeep);
+  EXPECT_EQ(refusalOf([&] { (void)(deeper == same); }), tooDeep);
+  EXPECT_EQ(refusalOf([&] { (void)deeper.toJson(); }), tooDeep);
+}
+
+TEST(DeepValue, IsRefusedAndDestroyedAtAnyDepth) {
+  Value value = nested(200'000);  // more than a stack has room for
+  Value other = Value::list({1, nested(50), 2});
+  EXPECT_EQ(refusalOf([&] { other = value; }), tooDeep);
+  EXPECT_EQ(refusalOf([&] { (void)Member("name", value); }), tooDeep);
+  Value const& same = value;
+  EXPECT_EQ(refusalOf([&] { (void)(value == same); }), tooDeep);
+  EXPECT_EQ(refusalOf([&] { (void)value.toJson(2); }), tooDeep);
+  EXPECT_EQ(other, Value::list({1, nested(50), 2})) << "nothing was changed";
+  other.append(std::move(value));
+  EXPECT_EQ(other.size(), 4U);
+}
+
+TEST(DeepValue, IsDestroyedWithAllThatStandsBesideIt) {
+  Value broad;
+  for (int i = 0; i < 50; ++i) {
+    broad.add(std::to_string(i), Value::list({"a text that stands on the heap", nested(i), 5}));
+  }
+  for (int i = 0; i < 50; i += 2) broad.erase(std::to_string(i));
+  EXPECT_EQ(broad.size(), 25U);
+  broad = {};
+  EXPECT_TRUE(broad.isNothing());
 }
 
 // Memory.
@@ -741,7 +810,22 @@ void expectUnchangedWithoutMemory(Change const& change) {
   }
 }
 
+TEST_F(ValueHeap, GivesBackAllThatItHeld) {
+  test::Allocations const allocations;
+  {
+    Value value = nested(1000);
+    Value const other = Value::object({{"first", nested(20)}, {"second", Value::list({{}, {}})}});
+    Value copy = other;
+    copy.erase("first");
+    value.at("[0]") = copy;
+  }
+  EXPECT_GT(allocations.made(), 0U);
+  EXPECT_EQ(allocations.alive(), 0U);
+}
+
 TEST_F(ValueHeap, WithoutMemoryNothingIsChanged) {
+  expectUnchangedWithoutMemory([](Value& v) { v.set("empty.a[0].b", "a longer text than that"); });
+
   expectUnchangedWithoutMemory([](Value& v) { v.set("a[0].b.c[0]", 1); });
   expectUnchangedWithoutMemory([](Value& v) { v.add("a longer name than that", 1); });
   expectUnchangedWithoutMemory([](Value& v) { v.at("cards").append("a longer text than that"); });

@@ -19,6 +19,7 @@
 #include "face/json.hpp"
 #include "face/refusal.hpp"
 #include "face/results.hpp"
+#include "frame/value.hpp"
 #include "frame/wipe.hpp"
 #include "kovra.h"
 #include "kovra.hpp"
@@ -116,16 +117,10 @@ Answer documentAnswer(std::string_view document) {
   return {KOVRA_DONE, json.take()};
 }
 
-void markAll(Value& value) noexcept {
-  value.markSecret();
-  for (Value& item : value.items()) markAll(item);
-  for (Member& member : value.members()) markAll(member.value());
-}
-
 /// What a host gave. All of it is wiped in the end, since there may be secrets anywhere in it.
 struct Given {
   Given() = default;
-  ~Given() { markAll(value); }
+  ~Given() { frame::ValueAccess::markAll(value, true); }
   Given(Given const&) = delete;
   Given& operator=(Given const&) = delete;
 

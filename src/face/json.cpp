@@ -573,6 +573,9 @@ bool takeKeyword(std::span<Member const> members, Value& keyword) {
 
 /// Reads one value. What belongs to lists and objects that are still open waits on two stacks, so
 /// that each of them is made once, as large as it is.
+///
+/// Until the text is taken, all of it counts as a secret: what is left of a text that is refused
+/// nobody has but the reader, and so it is wiped.
 class JsonReader {
  public:
   explicit JsonReader(std::string_view text)
@@ -580,6 +583,9 @@ class JsonReader {
         begin_(text.data() + (text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0)),
         at_(begin_),
         end_(text.data() + text.size()) {}
+  ~JsonReader() { wipeUnescaped(); }
+  JsonReader(JsonReader const&) = delete;
+  JsonReader& operator=(JsonReader const&) = delete;
 
   Value read();
 
@@ -591,6 +597,7 @@ class JsonReader {
   };
 
   Value value();
+  Value unmarked();
   Value list();
   Value object();
   void member(Keys& keys);
@@ -600,6 +607,8 @@ class JsonReader {
   Value real(std::string_view number);
   std::string_view quoted();
   void skipUnescaped();
+  void makeRoom();
+  void wipeUnescaped() { frame::wipe(unescaped_.data(), unescaped_.size()); }
   void appendEscaped();
   char32_t escapedCharacter();
   char32_t escapedUnit();
@@ -698,6 +707,7 @@ Value JsonReader::read() {
   Value whole = value();
   skipBlanks();
   if (at_ != end_) unexpected("something behind the value", "the end of the text");
+  ValueAccess::markAll(whole, false);
   return whole;
 }
 
@@ -707,6 +717,12 @@ Value JsonReader::value() {
     refuse(at_, "more than " + bound + " values in all", "at most " + bound);
   }
   ++values_;
+  Value read = unmarked();
+  read.markSecret();
+  return read;
+}
+
+Value JsonReader::unmarked() {
   if (isAt('{')) return object();
   if (isAt('[')) return list();
   if (isAt('"')) return quoted();
@@ -792,9 +808,11 @@ void JsonReader::member(Keys& keys) {
 
 /// What stands in quotes; there until the next one is read.
 std::string_view JsonReader::quoted() {
+  wipeUnescaped();
   unescaped_.clear();
   char const* piece = ++at_;
   for (skipUnescaped(); *at_ != '"'; skipUnescaped()) {
+    makeRoom();
     unescaped_.append(piece, at_);
     appendEscaped();
     piece = at_;
@@ -815,6 +833,12 @@ void JsonReader::skipUnescaped() {
     if (character.isBroken) unexpected("bytes that are no UTF-8", "UTF-8");
     at_ += character.length;
   }
+}
+
+/// For as much as it can become, once: what grows leaves pieces of it behind. No escape is shorter
+/// than what it stands for, and memory that is not touched costs nothing.
+void JsonReader::makeRoom() {
+  if (unescaped_.capacity() < text_.size()) unescaped_.reserve(text_.size());
 }
 
 void JsonReader::appendEscaped() {

@@ -468,6 +468,12 @@ void Value::markSecret(bool on) noexcept {
   marks_ = static_cast<std::uint8_t>(on ? marks_ | secret : marks_ & ~secret);
 }
 
+void ValueAccess::markAll(Value& value, bool isSecret) noexcept {
+  value.markSecret(isSecret);
+  for (Value& item : value.items()) markAll(item, isSecret);
+  for (Member& member : value.members()) markAll(member.value(), isSecret);
+}
+
 namespace {
 
 bool isSameNumber(Value const& a, Value const& b) {

@@ -39,6 +39,8 @@ struct ValueAccess {
   /// Adds a member to a record that has none of that name.
   static Value& add(Value& record, std::string_view name);
 
+  /// Marks the value and all that is in it, which is no deeper than JSON may be.
+  static void markAll(Value& value, bool isSecret) noexcept;
   /// Gives a member that has no name that of another.
   static void name(Member& member, Member const& other) noexcept;
 

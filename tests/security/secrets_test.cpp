@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "kovra.h"
 #include "kovra.hpp"
 #include "kvxsecactionparser.h"
 #include "kvxsetsecactions.h"
@@ -82,6 +83,46 @@ TEST_F(WipedSecrets, OfTheWriterWithTheNextDocumentOrItsEnd) {
     writer.SetHostAndEncryptXML(out, 2048, s, s, s, s, s, s, s, true, true, true);
     writer.saveJob(out, 2048);
   });
+}
+
+/// Of a text that is refused nobody but the library holds what was read so far.
+TEST_F(WipedSecrets, OfJsonThatIsRefused) {
+  std::string const text = '"' + secret + '"';
+  std::string const longText = '"' + secret + " and more, so that it stands on the heap\"";
+  std::string const escaped = R"("\u0076ery-secret-key and more, so that it stands on the heap")";
+  for (std::string const& value : {text, longText, escaped}) {
+    for (std::string const& json :
+         {value + " x", '[' + value, '[' + value + ",[" + value + ",{\"a\":" + value + "}],x]",
+          "{\"a\":" + value + ",\"a\":1}", "{\"a\":[" + value + "],\"b\":[[" + value + "]],}",
+          "{\"code\":1,\"name\":" + value + ",", "[{\"code\":1,\"name\":" + value + "},x",
+          value.substr(0, value.size() - 1), value.substr(0, value.size() - 1) + "\\x\""}) {
+      expectWiped(json.c_str(), [&] { EXPECT_THROW(Value::fromJson(json), JsonError); });
+      for (char const* const choices : {"", "{}", "[x"}) {
+        expectWiped(json.c_str(), [&] {
+          char* result = nullptr;
+          EXPECT_EQ(kovra_compose("passkey", json.c_str(), choices, &result), KOVRA_REFUSED);
+          kovra_free(result);
+        });
+      }
+    }
+    std::string const record = "{\"other\":" + value + "}";
+    expectWiped("what is read but does not fit", [&] {
+      char* result = nullptr;
+      EXPECT_EQ(kovra_compose("passkey", record.c_str(), "", &result), KOVRA_REFUSED);
+      kovra_free(result);
+    });
+  }
+}
+
+TEST_F(WipedSecrets, OfJsonThatIsTakenAreTheHosts) {
+  std::string const json = "[\"" + secret + R"(","\u0076ery-secret-key",{"code":1,"name":")" +
+                           secret + "\"},{\"a\":\"" + secret + "\"}]";
+  Value value;
+  expectWiped("what is left of the reading", [&] { value = Value::fromJson(json); });
+  EXPECT_EQ(value.at("[1]"), Value(secret));
+  for (char const* const path : {"", "[0]", "[1]", "[2]", "[3]", "[3].a"}) {
+    EXPECT_FALSE(value.at(path).isSecret()) << path;
+  }
 }
 
 TEST(Secrets, StandInNoNoteAndAreMarked) {

@@ -1,5 +1,6 @@
 /// @file
-/// Kovra for C, and for every language that calls C: texts go in, JSON comes out.
+/// Kovra for C, and for every language that calls C: texts go in, JSON comes out. A C compiler has
+/// to know C99, a C++ compiler C++11.
 ///
 /// These functions do what those of kovra.hpp do. Texts are UTF-8 and end with a zero byte, except
 /// for a reply, whose length is given. A null text is an empty one.

@@ -442,8 +442,8 @@ class KOVRA_EXPORT Message {
 
   // Of a message that is written.
 
-  /// Members that always have to be there. Some commands need more: a document says what it lacks by
-  /// its problems, as what is needed may depend on what is chosen.
+  /// Members that always have to be there. Some commands need more: a document says what it lacks
+  /// by its problems, as what is needed may depend on what is chosen.
   std::vector<std::string> required() const;
   std::vector<Choice> choices() const;
   std::string command() const;  ///< the words of a command line that composes it

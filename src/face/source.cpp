@@ -60,6 +60,12 @@ std::string_view declared(std::string_view text) {
   return text.substr(open + 1, close == text.npos ? text.npos : close - open - 1);
 }
 
+/// Where a declaration would stand: at the beginning, or behind what is skipped.
+std::size_t declarationIn(std::string_view text, bool skipsTextBefore) {
+  std::size_t const found = skipsTextBefore ? text.find("<?xml") : text.npos;
+  return found != text.npos ? found : 0;
+}
+
 bool isLatin1(std::string_view name) {
   constexpr std::string_view names[] = {"ISO-8859-1", "ISO8859-1", "ISO_8859-1", "latin1",
                                         "latin-1",    "l1",        "iso-ir-100"};
@@ -137,7 +143,7 @@ void append(std::string& text, char32_t code) {
 
 Source::Source(std::string_view bytes, bool skipsTextBefore)
     : bytes_(bytes), text_(bytes), whole_(bytes) {
-  if (isUnreadable(bytes)) return;
+  if (isUnreadable(bytes, skipsTextBefore)) return;
   if (form_ == Form::utf8 && !isAscii(bytes)) readAsUtf8(skipsTextBefore);
   if (std::size_t const nul = text_.find('\0'); nul != text_.npos) {
     refuse(Unreadable::nul, nul);
@@ -154,9 +160,10 @@ Source::~Source() = default;
 
 /// A declaration counts where it is the first thing that is read.
 void Source::readAsUtf8(bool skipsTextBefore) {
-  std::size_t const begin = skipsTextBefore ? bytes_.find("<?xml") : 0;
-  bool const isMarked = bytes_.substr(0, byteOrderMark.size()) == byteOrderMark;
-  if (!isMarked && begin != bytes_.npos && isLatin1(declared(bytes_.substr(begin)))) {
+  std::size_t const begin = declarationIn(bytes_, skipsTextBefore);
+  bool const isMarked =
+      bytes_.starts_with(byteOrderMark) || bytes_.substr(0, begin).ends_with(byteOrderMark);
+  if (!isMarked && isLatin1(declared(bytes_.substr(begin)))) {
     form_ = Form::latin1;
     convert(form_, bytes_);
   } else if (!isUtf8(bytes_)) {
@@ -170,7 +177,7 @@ void Source::refuse(Unreadable why, std::size_t at) {
 }
 
 /// Text of two bytes a character is read where it says so itself.
-bool Source::isUnreadable(std::string_view bytes) {
+bool Source::isUnreadable(std::string_view bytes, bool skipsTextBefore) {
   if (bytes.substr(0, 2) == "\x1F\x8B") {
     refuse(Unreadable::gzip, 0);
     return true;
@@ -178,8 +185,10 @@ bool Source::isUnreadable(std::string_view bytes) {
   bool const isLittle = bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "<\0"sv;
   bool const isBig = bytes.substr(0, 2) == "\xFE\xFF" || bytes.substr(0, 2) == "\0<"sv;
   if (isLittle || isBig) {
-    std::string const beginning = asciiOf(bytes, isLittle ? 0 : 1);
-    if (!isSame(declared(beginning).substr(0, 6), "UTF-16")) {
+    std::string const ascii = asciiOf(bytes, isLittle ? 0 : 1);
+    std::string_view const beginning = ascii;
+    std::size_t const begin = declarationIn(beginning, skipsTextBefore);
+    if (!isSame(declared(beginning.substr(begin)).substr(0, 6), "UTF-16")) {
       refuse(Unreadable::utf16, 0);
       return true;
     }

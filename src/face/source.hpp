@@ -52,7 +52,7 @@ class Source {
   struct Character;
 
   void refuse(Unreadable why, std::size_t at);
-  bool isUnreadable(std::string_view bytes);
+  bool isUnreadable(std::string_view bytes, bool skipsTextBefore);
   void readAsUtf8(bool skipsTextBefore);
   void skipTextBefore();
   void convert(Form form, std::string_view bytes);

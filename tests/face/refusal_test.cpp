@@ -217,6 +217,45 @@ TEST(Refusal, OfNothingIsOne) {
   EXPECT_EQ(born.root() + born.refusal().id() + born.refusal().message(), "");
 }
 
+/// What a text of that encoding, with a mark in front of all of it, is decoded to: "ssid: notes".
+std::string skippedTo(std::string const& text) {
+  Decoding const decoding = decode(text, {}, ReadOptions().skipTextBefore());
+  if (!decoding) return decoding.refusal().message();
+  std::string told(decoding.readings()[0].record().at("ssid").asText());
+  for (Note const& note : decoding.notes()) {
+    told += "; " + note.id() + ' ' + std::to_string(note.endOffset());
+  }
+  return told;
+}
+
+TEST(Skipping, KnowsAByteOrderMark) {
+  std::string const mark = "\xEF\xBB\xBF";
+  std::string const reply = "<get_wireless_status><ssid>Caf\xC3\xA9</ssid></get_wireless_status>";
+  std::string const latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
+  EXPECT_EQ(skippedTo(mark + reply), "Caf\xC3\xA9");
+  EXPECT_EQ(skippedTo(mark + " \n" + reply), "Caf\xC3\xA9");
+  EXPECT_EQ(skippedTo(mark + "> x\n" + reply), "Caf\xC3\xA9; K109 7");
+  EXPECT_EQ(skippedTo("> x\n" + mark + reply), "Caf\xC3\xA9; K109 7");
+  EXPECT_EQ(skippedTo(mark + "> x\n" + latin + reply), "Caf\xC3\xA9; K109 7") << "UTF-8 it is";
+  EXPECT_EQ(skippedTo("> x\n" + mark + latin + reply), "Caf\xC3\xA9; K109 7") << "and here";
+  EXPECT_EQ(skippedTo("> x\n" + latin + reply), "Caf\xC3\x83\xC2\xA9; K109 4");
+  std::string const wide =
+      "<?xml version=\"1.0\" encoding=\"UTF-16\"?>"
+      "<get_wireless_status><ssid>Cafe</ssid></get_wireless_status>";
+  for (std::string const before : {"", "> x\n"}) {
+    std::string little = "\xFF\xFE";
+    std::string big = "\xFE\xFF";
+    for (char const c : before + wide) {
+      little += std::string{c, '\0'};
+      big += std::string{'\0', c};
+    }
+    std::string const told = before.empty() ? "Cafe" : "Cafe; K109 10";
+    EXPECT_EQ(skippedTo(little), told);
+    EXPECT_EQ(skippedTo(big), told);
+    EXPECT_EQ(decode(little).refusal().id(), before.empty() ? "" : "K004");
+  }
+}
+
 TEST(Refusal, OfTextBeforeTheDocumentTellsWhereThatBegins) {
   std::string const reply = "<get_general_status><error>5</error></get_general_status>";
   Decoding const refused = decode("printer> status\n" + reply);

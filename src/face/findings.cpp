@@ -336,6 +336,8 @@ std::string ofElement(Remarked what, FindingData const& finding) {
     case Remarked::repeatedElement:
       return "for the second time" +
              (finding.found.empty() ? "" : ", overwrites " + quoted(finding.found));
+    case Remarked::textBehind:
+      return "a further document, not looked at";
     case Remarked::emptyElement:
       return "empty, not read";
     case Remarked::noAttribute:

@@ -11,6 +11,7 @@
 #include <tuple>
 #include <utility>
 
+#include "face/catalogue.hpp"
 #include "frame/places.hpp"
 
 namespace Kovra {
@@ -143,6 +144,7 @@ class Survey {
   std::string pathOf(Index element) const;
 
   void add(Remark remark, Index element, std::size_t begin, std::size_t end);
+  bool isFurtherDocument(Index node) const;
   void addUnusedNode(Index node);
   void addUnusedAttributes(Index element);
   void addPiece(Remarked what, std::size_t begin, std::size_t end);
@@ -153,6 +155,7 @@ class Survey {
   Details details_;
   frame::Reply reply_;
   std::vector<Index> parents_;
+  Index firstRead_ = Finding::nowhere;
   std::vector<bool> lost_;  ///< nodes of which a finding tells, with all below them
   std::vector<Finding> findings_;
   std::size_t unlisted_ = 0;
@@ -174,6 +177,9 @@ Survey::Survey(Source const& source, Usage const& usage)
     }
   }
   lost_.resize(count);
+  Element read = firstElement(tree());
+  while (read && stateOf(read.index()) == Usage::unused) read = read.nextSibling();
+  if (read) firstRead_ = read.index();
 }
 
 void Survey::add(Remark remark, Index element, std::size_t begin, std::size_t end) {
@@ -211,12 +217,19 @@ void Survey::addUnused() {
   }
 }
 
+/// Does it stand behind a document that was read, by a name of which there are replies?
+bool Survey::isFurtherDocument(Index node) const {
+  return node > firstRead_ && parents_[node] == Finding::nowhere &&
+         !repliesOf(Element(tree(), node).name()).empty();
+}
+
 void Survey::addUnusedNode(Index node) {
   Node const& content = tree().node(node);
   Usage::State const state = stateOf(node);
   lost_[node] = state == Usage::told || (state == Usage::unused && isContent(tree(), content));
   Remark remark;
   if (isElement(node)) {
+    if (isFurtherDocument(node)) remark.what = Remarked::textBehind;
     if (state == Usage::unused) add(remark, node, beginOf(node), endOf(node));
     if (!lost_[node]) addUnusedAttributes(node);
   } else if (lost_[node]) {

@@ -561,6 +561,26 @@ TEST(Notes, TellOfWhatStandsBehindTheDocument) {
             Texts{"3:1 <other>: unknown element, skipped"});
 }
 
+TEST(Notes, TellOfAFurtherDocument) {
+  std::string const text = "<get_job_list/>\n" + status("<error>5</error>") + '\n' +
+                           status("<error>6</error>") + "<get_job_list/>";
+  auto const toldAs = [&](char const* as) {
+    Texts all;
+    for (Note const& note : decode(text, as).notes()) all.push_back(told(note));
+    return all;
+  };
+  std::string const status = "4:1 <get_general_status>: a further document, not looked at";
+  std::string const list = "5:38 <get_job_list>: a further document, not looked at";
+  EXPECT_EQ(toldAs("general-status"),
+            (Texts{"1:1 <get_job_list>: unknown element, skipped", status, list}))
+      << "the first one stands in front";
+  EXPECT_EQ(toldAs(""), (Texts{status, list})) << "one of each is read";
+  std::vector<Note> const notes = notesOf(text);
+  ASSERT_EQ(notes.size(), 2U);
+  EXPECT_EQ(notes[0].id(), "K108");
+  EXPECT_EQ(notes[0].path(), "/get_general_status");
+}
+
 TEST(Notes, TellOfSurplusEntriesOnce) {
   std::vector<Note> const notes =
       notesOf("<get_job_list>" + repeated("<job><x/></job>", 128) +

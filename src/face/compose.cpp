@@ -76,34 +76,56 @@ bool choose(ChoiceRow const& choice, Value const& value, long& chosen, Problems&
   return result == Assigned::done;
 }
 
-void chooseOne(std::span<ChoiceRow const> choices, Kovra::Member const& member, Choosing& choosing,
-               Problems& problems) {
-  if (isSameChoice(zeroMissing.name, member.name())) {
-    choose(zeroMissing, member.value(), choosing.isZeroMissing, problems);
-    return;
+/// The choices of one document, those that were made among them.
+class Choices {
+ public:
+  Choices(std::span<ChoiceRow const> rows, Choosing& choosing, Problems& problems)
+      : rows_(rows), choosing_(choosing), problems_(problems), isMade_(rows.size() + 1) {
+    choosing.chosen.assign(rows.size(), 0);
   }
-  auto const choice = std::find_if(choices.begin(), choices.end(), [&](ChoiceRow const& known) {
-    return isSameChoice(known.name, member.name());
-  });
-  if (choice == choices.end()) {
-    refuse(problems, member.name(), "an unknown choice", "one that this document has");
-  } else {
-    auto const index = static_cast<std::size_t>(choice - choices.begin());
-    choose(*choice, member.value(), choosing.chosen[index], problems);
+
+  void make(Kovra::Member const& member) {
+    if (isSameChoice(zeroMissing.name, member.name())) {
+      make(zeroMissing, rows_.size(), member, choosing_.isZeroMissing);
+      return;
+    }
+    auto const row = std::find_if(rows_.begin(), rows_.end(), [&](ChoiceRow const& known) {
+      return isSameChoice(known.name, member.name());
+    });
+    if (row == rows_.end()) {
+      refuse(problems_, member.name(), "an unknown choice", "one that this document has");
+    } else {
+      auto const index = static_cast<std::size_t>(row - rows_.begin());
+      make(*row, index, member, choosing_.chosen[index]);
+    }
   }
-}
+
+ private:
+  /// A choice has two spellings, so that it may be there twice.
+  void make(ChoiceRow const& row, std::size_t index, Kovra::Member const& member, long& chosen) {
+    if (isMade_[index]) {
+      refuse(problems_, member.name(), "a choice for the second time", "each choice once");
+    } else {
+      choose(row, member.value(), chosen, problems_);
+    }
+    isMade_[index] = true;
+  }
+
+  std::span<ChoiceRow const> rows_;
+  Choosing& choosing_;
+  Problems& problems_;
+  std::vector<bool> isMade_;
+};
 
 /// What of the message's choices is chosen. A choice that it does not have is a problem, and so is
 /// a value that one does not take.
 Choosing choose(std::span<ChoiceRow const> choices, Value const& value, Problems& problems) {
   Choosing choosing;
-  choosing.chosen.assign(choices.size(), 0);
+  Choices all(choices, choosing, problems);
   if (!value.isRecord() && !value.isNothing()) {
     refuse(problems, "", described(value), "an object with choices");
   }
-  for (Kovra::Member const& member : value.members()) {
-    chooseOne(choices, member, choosing, problems);
-  }
+  for (Kovra::Member const& member : value.members()) all.make(member);
   return choosing;
 }
 

@@ -158,6 +158,17 @@ TEST(ComposeConfiguration, TellsAllProblemsInTheOrderOfTheRecord) {
 }
 
 // A member that was forgotten would be set to zero.
+TEST(ComposeConfiguration, TakesAChoiceOnce) {
+  Composition const composition = compose("configuration", Value::object(),
+                                          Value::object({{"sections", Value::list({"wireless"})},
+                                                         {"zero-missing", true},
+                                                         {"zero_missing", false},
+                                                         {"card", 1}}));
+  ASSERT_EQ(composition.problems().size(), 1U);
+  EXPECT_EQ(composition.problems()[0].message(),
+            "zero_missing: found a choice for the second time; expected each choice once");
+}
+
 TEST(ComposeConfiguration, NeedsTheMembersOfTheChosenSections) {
   Value record = recordOf(sample("full.xml"));
   ASSERT_TRUE(record.erase("standby_timeout"));

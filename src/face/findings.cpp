@@ -341,7 +341,8 @@ std::string ofElement(Remarked what, FindingData const& finding) {
     case Remarked::emptyElement:
       return "empty, not read";
     case Remarked::noAttribute:
-      return "no number in attribute " + quoted(joined(finding.expected)) + ", not read";
+      return "no number in attribute " + quoted(joined(finding.expected)) +
+             (finding.found.empty() ? "" : ", found " + quoted(finding.found)) + ", not read";
     case Remarked::surplusEntries:
       return "more than " + finding.kept + (finding.kept == "1" ? " entry" : " entries") + ", " +
              (finding.count == 1 ? "one" : std::to_string(finding.count)) + " skipped";

@@ -48,12 +48,18 @@ bool isWhole(char const* text, char const* end) {
   return end != text && end[std::strspn(end, " \t\r\n")] == '\0';
 }
 
+/// Is it of no form that only the conversion knows? "nan", "infinity", "0x10"
+bool isDecimal(char const* text, char const* end) {
+  constexpr std::string_view allowed = "0123456789+-.eE \t\r\n\v\f";
+  return std::string_view(text, end).find_first_not_of(allowed) == allowed.npos;
+}
+
 /// `text` is that of the element, or of an attribute of it.
 void reportReal(Observer& observer, Element element, char const* text, float value) {
   char* end = nullptr;
   errno = 0;
   double const sent = std::strtod(text, &end);
-  if (!isWhole(text, end)) {
+  if (!isWhole(text, end) || !isDecimal(text, end)) {
     observer.notANumber(element, "a decimal number", text);
   } else if (errno == ERANGE || (std::isfinite(sent) && !std::isfinite(value))) {
     observer.changedNumber(element, std::to_string(value), text);
@@ -112,7 +118,7 @@ void reportNumber(Observer& observer, std::string_view name, Element element, ch
 template <class Number>
 void reportAttribute(Observer& observer, std::string_view name, Element element,
                      char const* attribute, bool read, Number value) {
-  if (!read) return observer.noAttribute(element, attribute);
+  if (!read) return observer.noAttribute(element, attribute, element.attribute(attribute));
   reportNumber(observer, name, element, element.attribute(attribute), value);
 }
 
@@ -440,6 +446,9 @@ bool isPlainAddress(char const* text) {
 /// Are there six fields, and nothing behind them?
 bool isWholeAddress(char const* text) {
   if (isPlainAddress(text)) return true;
+  // The conversion also takes signs, blanks and "0x" for parts of a field.
+  std::string_view const all = text;
+  if (all.find_first_not_of("0123456789abcdefABCDEF:") != all.npos) return false;
   std::array<unsigned int, std::extent_v<AddressKind::Address>> bytes{};
   int end = 0;
   int const fields = std::sscanf(text, "%02x:%02x:%02x:%02x:%02x:%02x%n", &bytes[0], &bytes[1],

@@ -151,11 +151,13 @@ void Observer::emptyElement(Element element) {
 }
 
 /// Of several attributes that an element lacks one remark tells.
-void Observer::noAttribute(Element element, std::string_view attribute) {
+void Observer::noAttribute(Element element, std::string_view attribute, char const* found) {
   bool const another = !remarks_.empty() && remarks_.back().index == element.index() &&
                        remarks_.back().what == Remarked::noAttribute;
   Remark* const remark = another ? &remarks_.back() : add(Remarked::noAttribute, element);
-  if (remark != nullptr) remark->expected.emplace_back(attribute);
+  if (remark == nullptr) return;
+  remark->expected.emplace_back(attribute);
+  if (found != nullptr) remark->found += (remark->found.empty() ? "" : ", ") + std::string(found);
 }
 
 void Observer::surplusEntry(Element list, Element element, std::size_t capacity) {

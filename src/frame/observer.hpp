@@ -93,7 +93,8 @@ class Observer {
   /// What a reading makes of a text is another one.
   void alteredText(Element element, std::string_view kept);
   void emptyElement(Element element);
-  void noAttribute(Element element, std::string_view attribute);
+  /// It lacks an attribute, or there is no number in it; `found` is null where there is none.
+  void noAttribute(Element element, std::string_view attribute, char const* found);
   /// The list of that many entries is full; of all that follow one remark tells.
   void surplusEntry(Element list, Element element, std::size_t capacity);
 

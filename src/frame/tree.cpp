@@ -61,6 +61,15 @@ char const* Element::attribute(std::string_view name) const {
   return nullptr;
 }
 
+bool Element::holdsText() const {
+  if (tree_ == nullptr || !node().hasChild) return false;
+  for (std::uint32_t child = index_ + 1; child != 0; child = tree_->node(child).next) {
+    NodeKind const kind = tree_->node(child).kind;
+    if (kind == NodeKind::text || kind == NodeKind::cdata) return true;
+  }
+  return false;
+}
+
 Element firstElement(Tree const& tree) {
   return tree.nodes().empty() ? Element() : Element(tree, 0).elementFrom(0);
 }

@@ -224,6 +224,9 @@ class Element {
     return tree_->terminated(tree_->node(index_ + 1).value);
   }
 
+  /// Is there a text among its children? If nobody reads it, that is told by itself.
+  bool holdsText() const;
+
   /// The value of an attribute; null when the element lacks it, or when there is no element.
   char const* attribute(std::string_view name) const;
 

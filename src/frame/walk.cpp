@@ -134,7 +134,7 @@ bool walkRows(Element element, Rows rows, void* record, Watch const& watch) {
 
 bool readBelow(Element element, Rows rows, void* record, Watch const& watch) {
   remark(watch, [&](Observer& observer) {
-    if (!element.firstChild()) observer.emptyElement(element);
+    if (!element.firstChild() && !element.holdsText()) observer.emptyElement(element);
   });
   return walkRows(element, rows, record, watch);
 }

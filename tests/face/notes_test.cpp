@@ -251,10 +251,10 @@ std::vector<Noted> const noted = {
     {"<get_sensor_status><doors>\n<head_open reading=\"x\"/></doors></get_sensor_status>",
      "no_attribute",
      "head_open",
-     "",
+     "x",
      "",
      {"reading"},
-     "<head_open>: no number in attribute \"reading\", not read"},
+     "<head_open>: no number in attribute \"reading\", found \"x\", not read"},
     // Lists that are full.
     {"<get_log_cleaning_history>" + repeated("<cleaning/>", 32) +
          "\n<cleaning/></get_log_cleaning_history>",
@@ -303,6 +303,49 @@ TEST(Notes, AreNotMadeOfWhatIsReadWhole) {
             "</get_log_cleaning_history>"}) {
     EXPECT_EQ(toldOf(reply), Texts{}) << reply;
   }
+}
+
+TEST(Notes, TellWhatStandsInAttributesThatAreNoNumbers) {
+  EXPECT_EQ(
+      toldOf(settings("<lcd_contrast min='x' max='y'>0</lcd_contrast>")),
+      Texts{"2:1 <lcd_contrast>: no number in attribute \"min, max\", found \"x, y\", not read"});
+  EXPECT_EQ(
+      toldOf(settings("<lcd_contrast max='y'>0</lcd_contrast>")),
+      Texts{"2:1 <lcd_contrast>: no number in attribute \"min, max\", found \"y\", not read"});
+}
+
+TEST(Notes, TellOnceOfATextWhereElementsAreRead) {
+  EXPECT_EQ(toldOf("<keys><set>\nTEXT</set></keys>"),
+            Texts{"2:1 <set>: text \"TEXT\" is not read"});
+  EXPECT_EQ(toldOf("<configuration>\n<wireless>Office</wireless></configuration>"),
+            Texts{"2:11 <wireless>: text \"Office\" is not read"});
+  EXPECT_EQ(toldOf("<configuration>\n<wireless><!-- none --></wireless></configuration>"),
+            Texts{"2:1 <wireless>: empty, not read"});
+  EXPECT_EQ(toldOf("<configuration>\n<wireless><!-- none -->x</wireless></configuration>"),
+            Texts{"2:24 <wireless>: text \"x\" is not read"});
+}
+
+TEST(Notes, TellOfNumbersThatOnlyTheConversionTakes) {
+  auto const voltage = [](std::string const& text) {
+    return toldOf("<get_sensor_status><sensor_values>\n<voltage_24>" + text +
+                  "</voltage_24></sensor_values></get_sensor_status>");
+  };
+  for (std::string const text : {"nan", "inf", "-Infinity", "0x10", "0x1p3", "nan(1)"}) {
+    EXPECT_EQ(voltage(text), Texts{"2:1 <voltage_24>: \"" + text + "\" is not a decimal number"});
+  }
+  for (char const* const text : {"1", "-1.5", "+1.5", "1e2", "1.5E-2", ".5", "5."}) {
+    EXPECT_EQ(voltage(text), Texts{}) << text;
+  }
+  auto const hardware = [](std::string const& text) {
+    return toldOf(settings("<physical_address>" + text + "</physical_address>"));
+  };
+  for (std::string const text :
+       {"-1:00:5e:aa:0b:0c", "+1:00:5e:aa:0b:0c", "0x:00:5e:aa:0b:0c", "02: 0:5e:aa:0b:0c"}) {
+    EXPECT_EQ(hardware(text), Texts{"2:1 <physical_address>: \"" + text +
+                                    "\" is not six hexadecimal bytes with colons between them"});
+  }
+  EXPECT_EQ(hardware("2:0:5e:aa:b:c"), Texts{});
+  EXPECT_EQ(hardware("02:00:5E:AA:0B:0C"), Texts{});
 }
 
 TEST(Notes, OfOneElementMayBeSeveral) {

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "frame/tree.hpp"
+#include "frame/utf8.hpp"
 #include "frame/wipe.hpp"
 
 namespace Kovra {
@@ -94,49 +95,14 @@ struct Source::Character {
 
 namespace {
 
-/// How many bytes at the beginning are a character of UTF-8; 0 for none.
-std::size_t goodLength(std::string_view text) {
-  unsigned char const first = byteAt(text, 0);
-  if (first < 0x80) return 1;
-  std::size_t const length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  if (length == 0 || first > 0xF4 || length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byteAt(text, i) & 0xC0U) != 0x80) return 0;
-  }
-  unsigned char const second = byteAt(text, 1);
-  bool const isOverlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-  bool const isBeyond = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
-  return isOverlong || isBeyond ? 0 : length;
-}
-
 bool isUtf8(std::string_view text) {
-  while (!text.empty()) {
-    std::size_t const length = goodLength(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
+  char const* const end = text.data() + text.size();
+  for (char const* at = text.data(); at != end;) {
+    frame::Utf8Character const character = frame::characterAt(at, end);
+    if (character.isBroken) return false;
+    at += character.length;
   }
   return true;
-}
-
-void append(std::string& text, char32_t code) {
-  auto const put = [&](char32_t byte) {
-    text += static_cast<char>(static_cast<unsigned char>(byte));
-  };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0U | code >> 6U);
-    put(0x80U | (code & 0x3FU));
-  } else if (code < 0x10000) {
-    put(0xE0U | code >> 12U);
-    put(0x80U | (code >> 6U & 0x3FU));
-    put(0x80U | (code & 0x3FU));
-  } else {
-    put(0xF0U | code >> 18U);
-    put(0x80U | (code >> 12U & 0x3FU));
-    put(0x80U | (code >> 6U & 0x3FU));
-    put(0x80U | (code & 0x3FU));
-  }
 }
 
 }  // namespace
@@ -222,9 +188,11 @@ Source::Character Source::next(std::string_view bytes, std::size_t at) const {
     case Form::latin1:
       return {1, byteAt(bytes, at), true};
     case Form::utf8: {
-      std::size_t const length = goodLength(bytes.substr(at));
-      if (length == 0) return {1, 0, false};
-      return {length, length == 1 ? byteAt(bytes, at) : char32_t{1}, true};
+      auto const [code, length, isBroken] =
+          frame::characterAt(bytes.data() + at, bytes.data() + bytes.size());
+      // Each byte that is no character is replaced by itself.
+      if (isBroken) return {1, 0, false};
+      return {length, code, true};
     }
     case Form::utf16Little:
     case Form::utf16Big:
@@ -265,7 +233,7 @@ void Source::convert(Form form, std::string_view bytes) {
     } else if (form == Form::utf8) {
       converted += bytes.substr(at, character.length);
     } else {
-      append(converted, character.code);
+      frame::appendUtf8(character.code, converted);
     }
     at += character.length;
   }
@@ -287,7 +255,7 @@ std::size_t Source::offsetInBytes(std::size_t offset) const {
     } else if (form_ == Form::utf8) {
       scratch = bytes_.substr(anchor.inBytes, character.length);
     } else {
-      append(scratch, character.code);
+      frame::appendUtf8(character.code, scratch);
     }
     anchor.inText += scratch.size();
     anchor.inBytes += character.length;

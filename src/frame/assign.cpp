@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "frame/utf8.hpp"
+
 namespace Kovra::frame {
 
 namespace {
@@ -14,26 +16,6 @@ constexpr char aNumber[] = "a number";
 /// Why a text can stand in no document, or nothing.
 enum class Unfit { no, utf8, character };
 
-/// What a character's first byte says: how many bytes it has, which bits of this one are its, and
-/// the least code that needs so many.
-struct Lead {
-  std::size_t length;
-  unsigned char payload;
-  char32_t least;
-};
-
-constexpr Lead leadOf(unsigned char first) {
-  if (first < 0x80) return {1, 0x7f, 0};
-  if ((first & 0xe0U) == 0xc0) return {2, 0x1f, 0x80};
-  if ((first & 0xf0U) == 0xe0) return {3, 0x0f, 0x800};
-  if ((first & 0xf8U) == 0xf0) return {4, 0x07, 0x10000};
-  return {0, 0, 0};
-}
-
-constexpr bool isInUnicode(char32_t code) {
-  return code <= 0x10ffff && (code < 0xd800 || code > 0xdfff);
-}
-
 /// Of control characters XML has tabs and line ends alone.
 constexpr bool isInXml(char32_t code) {
   return code >= 0x20 ? code != 0xfffe && code != 0xffff
@@ -41,19 +23,12 @@ constexpr bool isInXml(char32_t code) {
 }
 
 Unfit unfitIn(std::string_view text) {
-  while (!text.empty()) {
-    auto const first = static_cast<unsigned char>(text.front());
-    Lead const lead = leadOf(first);
-    if (lead.length == 0 || lead.length > text.size()) return Unfit::utf8;
-    char32_t code = first & lead.payload;
-    for (char const next : text.substr(1, lead.length - 1)) {
-      auto const byte = static_cast<unsigned char>(next);
-      if ((byte & 0xc0U) != 0x80) return Unfit::utf8;
-      code = (code << 6U) | (byte & 0x3fU);
-    }
-    if (code < lead.least || !isInUnicode(code)) return Unfit::utf8;
-    if (!isInXml(code)) return Unfit::character;
-    text.remove_prefix(lead.length);
+  char const* const end = text.data() + text.size();
+  for (char const* at = text.data(); at != end;) {
+    Utf8Character const character = characterAt(at, end);
+    if (character.isBroken) return Unfit::utf8;
+    if (!isInXml(character.code)) return Unfit::character;
+    at += character.length;
   }
   return Unfit::no;
 }

@@ -33,6 +33,10 @@ printf '<get_general_status><b><![CDATA[</get_general_status>%s]]></b></get_gene
 printf '<get_general_status><!-- </get_general_status> --><b c="/>"/></get_general_status>%s' \
   "$reply" >in && streamed "1+ 2+"
 
+# A root that is an element of another reply as well.
+printf '<secure_action_request><action name="x"/></secure_action_request>%s' "$reply" >in &&
+  streamed "1+ 2+"
+
 # Broken ones: cut anywhere, followed by one with or without a declaration.
 for ((length = 1; length < ${#reply}; ++length)); do
   printf '%s%s%s' "${reply:0:length}" "$declaration$reply" "$reply" >in && streamed "1- 2+ 3+"

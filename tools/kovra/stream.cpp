@@ -67,11 +67,12 @@ Answer declarationStands(std::string_view bytes, std::size_t at) {
 void addNames(std::vector<MemberDescription> const& members, std::set<std::string>& names) {
   for (MemberDescription const& member : members) {
     for (std::string const& element : member.elements()) {
-      for (std::size_t at = 0; at != npos + 1;) {
+      std::size_t at = 0;
+      do {
         std::size_t const slash = element.find('/', at);
         names.insert(element.substr(at, slash - at));
         at = slash + 1;
-      }
+      } while (at != npos + 1);  // which is 0
     }
     addNames(member.members(), names);
   }

@@ -104,7 +104,8 @@ knows json.md "$(codeOfMarkdown "$docs/json.md" | sed 's/\bK[01][0-9][0-9]\b//g'
   skipped='of a sentence' zero_missing='a choice' \
   KIND='stands for one' null='of JSON' -r='of jq' -s='of jq' \
   samples='a folder' select='of jq' tsv='of jq'
-knows kovra.1 "$(codeOfMan "$docs/man/kovra.1")" COMMAND='stands for one'
+# Other pages are named after the commands.
+knows kovra.1 "$(codeOfMan "$docs/man/kovra.1" | sed 's/kovra-\([a-z]*\)/\1/g')" COMMAND='stands for one'
 
 # tells WHAT CODE WORD...: each of the words is in the code.
 tells() {

@@ -70,7 +70,8 @@ bool isPipe(int descriptor) {
 /// Where the data goes.
 class Output {
  public:
-  void openFile(std::string const& path);
+  /// A private file is for the user alone, whatever it was before.
+  void openFile(std::string const& path, bool isPrivate = false);
   void print(std::string_view data) {
     pending_ += data;
     if (pending_.size() >= enough) flush();
@@ -80,7 +81,7 @@ class Output {
   void drop();
 
  private:
-  void openBeside(std::string const& path, struct stat const* old);
+  void openBeside(std::string const& path, mode_t mode);
   std::string_view portion(std::string_view data);
   [[noreturn]] void failed(int reason);
 
@@ -99,28 +100,34 @@ Output& output() {
   return only;
 }
 
-void Output::openFile(std::string const& path) {
+/// What a new file of this process may have.
+mode_t usualMode() {
+  mode_t const mask = ::umask(0);
+  ::umask(mask);
+  return 0666U & ~mask;
+}
+
+void Output::openFile(std::string const& path, bool isPrivate) {
   name_ = path;
   path_ = resolved(path);
   isFile_ = true;
   struct stat old {};
   bool const isThere = ::stat(path_.c_str(), &old) == 0;
-  if (!isThere || S_ISREG(old.st_mode)) return openBeside(path_, isThere ? &old : nullptr);
+  if (!isThere || S_ISREG(old.st_mode)) {
+    mode_t const usual = isThere ? old.st_mode & 07777U : usualMode();
+    return openBeside(path_, isPrivate ? 0600U : usual);
+  }
   descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
   if (descriptor_ < 0) fail(name_, errno);
 }
 
-void Output::openBeside(std::string const& path, struct stat const* old) {
+void Output::openBeside(std::string const& path, mode_t mode) {
   std::string temporary = path + ".XXXXXX";
   descriptor_ = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (descriptor_ < 0) fail(name_, errno);
   rememberUnfinished(temporary);
   temporary_ = temporary;
-  mode_t const mask = ::umask(0);
-  ::umask(mask);
-  if (::fchmod(descriptor_, old != nullptr ? old->st_mode & 07777U : 0666U & ~mask) != 0) {
-    failed(errno);
-  }
+  if (::fchmod(descriptor_, mode) != 0) failed(errno);
 }
 
 /// As much as goes out at once: of lines into a pipe only whole ones that nobody else's can divide.
@@ -219,6 +226,13 @@ void complain(std::string_view line) {
 void writeWhole(std::string const& path, std::string_view data) {
   Output file;
   file.openFile(path);
+  file.print(data);
+  file.close();
+}
+
+void writePrivate(std::string const& path, std::string_view data) {
+  Output file;
+  file.openFile(path, true);
   file.print(data);
   file.close();
 }

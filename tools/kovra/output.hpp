@@ -44,6 +44,9 @@ void complain(std::string_view line);
 /// Writes a file of its own, whole or not at all. Throws an OutputFailure.
 void writeWhole(std::string const& path, std::string_view data);
 
+/// The same; nobody else may read the file.
+void writePrivate(std::string const& path, std::string_view data);
+
 /// Before anything else: how the tool is to end when nobody reads its output.
 void expectBrokenPipes();
 

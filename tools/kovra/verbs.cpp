@@ -3,6 +3,7 @@
 #include "compose.hpp"
 #include "decode.hpp"
 #include "listing.hpp"
+#include "redact.hpp"
 
 namespace Kovra::tool {
 
@@ -10,6 +11,7 @@ std::vector<Verb> const& verbs() {
   static std::vector<Verb> const all = {
       {"decode", "Show what printers' replies say", addDecode},
       {"compose", "Make documents that the printer accepts from records", addCompose},
+      {"redact", "Copy replies without what tells whose they are", addRedact},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
   };

@@ -1,0 +1,17 @@
+/// @file
+/// `kovra redact`: copies of replies that may be sent on.
+
+#ifndef KOVRA_TOOL_REDACT_HPP
+#define KOVRA_TOOL_REDACT_HPP
+
+#include <CLI/CLI.hpp>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+void addRedact(CLI::App& command, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

@@ -51,7 +51,9 @@ bool isMasked(Value const& value, Secrets secrets) {
   return secrets == Secrets::masked && value.isSecret() && isSingle;
 }
 
-/// What stands beside the name. Entries of lists and members of records have rows of their own.
+}  // namespace
+
+// Entries of lists and members of records have rows of their own.
 std::string cell(Value const& value, Secrets secrets) {
   if (isMasked(value, secrets)) return mask;
   switch (value.kind()) {
@@ -76,6 +78,8 @@ std::string cell(Value const& value, Secrets secrets) {
   }
   return {};
 }
+
+namespace {
 
 void addRow(Rows& rows, std::size_t depth, std::string_view name, Value const& value,
             Secrets secrets) {

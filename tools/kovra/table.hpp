@@ -19,6 +19,10 @@ std::string table(Reading const& reading, std::string_view root, Secrets secrets
 /// A row for each member of a record, and for all below it.
 std::string rows(Value const& record, Secrets secrets);
 
+/// A single value in a row: a keyword as "idle (2)", a natural as people read it. Empty for a
+/// record or a list that holds something.
+std::string cell(Value const& value, Secrets secrets);
+
 /// Rows of cells as aligned columns, without a heading.
 std::string columns(std::vector<std::vector<std::string>> const& rows);
 

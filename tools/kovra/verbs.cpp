@@ -2,6 +2,7 @@
 
 #include "compose.hpp"
 #include "decode.hpp"
+#include "diff.hpp"
 #include "listing.hpp"
 #include "redact.hpp"
 
@@ -11,6 +12,7 @@ std::vector<Verb> const& verbs() {
   static std::vector<Verb> const all = {
       {"decode", "Show what printers' replies say", addDecode},
       {"compose", "Make documents that the printer accepts from records", addCompose},
+      {"diff", "Tell what two replies say differently", addDiff},
       {"redact", "Copy replies without what tells whose they are", addRedact},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},

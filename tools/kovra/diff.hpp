@@ -1,0 +1,17 @@
+/// @file
+/// `kovra diff`: what two replies say differently.
+
+#ifndef KOVRA_TOOL_DIFF_HPP
+#define KOVRA_TOOL_DIFF_HPP
+
+#include <CLI/CLI.hpp>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+void addDiff(CLI::App& command, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

@@ -344,14 +344,16 @@ void printList(Options const& options) {
     rows.push_back({std::string(nameOf(member.group)), member.message, member.path});
   }
   print(columns(rows));
-  print("\nElements and attributes that Kovra does not know, by the words of their names:\n");
+  print('\n' +
+        wrapped("Elements and attributes that Kovra does not know, by the words of their names:",
+                lineWidth(), 0) +
+        '\n');
   std::size_t const indent = 9;
   for (IdentityRow const& row : identityRows()) {
     if (kept.count(row.group) != 0) continue;
     std::string line(nameOf(row.group));
     line.resize(indent, ' ');
-    print(line + wrapped(row.words, lineWidth() > indent ? lineWidth() - indent : 0, indent) +
-          '\n');
+    print(wrapped(line + row.words, lineWidth(), indent) + '\n');
   }
 }
 

@@ -85,7 +85,7 @@ expectStatus 0
 printf %s "$out" >vocabulary
 kovra list
 expectStatus 0
-words < <(cat helps said vocabulary; printf %s "$out") >known
+words < <(cat helps said vocabulary; printf %s "$out"; basename -s .1 "$docs"/man/*.1) >known
 
 # knows DOCUMENT CODE [WORD=REASON]...: the words of the code in it are known, apart from those that
 # are named here, with the reason.

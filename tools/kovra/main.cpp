@@ -156,6 +156,7 @@ int main(int argc, char** argv) try {
   Kovra::tool::expectBrokenPipes();
   return static_cast<int>(Kovra::tool::run(argc, argv));
 } catch (std::exception const& failure) {
+  Kovra::tool::dropOutput();
   std::fprintf(stderr, "kovra: error: %s\n", failure.what());
   return static_cast<int>(Kovra::tool::ExitStatus::failed);
 }

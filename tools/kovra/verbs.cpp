@@ -5,6 +5,7 @@
 #include "diff.hpp"
 #include "listing.hpp"
 #include "redact.hpp"
+#include "report.hpp"
 
 namespace Kovra::tool {
 
@@ -14,6 +15,7 @@ std::vector<Verb> const& verbs() {
       {"compose", "Make documents that the printer accepts from records", addCompose},
       {"diff", "Tell what two replies say differently", addDiff},
       {"redact", "Copy replies without what tells whose they are", addRedact},
+      {"report", "Make a page that shows what a fleet's replies say", addReport},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
   };

@@ -1,0 +1,17 @@
+/// @file
+/// `kovra report`: a fleet's replies in, a page for people out.
+
+#ifndef KOVRA_TOOL_REPORT_HPP
+#define KOVRA_TOOL_REPORT_HPP
+
+#include <CLI/CLI.hpp>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+void addReport(CLI::App& command, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

@@ -224,7 +224,9 @@ direction=$'\u202e' control=$'\u009b' isolate=$'\u2066'
 printf '<printer_id><printer_model>a%sdrîve</printer_model><vendor>%s%s&#27;&#7;</vendor></printer_id>' \
   "$direction" "$control" "$isolate" >model.xml
 general "<printer_state>drîve${direction}now</printer_state>" >state.xml
-report 0 model.xml state.xml
+echo '<drîve/>' >root.xml
+report 1 model.xml state.xml root.xml
+holds "refused" '*drîve*' "$(jq -r '.refused[]' report.json)"
 says '.printers[] | .about[0], .signs[0]' 'a\u202edrîve
 null
 null

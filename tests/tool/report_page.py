@@ -160,6 +160,8 @@ def main(page_file, style, script, mark=None):
         problems.append("no declaration in front")
     problems += [f"a character {ord(c):#x}" for c in UNFIT.findall(text)]
     check_policy(root, problems, {"style": style, "script": script})
+    between = re.sub(r"<(style|script)>.*?</\1>|<[^<>]*>", "", text, flags=re.S)
+    problems += [f"not escaped: {found}" for found in re.findall(".{0,20}[<>\"'].{0,20}", between)]
     targets = [a.attributes["href"] for a in root.all("a")]
     problems += [f"a link to {t}" for t in targets if t not in ("#refused", "#notes")]
     tally = next(root.all("ul"))

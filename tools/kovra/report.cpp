@@ -158,7 +158,7 @@ void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
   command
       .add_option("--group-by", options.grouping,
-                  "Replies of one printer have the same name (default),"
+                  "One printer's replies have the same name (default),"
                   "\nfolder or input: see below")
       ->option_text("WHAT")
       ->check(CLI::IsMember({"name", "folder", "input"}));

@@ -158,8 +158,8 @@ void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
   command
       .add_option("--group-by", options.grouping,
-                  "One printer's replies have the same name (default),"
-                  "\nfolder or input: see below")
+                  "Replies of one printer have the same name (the\n"
+                  "default), folder or input: see below")
       ->option_text("WHAT")
       ->check(CLI::IsMember({"name", "folder", "input"}));
   addOutput(command);

@@ -66,6 +66,11 @@ kovra decode <<<"$unknown"
 expectStatus 0
 printf %s "$out" >>said
 
+# What checking says, with the finding of its own.
+kovra check --format json <<<'<get_wireless_status><ssid>Tom & Jerry</ssid></get_wireless_status>'
+expectStatus 1
+jq -r '(paths | .[] | strings), .findings[].kind' <<<"$out" | sort -u >>said
+
 # refusal RECORD: the message that json.md shows for it is the one that the tool gives.
 refusal() {
   printf '%s' "$1" >settings.json
@@ -102,7 +107,7 @@ mapfile -t findings < <(grep '^| K' "$docs/json.md" | grep -oE '`[a-z_0-9]+`' | 
   while read -r kind; do grep -qw "$kind" known || echo "$kind=a finding"; done)
 knows json.md "$(codeOfMarkdown "$docs/json.md" | sed 's/\bK[01][0-9][0-9]\b//g')" "${findings[@]}" \
   skipped='of a sentence' zero_missing='a choice' \
-  KIND='stands for one' null='of JSON' -r='of jq' -s='of jq' \
+  KIND='stands for one' null='of JSON' -s='of jq' \
   samples='a folder' select='of jq' tsv='of jq'
 # Other pages are named after the commands.
 knows kovra.1 "$(codeOfMan "$docs/man/kovra.1" | sed 's/kovra-\([a-z]*\)/\1/g')" COMMAND='stands for one'

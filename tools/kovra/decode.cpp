@@ -1,7 +1,5 @@
 #include "decode.hpp"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
@@ -211,12 +209,6 @@ void Run::finish(ReplyInput const& input, Shown const& shown) {
   }
 }
 
-/// Empty for the name of a message that is read, else the complaint.
-std::string checkMessage(std::string const& name) {
-  Refusal const refusal = decode({}, name).refusal();
-  return kindOf(refusal) == "unknown_message" ? refusal.message() : "";
-}
-
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
   command
@@ -225,9 +217,7 @@ void describe(CLI::App& command, Options& options) {
                   "prom")
       ->option_text("FORMAT")
       ->check(CLI::IsMember({"table", "flat", "json", "jsonl", "prom"}));
-  command.add_option("--as", options.as, "Read as this document only; 'kovra list' has the names")
-      ->option_text("NAME")
-      ->check(checkMessage);
+  addAs(command, options.as, "Read");
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not ******\n"
                    "in their place");
@@ -281,8 +271,7 @@ void addDecode(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
   command.callback([options, &status] {
-    bool const waits = options->replies.files.empty() && options->replies.list.empty();
-    if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
+    tellWaiting(options->replies);
     status = Run(*options).all();
   });
 }

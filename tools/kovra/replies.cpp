@@ -1,15 +1,20 @@
 #include "replies.hpp"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <kovra.hpp>
 #include <memory>
 #include <new>
 #include <thread>
 #include <utility>
 
+#include "findings.hpp"
 #include "input.hpp"
 #include "output.hpp"
 #include "pipeline.hpp"
+#include "terminal.hpp"
 
 namespace Kovra::tool {
 
@@ -183,6 +188,12 @@ unsigned workersOf(ReplyOptions const& options) {
   return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());
 }
 
+/// Empty for the name of a message that is read, else the complaint.
+std::string checkMessage(std::string const& name) {
+  Refusal const refusal = decode({}, name).refusal();
+  return kindOf(refusal) == "unknown_message" ? refusal.message() : "";
+}
+
 }  // namespace
 
 std::string nameOf(ReplyInput const& input) {
@@ -231,6 +242,17 @@ void addReplies(CLI::App& command, ReplyOptions& options) {
       ->option_text("N")
       ->check(CLI::Range(0U, 1024U));
   addMaxSize(command, options.maxSize, "Refuse larger replies");
+}
+
+void addAs(CLI::App& command, std::string& message, std::string const& verb) {
+  command.add_option("--as", message, verb + " as this document only; 'kovra list' has the names")
+      ->option_text("NAME")
+      ->check(checkMessage);
+}
+
+void tellWaiting(ReplyOptions const& options) {
+  bool const waits = options.files.empty() && options.list.empty();
+  if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
 }
 
 }  // namespace Kovra::tool

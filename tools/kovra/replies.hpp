@@ -39,6 +39,12 @@ struct ReplyOptions {
 /// `--jobs` to a command.
 void addReplies(CLI::App& command, ReplyOptions& options);
 
+/// Adds `--as`: every reply is taken for the message of that name. The verb is what is done then.
+void addAs(CLI::App& command, std::string& message, std::string const& verb);
+
+/// Says that a terminal is read, where nothing else is: else it would look as if nothing happened.
+void tellWaiting(ReplyOptions const& options);
+
 /// A reply, or why there is none.
 struct ReplyInput {
   std::string_view source;  ///< its file, as it was given

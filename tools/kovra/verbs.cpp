@@ -1,5 +1,6 @@
 #include "verbs.hpp"
 
+#include "check.hpp"
 #include "compose.hpp"
 #include "decode.hpp"
 #include "diff.hpp"
@@ -12,6 +13,7 @@ namespace Kovra::tool {
 std::vector<Verb> const& verbs() {
   static std::vector<Verb> const all = {
       {"decode", "Show what printers' replies say", addDecode},
+      {"check", "Tell all that is wrong with replies, as a compiler does", addCheck},
       {"compose", "Make documents that the printer accepts from records", addCompose},
       {"diff", "Tell what two replies say differently", addDiff},
       {"redact", "Copy replies without what tells whose they are", addRedact},

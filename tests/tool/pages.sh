@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Every manual page of a command tells all options of its help, is named in that of the tool, and
+# has no mistake that the formatter sees.
+#   pages.sh <tool> <samples folder>
+set -uo pipefail
+source "$(dirname "$0")/support.bash" "$@"
+pages=$samples/../docs/man
+
+optionsOf() { grep -oE '^ +(-[a-z0-9],)?--?[a-z-]+' | grep -oE -e '-{1,2}[a-z0-9][a-z-]*' | sort -u; }
+
+for page in "$pages"/kovra-*.1; do
+  verb=$(basename "$page" .1)
+  verb=${verb#kovra-}
+  kovra "$verb" --help
+  expectStatus 0
+  plain=$(sed 's/\\-/-/g' "$page")
+  while read -r option; do
+    checks=$((checks + 1))
+    [[ $option == -h || $option == --help ]] ||
+      grep -qE -e "(^|[^a-z-])$option($|[^a-z-])" <<<"$plain" || complain "$page: no $option"
+  done < <(optionsOf <<<"$out")
+  checks=$((checks + 2))
+  grep -qxF ".BR kovra\\-$verb (1)," "$pages/kovra.1" || complain "kovra.1 does not name $page"
+  for section in NAME SYNOPSIS DESCRIPTION "EXIT STATUS" EXAMPLES "SEE ALSO"; do
+    grep -qx ".SH $section" "$page" || complain "$page: no $section"
+  done
+done
+
+# Without a formatter there is nobody to see a mistake.
+for page in "$pages"/*.1; do
+  if command -v groff >/dev/null; then
+    checks=$((checks + 1))
+    warnings=$(groff -man -Tutf8 -ww "$page" 2>&1 >/dev/null)
+    [[ -z $warnings ]] || complain "$page:" "$warnings"
+  fi
+done
+finish

@@ -1,0 +1,17 @@
+/// @file
+/// `kovra check`: what is wrong with replies, as compilers tell it.
+
+#ifndef KOVRA_TOOL_CHECK_HPP
+#define KOVRA_TOOL_CHECK_HPP
+
+#include <CLI/CLI.hpp>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+void addCheck(CLI::App& command, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

@@ -417,6 +417,9 @@ class KOVRA_EXPORT MemberDescription {
   std::vector<std::string> elements() const;
   /// Of a keyword, of flags that are named by words, or of a list of keywords.
   std::vector<Keyword> words() const;
+  /// Every element, attribute and word by which replies say it, sorted: also the words of a flag,
+  /// and whatever stands inside.
+  std::vector<std::string> vocabulary() const;
   /// Of a record, or of the entries of a list.
   std::vector<MemberDescription> members() const;
   /// Of a text: how many bytes fit; 0 where its form tells it.

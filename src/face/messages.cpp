@@ -244,6 +244,18 @@ std::vector<Keyword> MemberDescription::words() const {
   return words;
 }
 
+std::vector<std::string> MemberDescription::vocabulary() const {
+  Outline names;
+  if (data_ == nullptr) return {};
+  // Beside a row that reads an element, one without any only says what the member is made of.
+  auto const isNamed = [](Row const* row) { return !row->element.empty(); };
+  bool const hasElement = std::any_of(data_->rows.begin(), data_->rows.end(), isNamed);
+  for (Row const* const row : data_->rows) {
+    if (isNamed(row) || !hasElement) outlineOfRow(*row, names);
+  }
+  return {names.begin(), names.end()};
+}
+
 std::vector<MemberDescription> MemberDescription::members() const {
   if (data_ == nullptr) return {};
   Row const& row = *data_->rows.front();

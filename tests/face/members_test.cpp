@@ -113,6 +113,28 @@ TEST(Members, TellTheirWordsWithCodes) {
   EXPECT_EQ(7, offline->code());
 }
 
+TEST(Members, TellAllNamesByWhichRepliesSayThem) {
+  using Names = std::vector<std::string>;
+  auto const configuration = messageOf("configuration").members();
+  EXPECT_EQ((Names{"dhcp", "disabled", "enabled", "no", "yes"}),
+            memberAt(configuration, "ethernet.dhcp").vocabulary());
+  EXPECT_EQ((Names{"lcd_contrast", "max", "min"}),
+            memberAt(configuration, "lcd_contrast").vocabulary());
+  auto const levels = memberAt(messageOf("capabilities").members(), "imageSharpeningLevels");
+  EXPECT_EQ(
+      (Names{"high", "image_sharpening_level", "image_sharpening_levels", "low", "normal", "off"}),
+      levels.vocabulary());
+  std::vector<std::string> const all = vocabulary();
+  for (Message const& message : messages()) {
+    if (!message.isRead()) continue;
+    for (MemberDescription const& member : message.members()) {
+      Names const names = member.vocabulary();
+      EXPECT_TRUE(std::includes(all.begin(), all.end(), names.begin(), names.end()))
+          << message.name() << ": " << member.name();
+    }
+  }
+}
+
 TEST(Members, TellTheirForm) {
   using Form = MemberDescription::Form;
   std::vector<MemberDescription> const settings = messageOf("configuration").members();
@@ -123,6 +145,7 @@ TEST(Members, TellTheirForm) {
 }
 
 TEST(Members, OfNothingAreSafeToAskFor) {
+  EXPECT_TRUE(MemberDescription().vocabulary().empty());
   MemberDescription const none;
   EXPECT_EQ("", none.name());
   EXPECT_EQ(Value::Kind::nothing, none.kind());

@@ -93,4 +93,14 @@ std::size_t columnsOf(char32_t code) {
   return isIn(wide, code) ? 2 : 1;
 }
 
+std::size_t columnsOf(std::string_view text) {
+  std::size_t columns = 0;
+  while (!text.empty()) {
+    Character const character = firstCharacter(text);
+    columns += character.length == 0 ? 1 : columnsOf(character.code);
+    text.remove_prefix(std::max<std::size_t>(character.length, 1));
+  }
+  return columns;
+}
+
 }  // namespace Kovra::tool

@@ -25,6 +25,9 @@ bool isHarmless(char32_t code);
 /// that join the character before them.
 std::size_t columnsOf(char32_t code);
 
+/// That of a printable text.
+std::size_t columnsOf(std::string_view text);
+
 }  // namespace Kovra::tool
 
 #endif

@@ -57,10 +57,15 @@ Place placeOf(Finding const& finding) {
   return {finding.line(), finding.column()};
 }
 
-std::vector<Found> findingsOf(Decoding const& decoding, std::string_view text) {
+std::vector<Found> libraryFindings(Decoding const& decoding) {
   std::vector<Found> all;
   if (!decoding) all.push_back(foundOf(decoding.refusal()));
   for (Note const& note : decoding.notes()) all.push_back(foundOf(note));
+  return all;
+}
+
+std::vector<Found> findingsOf(Decoding const& decoding, std::string_view text) {
+  std::vector<Found> all = libraryFindings(decoding);
   if (decoding.root().empty()) return all;  // it was refused for being no XML
   if (auto const fault = strictFault(text)) {
     Found strict = foundOf(*fault);

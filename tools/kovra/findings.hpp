@@ -40,6 +40,9 @@ struct Found {
   std::string message;
 };
 
+/// What the library has to say: why the text was refused, or the notes on what was lost or changed.
+std::vector<Found> libraryFindings(Decoding const& decoding);
+
 /// All that there is to find in a text, in its order: why it was refused, the notes on what was
 /// lost or changed, and what a parser says that takes nothing but XML.
 std::vector<Found> findingsOf(Decoding const& decoding, std::string_view text);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "characters.hpp"
 #include "printable.hpp"
 #include "secret.hpp"
 
@@ -96,7 +97,7 @@ std::vector<std::size_t> widthsOf(Rows const& rows) {
   std::vector<std::size_t> widths;
   for (auto const& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], columnsOf(row[i]));
   }
   return widths;
 }
@@ -110,7 +111,7 @@ std::string columns(Rows const& rows) {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
       line += row[i];
-      line.append(widths[i] - row[i].size() + 2, ' ');
+      line.append(widths[i] - columnsOf(row[i]) + 2, ' ');
     }
     line.erase(line.find_last_not_of(' ') + 1);
     out += line + '\n';

@@ -4,6 +4,7 @@
 #include "compose.hpp"
 #include "decode.hpp"
 #include "diff.hpp"
+#include "explain.hpp"
 #include "listing.hpp"
 #include "redact.hpp"
 #include "report.hpp"
@@ -18,6 +19,7 @@ std::vector<Verb> const& verbs() {
       {"diff", "Tell what two replies say differently", addDiff},
       {"redact", "Copy replies without what tells whose they are", addRedact},
       {"report", "Make a page that shows what a fleet's replies say", addReport},
+      {"explain", "Tell what a finding, an element, a member or a word is", addExplain},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
   };

@@ -1,0 +1,395 @@
+#include "explain.hpp"
+
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "findings.hpp"
+#include "lookup.hpp"
+#include "output.hpp"
+#include "printable.hpp"
+#include "strict_xml.hpp"
+#include "suggest.hpp"
+#include "terminal.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct Options {
+  std::string name;
+  std::string format = "text";
+};
+
+/// A kind of finding, of the library or of the tool itself.
+struct FindingText {
+  std::string id;
+  std::string kind;
+  Severity severity = Severity::warning;
+  std::string title;
+  std::string explanation;
+  std::string example;
+  std::string exampleAs;
+  std::string message;  ///< what is said of the example
+};
+
+/// What is said of the example is looked up by trying it.
+FindingText withMessage(FindingText text, ReadOptions const& options) {
+  Decoding const decoding = decode(text.example, text.exampleAs, options);
+  for (Found const& found : findingsOf(decoding, text.example)) {
+    if (found.id == text.id) text.message = found.message;
+  }
+  return text;
+}
+
+FindingText textOf(FindingKind const& kind) {
+  return withMessage({kind.id(), kind.name(), kind.severity(), kind.title(), kind.explanation(),
+                      kind.example(), kind.exampleAs(), ""},
+                     kind.exampleOptions());
+}
+
+std::vector<FindingText> findingsIn(Matches const& matches) {
+  std::vector<FindingText> texts;
+  for (FindingKind const& kind : matches.findings) texts.push_back(textOf(kind));
+  if (matches.isStrictFinding) {
+    texts.push_back(withMessage({strictId, strictKind, Severity::warning, strictTitle,
+                                 strictExplanation, strictExample, "", ""},
+                                {}));
+  }
+  return texts;
+}
+
+char const* kindName(Value::Kind kind) {
+  switch (kind) {
+    case Value::Kind::nothing:
+      break;
+    case Value::Kind::flag:
+      return "flag";
+    case Value::Kind::integer:
+      return "integer";
+    case Value::Kind::natural:
+      return "natural";
+    case Value::Kind::real:
+      return "real";
+    case Value::Kind::text:
+      return "text";
+    case Value::Kind::keyword:
+      return "keyword";
+    case Value::Kind::list:
+      return "list";
+    case Value::Kind::record:
+      return "record";
+  }
+  return "nothing";
+}
+
+char const* formName(MemberDescription::Form form) {
+  switch (form) {
+    case MemberDescription::Form::plain:
+      break;
+    case MemberDescription::Form::setting:
+      return "setting";
+    case MemberDescription::Form::ipv4:
+      return "ipv4";
+    case MemberDescription::Form::hardwareAddress:
+      return "hardware_address";
+  }
+  return "";
+}
+
+/// Elements from the root on; only written documents have no root that is known.
+std::vector<std::string> elementPaths(Entry const& entry) {
+  std::vector<std::string> const roots = entry.message->roots();
+  std::string const root = roots.empty() ? "" : '/' + roots.front();
+  std::vector<std::string> paths;
+  for (std::string const& element : entry.elements) {
+    paths.push_back(root + (root.empty() ? "" : "/") + element);
+  }
+  return paths;
+}
+
+std::string joined(std::vector<std::string> const& words) {
+  std::string list;
+  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
+  return list;
+}
+
+std::vector<std::string> namesOf(std::vector<MemberDescription> const& members) {
+  std::vector<std::string> names;
+  for (MemberDescription const& member : members) names.push_back(member.name());
+  return names;
+}
+
+/// What a reading without keywords knows beside its elements: the words of a flag, attributes.
+std::vector<std::string> otherNames(Entry const& entry) {
+  std::vector<std::string> names;
+  if (!entry.member.words().empty() || !entry.member.members().empty()) return names;
+  for (std::string const& name : entry.member.vocabulary()) {
+    bool const isElement =
+        std::any_of(entry.elements.begin(), entry.elements.end(), [&](std::string const& element) {
+          return ('/' + element + '/').find('/' + name + '/') != element.npos;
+        });
+    if (!isElement) names.push_back(name);
+  }
+  return names;
+}
+
+// For programs.
+
+Json jsonOf(FindingText const& text) {
+  Json json = {{"id", text.id},
+               {"kind", text.kind},
+               {"severity", nameOf(text.severity)},
+               {"title", text.title},
+               {"explanation", text.explanation},
+               {"example", text.example}};
+  if (!text.exampleAs.empty()) json["as"] = text.exampleAs;
+  json["message"] = text.message;
+  return json;
+}
+
+Json jsonOf(Message const& message) {
+  Json json = {{"name", message.name()}, {"title", message.title()}};
+  if (!message.roots().empty()) json["roots"] = message.roots();
+  json["read"] = message.isRead();
+  json["written"] = message.isWritten();
+  if (message.isWritten()) json["command"] = message.command();
+  json["members"] = namesOf(message.members());
+  return json;
+}
+
+Json jsonOf(Keyword const& word) {
+  return {{"code", word.code()}, {"word", word.word()}};
+}
+
+Json jsonOf(Lookup& lookup, Entry const& entry, std::string const& name) {
+  MemberDescription const& member = entry.member;
+  Json json = {{"message", entry.message->name()},
+               {"path", entry.path},
+               {"elements", elementPaths(entry)},
+               {"kind", kindName(member.kind())}};
+  if (member.form() != MemberDescription::Form::plain) json["form"] = formName(member.form());
+  if (member.mostBytes() != 0) json["most_bytes"] = member.mostBytes();
+  json["secret"] = member.isSecret();
+  if (!member.title().empty()) json["title"] = member.title();
+  std::vector<Keyword> const words = member.words();
+  for (Keyword const& word : words) {
+    if (isKeyword(word, name)) json["meant"].push_back(jsonOf(word));
+  }
+  for (Keyword const& word : words) json["words"].push_back(jsonOf(word));
+  if (!otherNames(entry).empty()) json["names"] = otherNames(entry);
+  if (!member.members().empty()) json["members"] = namesOf(member.members());
+  if (!hasSections(*entry.message)) return json;
+  json["written_by"] = Json::array();
+  for (WrittenBy const& writer : lookup.writers(entry)) {
+    json["written_by"].push_back({{"choice", writer.choice}, {"word", writer.word}});
+  }
+  return json;
+}
+
+std::string asJson(Lookup& lookup, Matches const& matches, std::string const& name) {
+  Json json = {{"kovra", 1},
+               {"name", name},
+               {"findings", Json::array()},
+               {"messages", Json::array()},
+               {"members", Json::array()}};
+  for (FindingText const& text : findingsIn(matches)) json["findings"].push_back(jsonOf(text));
+  for (Message const* message : matches.messages) json["messages"].push_back(jsonOf(*message));
+  for (Entry const* entry : matches.members) {
+    json["members"].push_back(jsonOf(lookup, *entry, name));
+  }
+  if (matches.isWord) json["is_word"] = true;
+  return json.dump(2, ' ', true, Json::error_handler_t::replace) + '\n';
+}
+
+// For people.
+
+constexpr std::size_t labelWidth = 10;
+
+std::string heading(std::string const& name, std::string const& title) {
+  return styled(Style::heading, printable(name)) + (title.empty() ? "" : ": ") + printable(title) +
+         '\n';
+}
+
+std::string row(std::string_view label, std::string const& text) {
+  if (text.empty()) return {};
+  std::string const before =
+      "  " + std::string(label) + std::string(labelWidth - label.size(), ' ');
+  std::string const lines = wrapped(before + printable(text), lineWidth(), before.size());
+  return styled(Style::faint, lines.substr(0, before.size())) + lines.substr(before.size()) + '\n';
+}
+
+/// A text that is not broken into lines.
+std::string wholeRow(std::string_view label, std::string const& text) {
+  std::string const before =
+      "  " + std::string(label) + std::string(labelWidth - label.size(), ' ');
+  return styled(Style::faint, before) + printable(text) + '\n';
+}
+
+/// As much of an example as fits on a few lines.
+std::string beginningOf(std::string const& example) {
+  constexpr std::size_t most = 200;
+  return example.size() <= most ? example : example.substr(0, most) + " ...";
+}
+
+std::string asText(FindingText const& text) {
+  return heading(text.id + ' ' + text.kind, text.title) +
+         row("severity", std::string(nameOf(text.severity))) + row("meaning", text.explanation) +
+         wholeRow("example", text.example.empty() ? "an empty text" : beginningOf(text.example)) +
+         row("read as", text.exampleAs) + row("gives", text.message);
+}
+
+std::string useOf(Message const& message) {
+  std::string use;
+  if (message.isRead()) use = "kovra decode";
+  if (message.isWritten())
+    use += (use.empty() ? "" : ", ") + ("kovra compose " + message.command());
+  return use;
+}
+
+std::string asText(Message const& message) {
+  return heading(message.name(), message.title()) + row("root", joined(message.roots())) +
+         row("verbs", useOf(message)) + row("members", joined(namesOf(message.members())));
+}
+
+std::string kindText(MemberDescription const& member) {
+  switch (member.form()) {
+    case MemberDescription::Form::setting:
+      return "a setting: a value val between bounds min and max";
+    case MemberDescription::Form::ipv4:
+      return "a text: an IPv4 address";
+    case MemberDescription::Form::hardwareAddress:
+      return "a text: a hardware address";
+    case MemberDescription::Form::plain:
+      break;
+  }
+  switch (member.kind()) {
+    case Value::Kind::flag:
+      return "a flag";
+    case Value::Kind::integer:
+      return "a whole number";
+    case Value::Kind::natural:
+      return "a whole number without a sign";
+    case Value::Kind::real:
+      return "a number with a fraction";
+    case Value::Kind::text:
+      return "a text" + (member.mostBytes() == 0
+                             ? ""
+                             : " of at most " + std::to_string(member.mostBytes()) + " bytes");
+    case Value::Kind::keyword:
+      return "a keyword";
+    case Value::Kind::list:
+      return member.words().empty() ? "a list" : "a list of keywords";
+    case Value::Kind::record:
+      return member.words().empty() ? "a record" : "flags";
+    case Value::Kind::nothing:
+      break;
+  }
+  return {};
+}
+
+std::string wordText(Keyword const& word) {
+  return word.word() + " (" + std::to_string(word.code()) + ')';
+}
+
+/// The keyword that is meant, and those beside it.
+std::string wordRows(MemberDescription const& member, std::string const& name) {
+  std::vector<std::string> meant;
+  std::vector<std::string> others;
+  for (Keyword const& word : member.words()) {
+    (isKeyword(word, name) ? meant : others).push_back(wordText(word));
+  }
+  return row("word", joined(meant)) + row(meant.empty() ? "words" : "beside", joined(others));
+}
+
+std::string writersText(Lookup& lookup, Entry const& entry) {
+  if (!hasSections(*entry.message)) return {};
+  std::vector<std::string> options;
+  for (WrittenBy const& writer : lookup.writers(entry)) {
+    options.push_back("--" + writer.choice + ' ' + writer.word);
+  }
+  if (options.empty()) return "by no choice of kovra compose " + entry.message->command();
+  return "kovra compose " + entry.message->command() + ' ' + joined(options);
+}
+
+std::string asText(Lookup& lookup, Entry const& entry, std::string const& name) {
+  MemberDescription const& member = entry.member;
+  return heading(entry.message->name() + '.' + entry.path, kindText(member)) +
+         row("message", entry.message->title()) + row("title", member.title()) +
+         row("element", joined(elementPaths(entry))) +
+         row("secret", member.isSecret() ? "yes, shown as ****** unless asked for" : "") +
+         wordRows(member, name) + row("names", joined(otherNames(entry))) +
+         row("members", joined(namesOf(member.members()))) +
+         row("written", writersText(lookup, entry));
+}
+
+std::string asText(Lookup& lookup, Matches const& matches, std::string const& name) {
+  std::vector<std::string> texts;
+  if (matches.isWord) texts.push_back(heading(name, "an element or a word, of no member alone"));
+  for (FindingText const& text : findingsIn(matches)) texts.push_back(asText(text));
+  for (Message const* message : matches.messages) texts.push_back(asText(*message));
+  for (Entry const* entry : matches.members) texts.push_back(asText(lookup, *entry, name));
+  std::string all;
+  for (std::string const& text : texts) all += (all.empty() ? "" : "\n") + text;
+  return all;
+}
+
+ExitStatus explain(Options const& options) {
+  Lookup lookup;
+  Matches const matches = lookup.find(options.name);
+  if (matches.empty()) {
+    dropOutput();
+    complain("kovra: error: nothing is called \"" + options.name + "\"." +
+             suggestion(options.name, lookup.names(options.name)));
+    return ExitStatus::refused;
+  }
+  print(options.format == "json" ? asJson(lookup, matches, options.name)
+                                 : asText(lookup, matches, options.name));
+  return ExitStatus::good;
+}
+
+}  // namespace
+
+void addExplain(CLI::App& command, ExitStatus& status) {
+  auto const options = std::make_shared<Options>();
+  command.add_option("NAME", options->name, "What is to be explained")
+      ->required()
+      ->option_text(" ");
+  command.add_option("--format", options->format, "What to print: text (default) or json")
+      ->option_text("FORMAT")
+      ->check(CLI::IsMember({"text", "json"}));
+  addOutput(command);
+  addColor(command);
+  command.footer(R"(Explains whatever has that name:
+
+  K104, repeated_element    a kind of finding
+  general-status            a document, or its root element
+  ssid, wireless.ssid       a member, or the end of its path; the name of a
+                            document may stand in front of all
+  /get_general_status/error an element, or the end of its path
+  printing_heating          a keyword
+
+Of a member it tells the document, the elements, the kind, the words and their
+codes, and with which choices "kovra compose" writes it. Where nothing is
+spelled like that, capitals do not matter, and "-" is "_".
+
+Examples:
+  kovra explain K104
+  kovra explain configuration.wireless.ssid
+  kovra explain --format json printing_heating | jq .members[].path
+
+Exit status:
+  0  something has the name
+  1  nothing has the name; what is near to it is told
+  2  the command line is wrong
+  3  the output could not be written)");
+  command.callback([options, &status] { status = explain(*options); });
+}
+
+}  // namespace Kovra::tool

@@ -2,6 +2,7 @@
 
 #include "check.hpp"
 #include "compose.hpp"
+#include "coverage.hpp"
 #include "decode.hpp"
 #include "diff.hpp"
 #include "explain.hpp"
@@ -19,6 +20,7 @@ std::vector<Verb> const& verbs() {
       {"diff", "Tell what two replies say differently", addDiff},
       {"redact", "Copy replies without what tells whose they are", addRedact},
       {"report", "Make a page that shows what a fleet's replies say", addReport},
+      {"coverage", "Sum up what is unknown in many replies", addCoverage},
       {"explain", "Tell what a finding, an element, a member or a word is", addExplain},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},

@@ -1,0 +1,17 @@
+/// @file
+/// `kovra coverage`: what Kovra does not know of many replies, summed up.
+
+#ifndef KOVRA_TOOL_COVERAGE_HPP
+#define KOVRA_TOOL_COVERAGE_HPP
+
+#include <CLI/CLI.hpp>
+
+#include "command.hpp"
+
+namespace Kovra::tool {
+
+void addCoverage(CLI::App& command, ExitStatus& status);
+
+}  // namespace Kovra::tool
+
+#endif

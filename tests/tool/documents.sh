@@ -20,11 +20,11 @@ codeOfMarkdown() {
        { n = split($0, parts, "`"); for (i = 2; i <= n; i += 2) print parts[i] }' "$1"
 }
 
-# What is bold, and what is printed as it stands.
+# What is bold, and what is printed as it stands. The page of a command is no word of its own.
 codeOfMan() {
   awk '/^\.nf/ { literal = 1 } /^\.fi/ { literal = 0 }
        /^\.(B|BR|RB|BI|IB) / { sub(/^\.[A-Z]+ /, ""); print; next }
-       literal && !/^\./ { print }' "$1" | sed 's/\\-/-/g; s/\\(aq/'\''/g; s/\\&//g'
+       literal && !/^\./ { print }' "$1" | sed -E 's/\\-/-/g; s/\\\(aq/'\''/g; s/\\&//g; s/kovra-([a-z]+ \(1\))/kovra \1/'
 }
 
 # names TITLE: what is listed under that title of a help.

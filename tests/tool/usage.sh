@@ -23,7 +23,8 @@ wrong '--as: unknown message "nope"; expected one of: '"$("$tool" list | cut -d'
 wrong "--format: xml not in {table,flat,json,jsonl,prom}" "kovra decode" decode --format xml minimal.xml
 wrong "--null requires --files-from" "kovra decode" decode --null minimal.xml
 wrong "The following argument was not expected: extra" "kovra list" list extra
-wrong "--format: json not in {words,dict}" "kovra vocabulary" vocabulary --format json
+wrong "--format: xml not in {words,dict,json}" "kovra vocabulary" vocabulary --format xml
+wrong "--format: xml not in {table,json}" "kovra list" list --format xml
 for size in 0 -1 010 0x10 1e6 10M 99999999999999999999; do
   wrong "--max-size: \"$size\" is no number of bytes above 0" "kovra decode" \
     decode "--max-size=$size" minimal.xml
@@ -45,7 +46,7 @@ holds "standard error" '*--\\x1b\[2J*' "$err"
 kovra --version
 expectStatus 0
 holds "standard output" 'kovra [0-9]*.[0-9]*.[0-9]*' "$out"
-for command in "" decode check coverage explain compose "compose media" "compose configuration" list vocabulary; do
+for command in "" decode check coverage explain compose "compose media" "compose configuration" list vocabulary schema; do
   # shellcheck disable=SC2086 # none for none
   kovra $command --help
   expectStatus 0

@@ -2,8 +2,10 @@
 
 #include <kovra.hpp>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "output.hpp"
@@ -13,19 +15,82 @@ namespace Kovra::tool {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 std::string joined(std::vector<std::string> const& words) {
   std::string list;
   for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
   return list;
 }
 
-void listDocuments() {
+std::string table() {
   std::vector<std::vector<std::string>> rows;
   for (Message const& message : messages()) {
     if (message.isRead())
       rows.push_back({message.name(), joined(message.roots()), message.title()});
   }
-  print(columns(rows));
+  return columns(rows);
+}
+
+char const* nameOf(Value::Kind kind) {
+  switch (kind) {
+    case Value::Kind::flag:
+      return "flag";
+    case Value::Kind::integer:
+      return "integer";
+    case Value::Kind::natural:
+      return "natural";
+    case Value::Kind::real:
+      return "real";
+    case Value::Kind::text:
+      return "text";
+    case Value::Kind::keyword:
+      return "keyword";
+    case Value::Kind::list:
+      return "list";
+    case Value::Kind::record:
+      return "record";
+    case Value::Kind::nothing:
+      break;
+  }
+  return "nothing";
+}
+
+Json jsonOf(std::vector<MemberDescription> const& members);
+
+/// What a member does not have is left out, but for whether it is a secret.
+Json jsonOf(MemberDescription const& member) {
+  Json json = {{"name", member.name()}, {"kind", nameOf(member.kind())}};
+  json["elements"] = member.elements();
+  Json words = Json::array();
+  for (Keyword const& word : member.words()) {
+    words.push_back({{"code", word.code()}, {"name", word.word()}});
+  }
+  if (!words.empty()) json["words"] = std::move(words);
+  json["secret"] = member.isSecret();
+  Json inner = jsonOf(member.members());
+  if (!inner.empty()) json["members"] = std::move(inner);
+  return json;
+}
+
+Json jsonOf(std::vector<MemberDescription> const& members) {
+  Json list = Json::array();
+  for (MemberDescription const& member : members) list.push_back(jsonOf(member));
+  return list;
+}
+
+/// Those that are only written as well.
+std::string json() {
+  Json list = Json::array();
+  for (Message const& message : messages()) {
+    list.push_back({{"name", message.name()},
+                    {"title", message.title()},
+                    {"roots", message.roots()},
+                    {"read", message.isRead()},
+                    {"written", message.isWritten()},
+                    {"members", jsonOf(message.members())}});
+  }
+  return list.dump(2, ' ', true) + '\n';
 }
 
 /// A line of a libFuzzer dictionary. The vocabulary's words are ASCII without control characters.
@@ -38,32 +103,69 @@ std::string dictionaryLine(std::string_view word) {
   return line + "\"\n";
 }
 
-void listWords(bool dictionary) {
-  for (std::string const& word : vocabulary()) {
-    print(dictionary ? dictionaryLine(word) : word + '\n');
+std::string words(std::string const& format) {
+  std::vector<std::string> const all = vocabulary();
+  if (format == "json") return Json(all).dump(2, ' ', true) + '\n';
+  std::string lines;
+  for (std::string const& word : all) {
+    lines += format == "dict" ? dictionaryLine(word) : word + '\n';
   }
+  return lines;
+}
+
+/// An option that picks one of these, the first unless another is named.
+std::shared_ptr<std::string const> addFormat(CLI::App& command,
+                                             std::vector<std::string> const& formats,
+                                             std::string const& description) {
+  auto const format = std::make_shared<std::string>(formats.front());
+  command.add_option("--format", *format, description)
+      ->option_text("FORMAT")
+      ->check(CLI::IsMember(formats));
+  return format;
 }
 
 }  // namespace
 
 void addList(CLI::App& command, ExitStatus&) {
-  command.footer(R"(Prints a line for each document: its name, which decode takes with --as, the
-names of its root element, and what it tells.)");
-  command.callback(listDocuments);
+  auto const format =
+      addFormat(command, {"table", "json"}, "What to print: table (default) or json");
+  addOutput(command);
+  command.footer(R"(Formats:
+  table   a line for each document that is read: its name, which decode takes with
+          --as, the names of its root element, and what it tells
+  json    for programs: a list of all documents, also those that are only
+          composed, with "name", "title", "roots", "read", "written" and "members";
+          of a member "name", "kind", "elements", the "words" of its keywords,
+          whether it is "secret", and the "members" of a record or a list
+
+Examples:
+  kovra list
+  kovra list --format json | jq '.[].name'
+
+Exit status:
+  0  the list was printed
+  2  the command line is wrong
+  3  the output could not be written)");
+  command.callback([format] { print(*format == "json" ? json() : table()); });
 }
 
 void addVocabulary(CLI::App& command, ExitStatus&) {
-  auto const format = std::make_shared<std::string>();
-  command.add_option("--format", *format, "What to print: words (default) or dict")
-      ->option_text("FORMAT")
-      ->check(CLI::IsMember({"words", "dict"}));
+  auto const format =
+      addFormat(command, {"words", "dict", "json"}, "What to print: words (default), dict or json");
+  addOutput(command);
   command.footer(R"(Formats:
   words   one on each line
   dict    a dictionary for libFuzzer and its kin
+  json    a list
 
 Example:
-  kovra vocabulary --format dict >kovra.dict && some_fuzzer -dict=kovra.dict)");
-  command.callback([format] { listWords(*format == "dict"); });
+  kovra vocabulary --format dict >kovra.dict && some_fuzzer -dict=kovra.dict
+
+Exit status:
+  0  the words were printed
+  2  the command line is wrong
+  3  the output could not be written)");
+  command.callback([format] { print(words(*format)); });
 }
 
 }  // namespace Kovra::tool

@@ -9,6 +9,7 @@
 #include "listing.hpp"
 #include "redact.hpp"
 #include "report.hpp"
+#include "schema.hpp"
 
 namespace Kovra::tool {
 
@@ -24,6 +25,7 @@ std::vector<Verb> const& verbs() {
       {"explain", "Tell what a finding, an element, a member or a word is", addExplain},
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
+      {"schema", "Print the JSON Schema of messages' records", addSchema},
   };
   return all;
 }

@@ -1,0 +1,48 @@
+#include "messages.hpp"
+
+#include <algorithm>
+
+#include "suggest.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+/// As CLI11 describes a set.
+std::string setOf(std::vector<std::string> const& names) {
+  std::string set = "{";
+  for (std::string const& name : names) set += (set.size() > 1 ? "," : "") + name;
+  return set + '}';
+}
+
+}  // namespace
+
+bool anyMessage(Message const&) {
+  return true;
+}
+
+bool isReadMessage(Message const& message) {
+  return message.isRead();
+}
+
+std::vector<std::string> messageNames(bool (*isMeant)(Message const&)) {
+  std::vector<std::string> names;
+  for (Message const& message : messages()) {
+    if (isMeant(message)) names.push_back(message.name());
+  }
+  return names;
+}
+
+CLI::Validator isMessage(bool (*isMeant)(Message const&)) {
+  std::vector<std::string> names = messageNames(isMeant);
+  std::string set = setOf(names);
+  auto const check = [names](std::string const& name) -> std::string {
+    if (std::find(names.begin(), names.end(), name) != names.end()) return {};
+    std::string const meant = suggestion(name, names);
+    return "unknown message \"" + name + "\"" +
+           (meant.empty() ? "; 'kovra list' names those that are read" : '.' + meant);
+  };
+  return CLI::Validator(check, std::move(set));
+}
+
+}  // namespace Kovra::tool

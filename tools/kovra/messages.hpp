@@ -1,0 +1,26 @@
+/// @file
+/// Names of messages on the command line.
+
+#ifndef KOVRA_TOOL_MESSAGES_HPP
+#define KOVRA_TOOL_MESSAGES_HPP
+
+#include <CLI/CLI.hpp>
+#include <kovra.hpp>
+#include <string>
+#include <vector>
+
+namespace Kovra::tool {
+
+bool anyMessage(Message const& message);
+bool isReadMessage(Message const& message);
+
+/// The names of the messages for which `isMeant` holds, in the order of the catalogue.
+std::vector<std::string> messageNames(bool (*isMeant)(Message const&));
+
+/// Checks that an argument is one of those names, and says what may have been meant where it is
+/// not. The names are what completions offer for it.
+CLI::Validator isMessage(bool (*isMeant)(Message const&));
+
+}  // namespace Kovra::tool
+
+#endif

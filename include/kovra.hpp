@@ -48,6 +48,7 @@ struct CompositionData;
 struct DecodingData;
 struct FindingData;
 struct FindingKindData;
+struct ElementData;
 struct MemberData;
 struct ProblemData;
 struct ReadingData;
@@ -406,6 +407,7 @@ class KOVRA_EXPORT MemberDescription {
     setting,          ///< a record of a value `val` and its bounds `min` and `max`
     ipv4,             ///< a text: "192.0.2.7"
     hardwareAddress,  ///< a text: "02:00:5e:10:00:00"
+    hexadecimal,      ///< a natural that replies write as "0x1A"
   };
 
   std::string name() const;
@@ -415,7 +417,7 @@ class KOVRA_EXPORT MemberDescription {
   bool isSecret() const;
   /// The elements, or the attributes, that carry it: "dhcp"; in others, "jobs/job".
   std::vector<std::string> elements() const;
-  /// Of a keyword, of flags that are named by words, or of a list of keywords.
+  /// Of a keyword, of a flag, of flags that are named by words, or of a list of keywords.
   std::vector<Keyword> words() const;
   /// Every element, attribute and word by which replies say it, sorted: also the words of a flag,
   /// and whatever stands inside.
@@ -432,6 +434,30 @@ class KOVRA_EXPORT MemberDescription {
   detail::Shared<detail::MemberData> data_;
 };
 
+/// An element of a reply: what it tells, and how.
+class KOVRA_EXPORT ElementDescription {
+ public:
+  /// Empty for the text of the element around it, which has other elements beside it or is told of
+  /// as something else: as a list's entry.
+  std::string name() const;
+  /// The members that it tells, of the record whose members the elements around it tell. A record
+  /// or a list is there where the elements in it tell its members, or those of an entry. None for
+  /// an element that only holds others, or that is known and tells nothing.
+  std::vector<MemberDescription> members() const;
+  /// What may stand there as a text; none where that is no word.
+  std::vector<Keyword> words() const;
+  /// Where the members stand, in place of the text; of a setting its bounds, beside the text.
+  std::vector<std::string> attributes() const;
+  /// How often it may stand there and tell something more, whatever it says; 0: any number.
+  std::size_t mostTimes() const;
+  /// Those in it. What else stands there is told of in notes.
+  std::vector<ElementDescription> elements() const;
+
+ private:
+  friend struct detail::FaceAccess;
+  detail::Shared<detail::ElementData> data_;
+};
+
 /// What the printer says, or what it accepts, or both.
 class KOVRA_EXPORT Message {
  public:
@@ -440,6 +466,8 @@ class KOVRA_EXPORT Message {
   std::vector<std::string> roots() const;  ///< of a reply, the preferred one first
   bool isRead() const;
   bool isWritten() const;
+  /// The root of a reply; of a message that is not read, an element without anything.
+  ElementDescription root() const;
   /// Of the record that is composed, or else of the one that is read.
   std::vector<MemberDescription> members() const;
 

@@ -39,6 +39,8 @@ inline constexpr Keywords twoWays{.read = &Reads, .written = &Writes, .always = 
 
 /// A flag that is a keyword.
 struct LaminatorKind {
+  static constexpr Vocabulary const& words = laminators;
+
   static bool read(Element element, bool& present) {
     WordText text;
     bool const read = text.read(element);
@@ -68,8 +70,6 @@ struct LaminatorKind {
   static Assigned assign(bool& present, Value const& value, Problems& problems) {
     return assignFlag(present, value, problems);
   }
-
-  static void outline(Outline& outline) { outlineWords(laminators, outline); }
 };
 
 /// A text that is always the same; never read.
@@ -165,6 +165,7 @@ constexpr List under(Circumstances with, List list) {
 }
 constexpr List intoTheFirst(List list) {
   list.intoTheFirst = true;
+  list.most = 1;
   return list;
 }
 
@@ -242,10 +243,10 @@ struct SharpeningLevels {
 
  private:
   static constexpr Field<_Capabilities> bits =
-      bitFlag<&_Capabilities::imageSharpeningLevels, sharpenings>("");
+      bitFlag<&_Capabilities::imageSharpeningLevels, sharpenings>(item);
 
  public:
-  static constexpr Table members = {bits};
+  static constexpr Table members = {adding(bits)};
 };
 
 /// "none" is written for every code that has no other word.

@@ -301,7 +301,8 @@ inline constexpr Table laminate = {
 /// A part of the lamination whose presence marks a laminate as installed.
 template <auto M, auto const& Rows, auto Installed, Circumstances Side = 0>
 struct MarkingReading {
-  static constexpr Table members = {nested<M, Rows>(""), yesOrNo<Installed>("")};
+  /// No text says whether it is installed.
+  static constexpr Table members = {nested<M, Rows>(""), neverRead(yesOrNo<Installed>(""))};
 
   static bool read(Element element, _LaminationIfo& record, Watch const& watch) {
     record.*Installed = true;
@@ -422,7 +423,8 @@ inline constexpr Table card = {
     nested<&_CustomCardInfo::laminator_adjustments, laminatorAdjustments>("laminator_adjustments"),
 };
 
-inline constexpr auto cardEntries = entries<card>("card");
+/// What two cards say may bring both to one place.
+inline constexpr auto cardEntries = atMost(1, entries<card>("card"));
 
 /// Each card is read from zeros and then takes its place by its description: "Custom 1" the first
 /// one, every other the second, also a third.
@@ -519,8 +521,8 @@ inline constexpr Table transferSettings = {
 struct ContactlessReading : NeverWritten {
   static constexpr Table members = {
       anyKeyword<&_InternalEncoderInfo::contactless_encoder, contactlessEncoders>(""),
-      readOnly(neverRead(
-          anyKeyword<&_InternalEncoderInfo::secondContactlessEncoder, contactlessEncoders>(""))),
+      readOnly(
+          anyKeyword<&_InternalEncoderInfo::secondContactlessEncoder, contactlessEncoders>("")),
   };
 
   static bool read(Element element, _InternalEncoderInfo& record, Watch const& watch) {

@@ -27,13 +27,14 @@ std::vector<std::string> texts(Texts const& from) {
   return {from.begin(), from.end()};
 }
 
-Value::Kind kindOf(Shape shape) {
+Value::Kind valueKindOf(Shape shape) {
   switch (shape) {
     case Shape::flag:
       return Value::Kind::flag;
     case Shape::integer:
       return Value::Kind::integer;
     case Shape::natural:
+    case Shape::hexadecimal:
       return Value::Kind::natural;
     case Shape::real:
       return Value::Kind::real;
@@ -61,15 +62,16 @@ MemberDescription::Form formOf(Shape shape) {
   using Form = MemberDescription::Form;
   if (shape == Shape::setting) return Form::setting;
   if (shape == Shape::address) return Form::hardwareAddress;
+  if (shape == Shape::hexadecimal) return Form::hexadecimal;
   return shape == Shape::ipv4 ? Form::ipv4 : Form::plain;
 }
 
-/// The words of a keyword, of bits, or of a list's codes; null where there are none.
-Vocabulary const* vocabularyOf(Row const& row) {
-  if (row.kind->words != nullptr) return &row.kind->words(row);
-  if (row.kind->shape != Shape::list) return nullptr;
+/// The words of a keyword, of a flag, of bits, or of a list's codes.
+std::span<Word const> wordsOf(Row const& row) {
+  if (row.kind->words != nullptr) return row.kind->words(row).words;
+  if (row.kind->shape != Shape::list) return wordsIn(row);
   Keywords const* const codes = static_cast<Entries const*>(row.with)->codes;
-  return codes != nullptr ? codes->read : nullptr;
+  return codes != nullptr ? codes->read->words : std::span<Word const>();
 }
 
 std::string titleOf(std::string_view member, Composing const& composing) {
@@ -134,11 +136,12 @@ MemberData& MemberList::member(std::string_view name, Row const& row) {
   auto const known = std::find_if(members_.begin(), members_.end(),
                                   [&](MemberData const& member) { return member.name == name; });
   if (known != members_.end()) return *known;
-  MemberData& added = members_.emplace_back();
+  MemberData& added = members_.emplace_back(Kovra::detail::memberOf(row));
   added.name = name;
-  added.kind = kindOf(row.kind->shape);
+  added.elements.clear();
+  added.rows.clear();
   added.title = titleOf(name, composing_);
-  added.isSecret = composing_.isSecret || row.kind->shape == Shape::secret;
+  added.isSecret |= composing_.isSecret;
   return added;
 }
 
@@ -160,6 +163,16 @@ void addSecrets(Rows rows, std::string const& path, std::vector<std::string>& se
 }
 
 }  // namespace
+
+MemberData Kovra::detail::memberOf(Row const& row) {
+  MemberData member;
+  member.name = row.member;
+  member.kind = valueKindOf(row.kind->shape);
+  member.isSecret = row.kind->shape == Shape::secret;
+  addOnce(member.elements, elementOf(row));
+  member.rows.push_back(&row);
+  return member;
+}
 
 std::string Choice::name() const {
   return std::string(data_->name);
@@ -232,9 +245,7 @@ std::vector<Keyword> MemberDescription::words() const {
   std::vector<Keyword> words;
   if (data_ == nullptr) return words;
   for (Row const* const row : data_->rows) {
-    Vocabulary const* const known = vocabularyOf(*row);
-    if (known == nullptr) continue;
-    for (Word const& word : known->words) {
+    for (Word const& word : wordsOf(*row)) {
       bool const isThere = std::any_of(words.begin(), words.end(), [&](Keyword const& other) {
         return other.word() == word.text;
       });

@@ -65,6 +65,18 @@ struct MemberData : Growth {
   std::vector<frame::Row const*> rows;  ///< one that reads it, one that writes it
 };
 
+/// What one row tells of its member.
+MemberData memberOf(frame::Row const& row);
+
+struct ElementData : Growth {
+  std::string name;
+  std::vector<MemberData> members;
+  std::vector<frame::Word const*> words;
+  std::vector<std::string> attributes;
+  std::size_t most = 1;
+  std::vector<ElementData> elements;
+};
+
 /// Puts data into the classes that hosts see.
 struct FaceAccess {
   template <class Face, class Data>

@@ -109,6 +109,7 @@ void SchemaWriter::value(Row const& row, Outline const& words) {
       return pair("type", "boolean");
     case Shape::integer:
     case Shape::natural:
+    case Shape::hexadecimal:
       return whole(row);
     case Shape::real:
       return number(false);

@@ -608,12 +608,12 @@ bool readWordFlag(Row const& row, Element element, void* place, Watch const& wat
   FlagWord const& flag = with<FlagWord>(row);
   WordText text;
   bool const read = text.read(element);
-  if (read) at<Flag>(place) = static_cast<Flag>(text.is(flag.word) == flag.sets);
+  if (read) at<Flag>(place) = static_cast<Flag>(text.is(flag.word()) == flag.sets());
   remark(watch, [&](Observer& observer) {
     if (!read) return observer.emptyElement(element);
     observer.member(row.member, at<Flag>(place) != 0);
-    bool const isKnown = text.is(flag.word) || text.is(flag.opposite);
-    if (!isKnown) observer.unknownWord(element, {flag.word, flag.opposite});
+    bool const isKnown = text.is(flag.word()) || text.is(flag.opposite());
+    if (!isKnown) observer.unknownWord(element, {flag.word(), flag.opposite()});
   });
   return read;
 }
@@ -626,8 +626,7 @@ Assigned assignFlagRow(Row const& row, void* place, std::string_view member, Val
 }
 
 void outlineFlagWord(Row const& row, Outline& outline) {
-  outline.insert(
-      {std::string(with<FlagWord>(row).word), std::string(with<FlagWord>(row).opposite)});
+  for (Word const& word : with<FlagWord>(row).words) outline.emplace(word.text);
 }
 
 template <class Flag>
@@ -650,8 +649,8 @@ bool readSwitch(Row const& row, Element element, void* place, Watch const& watch
 
 template <class Flag>
 bool writeSwitch(Row const& row, Sink& sink, void const* place, Circumstances, bool) {
-  SwitchWords const& words = with<SwitchWords>(row);
-  sink.leaf(row.element.data(), at<Flag>(place) != 0 ? words.set : words.cleared);
+  auto const& words = with<SwitchWords>(row).words;
+  sink.leaf(row.element.data(), words[at<Flag>(place) != 0 ? 0 : 1].text.data());
   return true;
 }
 
@@ -774,5 +773,18 @@ constinit Kind const nestedKind = {Shape::record, readNested, writeNested,
                                    assignNested,  nullptr,    outlineBelow};
 constinit Kind const groupKind = {Shape::group, readGroup,   writeNested,
                                   assignGroup,  keysOfGroup, outlineBelow};
+
+std::span<Word const> wordsIn(Row const& row) {
+  Shape const shape = row.kind->shape;
+  if (shape == Shape::bits && with<Vocabulary>(row).find(row.element) != nullptr) {
+    return switchWords;
+  }
+  if (row.kind->words != nullptr) return row.kind->words(row).words;
+  bool const isWordFlag = row.kind == &boolWordKind || row.kind == &charWordKind;
+  if (isWordFlag) return with<FlagWord>(row).words;
+  bool const isSwitch =
+      row.kind == &boolSwitchKind || row.kind == &charSwitchKind || row.kind == &clearedSwitchKind;
+  return isSwitch ? std::span<Word const>(with<SwitchWords>(row).words) : std::span<Word const>();
+}
 
 }  // namespace Kovra::frame

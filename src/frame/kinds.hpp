@@ -92,6 +92,8 @@ struct CounterKind : NumberKind, NeverWritten {};
 
 /// A hexadecimal number with a mandatory "0x". A text without it counts as read and stores nothing.
 struct HexadecimalKind : NeverWritten, NeverAssigned {
+  static constexpr Shape shape = Shape::hexadecimal;
+
   static bool read(Element element, unsigned int& out) {
     return convertHexadecimal(element.text(), out);
   }
@@ -154,6 +156,9 @@ struct Keywords {
   bool always = false;
 };
 
+/// The words that stand in an element for a value of the row; none where that is no word.
+std::span<Word const> wordsIn(Row const& row);
+
 // The row has the keywords.
 extern Kind const keywordKind;      ///< of an int, or an enumeration like one
 extern Kind const byteKeywordKind;  ///< of an unsigned char
@@ -171,9 +176,11 @@ void outlineWords(Vocabulary const& words, Outline& outline);
 /// A flag that is set by exactly one word, and cleared by any other; or cleared by exactly one, and
 /// set by any other, also by a misspelling. An element without text leaves it.
 struct FlagWord {
-  std::string_view word;
-  std::string_view opposite;  ///< what printers send otherwise; any third text is worth a note
-  bool sets;
+  Word words[2];  ///< that one, and what printers send otherwise; any third text is worth a note
+
+  std::string_view word() const { return words[0].text; }
+  std::string_view opposite() const { return words[1].text; }
+  bool sets() const { return words[0].code != 0; }
 };
 // The row has the words.
 extern Kind const boolWordKind;
@@ -189,8 +196,7 @@ void reportSwitch(Observer& observer, std::string_view name, Element element, bo
 
 /// What is written for a flag that is set, and for one that is not.
 struct SwitchWords {
-  char const* set;
-  char const* cleared;
+  Word words[2];
 };
 // A flag by KVXHelper::GetBool. An empty element leaves it. The row has the words.
 extern Kind const boolSwitchKind;

@@ -23,6 +23,8 @@ struct Entries {
   std::size_t size;       ///< of an entry, in bytes
   Rows rows;              ///< of a record; one without an element has the child's own text
   Keywords const* codes = nullptr;  ///< of a code, which is the child's own text
+  /// So many find a place of their own, whatever they say; 0 for any number.
+  std::size_t most = 0;
 };
 
 /// Entries that are of a certain type.
@@ -42,6 +44,13 @@ constexpr auto entries(std::string_view item) {
 template <Vocabulary const& Words>
 constexpr auto codeEntries(std::string_view item) {
   return EntriesOf<int>{{item, sizeof(int), {}, &detail::any<Words>}};
+}
+
+/// The same entries, of which the list takes so many.
+template <class Entry>
+constexpr EntriesOf<Entry> atMost(std::size_t most, EntriesOf<Entry> entries) {
+  entries.most = most;
+  return entries;
 }
 
 /// The entry at `index` of those at `first`.

@@ -42,6 +42,7 @@ enum class Shape : std::uint8_t {
   flag,
   integer,
   natural,
+  hexadecimal,  ///< a natural, behind "0x"
   real,
   text,
   secret,

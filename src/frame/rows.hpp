@@ -230,9 +230,9 @@ namespace detail {
 template <Fixed Word>
 inline constexpr Fixed wordOf = Word;
 template <Fixed Word, Fixed Opposite, bool Sets>
-inline constexpr FlagWord flagWord{wordOf<Word>, wordOf<Opposite>, Sets};
+inline constexpr FlagWord flagWord{{{wordOf<Word>, Sets}, {wordOf<Opposite>, !Sets}}};
 template <Fixed Set, Fixed Cleared>
-inline constexpr SwitchWords switchWordsOf{wordOf<Set>.text, wordOf<Cleared>.text};
+inline constexpr SwitchWords switchWordsOf{{{wordOf<Set>, 1}, {wordOf<Cleared>, 0}}};
 
 template <Vocabulary const& Words>
 inline constexpr Keywords plain{.read = &Words, .written = &Words};

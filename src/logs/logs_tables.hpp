@@ -5,6 +5,7 @@
 #define KOVRA_LOGS_LOGS_TABLES_HPP
 
 #include <algorithm>
+#include <type_traits>
 
 #include "frame/field.hpp"
 #include "kvxlogrecords.h"
@@ -63,7 +64,8 @@ struct CleaningHistory {
   CleaningLog entries;
 };
 
-inline constexpr auto cleaningEntries = entries<cleaning>("cleaning");
+inline constexpr auto cleaningEntries =
+    atMost(std::extent_v<CleaningLog>, entries<cleaning>("cleaning"));
 
 struct CleaningHistoryReading {
   static bool read(Element root, CleaningLog& entries, Watch const& watch) {

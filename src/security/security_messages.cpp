@@ -20,7 +20,7 @@ using namespace security;
 
 constexpr Table diffieHellman = {
     membersOf<&DiffieHellman::host, hostValues>(),
-    neverRead(number<&DiffieHellman::printer_interim_key>("printer_interim_key")),
+    readOnly(number<&DiffieHellman::printer_interim_key>("printer_interim_key")),
 };
 
 constexpr Table request = {
@@ -33,7 +33,8 @@ constexpr Table request = {
 /// A reading shows the action, and a directive does not carry it.
 constexpr Table directive = {
     members<_tagSecDirecXML, directiveTable<_tagSecDirecXML>>(),
-    readOnly(neverRead(text<&_tagSecDirecXML::action>("action"))),
+    readOnly(
+        frame::detail::memberRow<&_tagSecDirecXML::action>({}, directedActionKind, &actionNames)),
     members<_tagSecDirecXML, printerMembers<_tagSecDirecXML>>(),
 };
 

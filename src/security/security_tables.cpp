@@ -111,6 +111,13 @@ constinit Kind const actionKind = {
       return actionNames;
     }};
 
+constinit Kind const directedActionKind = {
+    .shape = Shape::word,
+    .assign =
+        [](Row const& row, void* place, std::string_view member, Value const& value,
+           Problems& problems) { return textKind.assign(row, place, member, value, problems); },
+    .words = [](Row const&) -> Vocabulary const& { return actionNames; }};
+
 // Directive.
 
 bool bringToKeyword(char* text) {

@@ -121,6 +121,9 @@ struct RequestedActionReading : NeverAssigned {
 /// The action of a request for whoever composes it, who gets to know that no printer knows another.
 /// The row has the words.
 extern Kind const actionKind;
+/// The action of a directive for those who show or assign a record: a text like any other, which
+/// is the root's own.
+extern Kind const directedActionKind;
 
 // Tables.
 
@@ -141,9 +144,9 @@ inline constexpr Table directiveTable = {
 /// only written, by the rows above.
 template <class Record>
 inline constexpr Table printerMembers = {
-    text<&Record::model>(""),
-    text<&Record::serial>(""),
-    text<&Record::nonce>(""),
+    neverRead(text<&Record::model>("")),
+    neverRead(text<&Record::serial>("")),
+    neverRead(text<&Record::nonce>("")),
 };
 
 /// In the order of the document, which is not that of the record.

@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "frame/field.hpp"
 #include "frame/kvxhelper_words.hpp"
@@ -51,7 +52,8 @@ inline constexpr Table jobInfo = {
     keyword<&_KVJobInfo::print_state, jobStates>("print_state"),
 };
 
-inline constexpr auto jobEntries = entries<jobInfo>("job");
+inline constexpr auto jobEntries =
+    atMost(std::extent_v<decltype(KVJobList::jobs)>, entries<jobInfo>("job"));
 
 constexpr int roomOf(KVJobList const& list) {
   return static_cast<int>(std::size(list.jobs));
@@ -220,10 +222,11 @@ inline constexpr Table kindMembers = {
 
 /// The code is that of all panels joined, and stays as it was when the last one has no text.
 struct SequenceReading : NeverWritten, NeverAssigned {
-  static constexpr Table members = {
+  static constexpr Table panels = {
       text<&_MediaStatusInfo::description>(""),
       keyword<&_MediaStatusInfo::code, ribbonDescriptions>(""),
   };
+  static constexpr Table members = {group<_MediaStatusInfo, panels>("panel")};
 
   static bool read(Element sequence, _MediaStatusInfo& ribbon, Watch const& watch) {
     Description description(ribbon.description);

@@ -29,6 +29,7 @@ char const* nameOf(Shape shape) {
     case Shape::integer:
       return "integer";
     case Shape::natural:
+    case Shape::hexadecimal:
       return "natural";
     case Shape::real:
       return "real";

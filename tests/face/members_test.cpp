@@ -144,6 +144,101 @@ TEST(Members, TellTheirForm) {
   EXPECT_TRUE(memberAt(settings, "wireless.key").isSecret());
 }
 
+// Elements of replies.
+
+ElementDescription elementAt(ElementDescription const& around, std::string const& path) {
+  std::size_t const slash = path.find('/');
+  std::string const name = path.substr(0, slash);
+  for (ElementDescription const& element : around.elements()) {
+    if (element.name() != name) continue;
+    return slash == path.npos ? element : elementAt(element, path.substr(slash + 1));
+  }
+  throw std::invalid_argument(path);
+}
+
+std::vector<std::string> membersOf(ElementDescription const& element) {
+  std::vector<std::string> names;
+  for (MemberDescription const& member : element.members()) names.push_back(member.name());
+  return names;
+}
+
+std::vector<std::string> wordsOf(ElementDescription const& element) {
+  std::vector<std::string> words;
+  for (Keyword const& word : element.words()) words.push_back(word.word());
+  return words;
+}
+
+using Names = std::vector<std::string>;
+
+TEST(Elements, TellMembers) {
+  ElementDescription const root = messageOf("configuration").root();
+  EXPECT_EQ("configuration", root.name());
+  EXPECT_EQ(Names(), membersOf(root));
+  EXPECT_EQ(Names{"wireless"}, membersOf(elementAt(root, "wireless")));
+  EXPECT_EQ(Names{"ssid"}, membersOf(elementAt(root, "wireless/ssid")));
+  EXPECT_EQ(Names(), membersOf(elementAt(root, "media_info"))) << "it only holds others";
+  EXPECT_EQ(Names{"ribbon"}, membersOf(elementAt(root, "media_info/ribbon")));
+  EXPECT_EQ(Names{"cleaning"}, membersOf(elementAt(root, "cleaning")));
+  EXPECT_EQ(Names{"cleaning"}, membersOf(elementAt(root, "cleaning_thresholds")));
+  EXPECT_EQ("", messageOf("device-control-motor").root().name()) << "it is not read";
+}
+
+TEST(Elements, ThatAreOnlyWrittenAreNone) {
+  ElementDescription const root = messageOf("configuration").root();
+  EXPECT_THROW(elementAt(root, "ethernet/ssid"), std::invalid_argument);
+}
+
+TEST(Elements, TellTheirWords) {
+  ElementDescription const status = messageOf("general-status").root();
+  EXPECT_EQ((Names{"locked", "unlocked"}), wordsOf(elementAt(status, "printer_lock")));
+  EXPECT_EQ(1, elementAt(status, "printer_lock").words().front().code());
+  EXPECT_EQ(Names(), wordsOf(elementAt(status, "error")));
+  ElementDescription const settings = messageOf("configuration").root();
+  EXPECT_EQ((Names{"enabled", "disabled"}), wordsOf(elementAt(settings, "wireless/dhcp")));
+  EXPECT_EQ((Names{"enabled", "yes", "disabled", "no"}),
+            wordsOf(elementAt(settings, "cards/card/information/mag_stripe")));
+}
+
+TEST(Elements, TellTheirAttributes) {
+  ElementDescription const settings = messageOf("configuration").root();
+  EXPECT_EQ((Names{"max", "min"}), elementAt(settings, "lcd_contrast").attributes());
+  EXPECT_EQ(Names(), elementAt(settings, "feeder_mode").attributes());
+  ElementDescription const media = messageOf("media").root();
+  EXPECT_EQ(Names(), elementAt(media, "cards/card/transfer_temps/top_single").attributes())
+      << "only the value is read";
+  ElementDescription const sensors = messageOf("sensor-information").root();
+  EXPECT_EQ(Names{"adc_value"},
+            elementAt(sensors, "web_media/ribbon/ribbon_sync_detection").attributes());
+}
+
+TEST(Elements, TellHowOftenTheyMayCome) {
+  EXPECT_EQ(1U, messageOf("general-status").root().elements().front().mostTimes());
+  EXPECT_EQ(128U, elementAt(messageOf("job-list").root(), "job").mostTimes());
+  EXPECT_EQ(0U, elementAt(messageOf("access-points").root(), "AccessPoint").mostTimes());
+  ElementDescription const capabilities = messageOf("capabilities").root();
+  EXPECT_EQ(1U, elementAt(capabilities, "device_ports/device_port").mostTimes());
+  EXPECT_EQ(2U, elementAt(messageOf("configuration").root(), "internal_encoder/contactless_encoder")
+                    .mostTimes());
+}
+
+TEST(Elements, WithoutANameAreTheTextAround) {
+  ElementDescription const barcode =
+      elementAt(messageOf("capabilities").root(), "barcodes/barcode");
+  EXPECT_EQ(Names{"barcodes"}, membersOf(barcode));
+  EXPECT_EQ(Names{"name"}, membersOf(elementAt(barcode, "")));
+  ElementDescription const directive = messageOf("secure-action-directive").root();
+  EXPECT_EQ("", directive.elements().front().name()) << "a text counts where it stands in front";
+  EXPECT_EQ(Names{"nonce"}, membersOf(messageOf("nonce").root())) << "the root's own text";
+}
+
+TEST(Elements, OfNothingAreSafeToAskFor) {
+  ElementDescription const none;
+  EXPECT_EQ("", none.name());
+  EXPECT_TRUE(none.members().empty() && none.words().empty() && none.attributes().empty());
+  EXPECT_TRUE(none.elements().empty());
+  EXPECT_EQ(1U, none.mostTimes());
+}
+
 TEST(Members, OfNothingAreSafeToAskFor) {
   EXPECT_TRUE(MemberDescription().vocabulary().empty());
   MemberDescription const none;

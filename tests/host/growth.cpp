@@ -34,6 +34,10 @@ void showCatalogue() {
     for (Kovra::MemberDescription const& member : message.members()) {
       std::cout << member.name() << int(member.kind()) << member.title() << '\n';
     }
+    for (Kovra::ElementDescription const& element : message.root().elements()) {
+      std::cout << element.name() << element.members().size() << element.words().size()
+                << element.attributes().size() << element.mostTimes() << '\n';
+    }
     for (Kovra::Choice const& choice : message.choices()) {
       std::cout << choice.name() << int(choice.form()) << choice.words().size() << '\n';
     }

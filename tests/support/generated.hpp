@@ -55,6 +55,7 @@ class Generator {
       case Shape::integer:
         return static_cast<long>(below(2000)) - (row.size > 2 ? 1000 : 0);
       case Shape::natural:
+      case Shape::hexadecimal:
         return static_cast<long>(below(row.size == 1 ? 200 : 60000));
       case Shape::real:
         return static_cast<double>(below(4000)) / 4 - 500;

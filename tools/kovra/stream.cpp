@@ -64,23 +64,16 @@ Answer declarationStands(std::string_view bytes, std::size_t at) {
   return isBlank(bytes[behind]) || bytes[behind] == '?' ? Answer::yes : Answer::no;
 }
 
-void addNames(std::vector<MemberDescription> const& members, std::set<std::string>& names) {
-  for (MemberDescription const& member : members) {
-    for (std::string const& element : member.elements()) {
-      std::size_t at = 0;
-      do {
-        std::size_t const slash = element.find('/', at);
-        names.insert(element.substr(at, slash - at));
-        at = slash + 1;
-      } while (at != npos + 1);  // which is 0
-    }
-    addNames(member.members(), names);
-  }
-}
-
 /// Of names of equal length, or nearly so.
 std::uint64_t lengthBit(std::string_view name) {
   return std::uint64_t{1} << name.size() % 64;
+}
+
+void addNames(ElementDescription const& around, std::set<std::string>& names) {
+  for (ElementDescription const& element : around.elements()) {
+    names.insert(element.name());
+    addNames(element, names);
+  }
 }
 
 /// The roots of replies that are the name of nothing else.
@@ -88,7 +81,7 @@ std::vector<std::string> unmistakableRoots() {
   std::set<std::string> inner;
   std::set<std::string> roots;
   for (Message const& message : messages()) {
-    if (message.isRead()) addNames(message.members(), inner);
+    addNames(message.root(), inner);
     for (std::string& root : message.roots()) roots.insert(std::move(root));
   }
   std::vector<std::string> unmistakable;

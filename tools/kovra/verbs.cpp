@@ -9,6 +9,7 @@
 #include "listing.hpp"
 #include "redact.hpp"
 #include "report.hpp"
+#include "sample.hpp"
 #include "schema.hpp"
 
 namespace Kovra::tool {
@@ -26,6 +27,7 @@ std::vector<Verb> const& verbs() {
       {"list", "List the documents that decode knows", addList},
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
       {"schema", "Print the JSON Schema of messages' records", addSchema},
+      {"sample", "Make replies for those who have no printer", addSample},
   };
   return all;
 }

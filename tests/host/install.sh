@@ -71,6 +71,10 @@ expect "$work/status"
 if [[ -e $prefix/bin/kovra ]]; then
   LD_LIBRARY_PATH=$libdir "$prefix/bin/kovra" --version
   [[ -s $prefix/share/man/man1/kovra.1 ]] || { echo "kovra.1 was not installed" >&2; exit 1; }
+  for file in bash-completion/completions/kovra zsh/site-functions/_kovra \
+    fish/vendor_completions.d/kovra.fish; do
+    [[ -s $prefix/share/$file ]] || { echo "$file was not installed" >&2; exit 1; }
+  done
 fi
 
 # The README shows the same program.

@@ -46,7 +46,7 @@ holds "standard error" '*--\\x1b\[2J*' "$err"
 kovra --version
 expectStatus 0
 holds "standard output" 'kovra [0-9]*.[0-9]*.[0-9]*' "$out"
-for command in "" decode check coverage explain compose "compose media" "compose configuration" list vocabulary schema; do
+for command in "" decode check coverage explain compose "compose media" "compose configuration" list vocabulary schema sample completion diff redact report; do
   # shellcheck disable=SC2086 # none for none
   kovra $command --help
   expectStatus 0

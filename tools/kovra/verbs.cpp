@@ -1,6 +1,7 @@
 #include "verbs.hpp"
 
 #include "check.hpp"
+#include "completion.hpp"
 #include "compose.hpp"
 #include "coverage.hpp"
 #include "decode.hpp"
@@ -28,6 +29,7 @@ std::vector<Verb> const& verbs() {
       {"vocabulary", "List every element name and keyword, sorted", addVocabulary},
       {"schema", "Print the JSON Schema of messages' records", addSchema},
       {"sample", "Make replies for those who have no printer", addSample},
+      {"completion", "Print completions for a shell", addCompletion},
   };
   return all;
 }

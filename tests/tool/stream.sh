@@ -173,4 +173,13 @@ expectStatus 3
 checks=$((checks + 1))
 [[ -L link && -z $(find . -name 'result.*') ]] || complain "left over" "$(ls)"
 
+# A declaration that comes in pieces is one.
+declared='<?xml version="1.0"?><get_free_ram><bytes_free>1</bytes_free></get_free_ram>'
+for ((i = 1; i < 24; ++i)); do
+  checks=$((checks + 1))
+  found=$({ printf %s "${declared:0:i}"; sleep 0.02; printf %s "${declared:i}"; } |
+    "$tool" decode --stream --format jsonl 2>/dev/null | jq -c .ok | paste -sd' ')
+  [[ $found == true ]] || complain "a declaration cut after $i bytes gives: $found"
+done
+
 finish

@@ -161,8 +161,9 @@ bool Splitter::markup(std::string_view bytes) {
     Answer const declared = declarationStands(bytes, at_);
     if (declared == Answer::later) return false;
     if (declared == Answer::yes && (isInside_ || hasMarkup_)) return endAt(at_);
+    if (!pass(bytes, instruction_)) return false;
     hasMarkup_ |= declared == Answer::yes;
-    return pass(bytes, instruction_);
+    return true;
   }
   if (second == '!') {
     Answer const isComment = stands("<!--", bytes, at_);

@@ -54,12 +54,12 @@ for shell in bash zsh fish; do
     continue
   fi
   offers "$shell" decode dec
-  offers "$shell" "json jsonl table" decode --format ""
+  offers "$shell" "flat json jsonl prom table" decode --format ""
   offers "$shell" "json jsonl" decode --format j
   offers "$shell" "bash fish zsh" completion ""
   offers "$shell" "$messages" decode --as card
   offers "$shell" "$messages" sample card
-  offers "$shell" "--filmless" compose configuration --f
+  offers "$shell" "--filmless --from" compose configuration --f
   offers "$shell" "--files-from --format" decode --f
   offers "$shell" "--max-size" decode --format json reply.xml --max
   offers "$shell" "$below" compose device-control ""
@@ -70,7 +70,7 @@ offers bash "folder/a b.xml folder/inner.xml folder/sub" decode --output folder/
 offers bash folder/sub decode --save-failures folder/
 offers bash "ethernet,wireless" compose configuration --sections ethernet,w
 offers bash "json jsonl" decode --format = j
-offers bash "json jsonl table" decode --format =
+offers bash "flat json jsonl prom table" decode --format =
 offers bash "" nonsense --fo
 
 # What the words of a command line are nothing runs.

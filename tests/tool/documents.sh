@@ -106,7 +106,7 @@ knows() {
 mapfile -t findings < <(grep '^| K' "$docs/json.md" | grep -oE '`[a-z_0-9]+`' | tr -d '`' |
   while read -r kind; do grep -qw "$kind" known || echo "$kind=a finding"; done)
 knows json.md "$(codeOfMarkdown "$docs/json.md" | sed 's/\bK[01][0-9][0-9]\b//g')" "${findings[@]}" \
-  skipped='of a sentence' zero_missing='a choice' \
+  zero_missing='a choice' \
   KIND='stands for one' null='of JSON' -s='of jq' \
   samples='a folder' select='of jq' tsv='of jq'
 # Other pages are named after the commands.

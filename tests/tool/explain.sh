@@ -64,7 +64,7 @@ paths "general-status.printer_state" printing_heating
 kovra explain configuration.wireless.key
 holds "standard output" "*  secret    yes, *" "$out"
 kovra explain unlocked
-holds "standard output" "*: a flag*  names     locked, unlocked*" "$out"
+holds "standard output" "*: a flag*  word      unlocked (0)*  beside    locked (1)*" "$out"
 kovra explain general-status.printer_state
 holds "standard output" "*  words     *printing_heating (3), *" "$out"
 kovra explain "1/2 YMCKO"

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "compose.hpp"
 #include "output.hpp"
 #include "verbs.hpp"
 
@@ -101,6 +102,7 @@ std::vector<Command> allCommands() {
   CLI::App app("", "kovra");
   app.set_version_flag("--version", "", "Print the version and exit");
   ExitStatus status = ExitStatus::good;
+  composeInFull();
   for (Verb const& verb : verbs()) {
     verb.describe(*app.add_subcommand(verb.name, verb.title), status);
   }

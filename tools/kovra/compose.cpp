@@ -315,22 +315,30 @@ CLI::App& commandAround(CLI::App& compose, std::string const& words, Message con
   return *app;
 }
 
+bool isInFull = false;
+
 /// Its options are made when it is called.
 void addMessage(CLI::App& compose, Message const& message, ExitStatus& status) {
   std::string const words = message.command();
   CLI::App* const app = commandAround(compose, words, message)
                             .add_subcommand(words.substr(words.rfind(' ') + 1), message.purpose());
-  app->preparse_callback([app, message, &status](std::size_t) {
+  auto const describe = [app, message, &status](std::size_t) {
     app->footer(message.help());
     if (message.recordOf().empty()) {
       addCommand(*app, message);
     } else {
       addRecord(*app, message, status);
     }
-  });
+  };
+  if (isInFull) return describe(0);
+  app->preparse_callback(describe);
 }
 
 }  // namespace
+
+void composeInFull() {
+  isInFull = true;
+}
 
 void addCompose(CLI::App& compose, ExitStatus& status) {
   compose.require_subcommand(1);

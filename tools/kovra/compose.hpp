@@ -13,6 +13,10 @@ namespace Kovra::tool {
 /// With a subcommand for each message that is written.
 void addCompose(CLI::App& compose, ExitStatus& status);
 
+/// From now on every subcommand has its options at once, not only when it is called: for those who
+/// list them.
+void composeInFull();
+
 }  // namespace Kovra::tool
 
 #endif

@@ -39,7 +39,7 @@ struct Options {
 struct Shown {
   std::string data;
   std::vector<std::string> complaints;
-  std::vector<Sample> samples;
+  std::vector<MetricSample> samples;
   bool isDecoded = false;
   ExitStatus status = ExitStatus::good;
   std::size_t notes = 0;

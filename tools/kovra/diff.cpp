@@ -19,6 +19,7 @@
 #include "max_size.hpp"
 #include "output.hpp"
 #include "printable.hpp"
+#include "replies.hpp"
 #include "secret.hpp"
 #include "terminal.hpp"
 
@@ -283,12 +284,6 @@ ExitStatus compareFiles(Options const& options) {
   return differ ? ExitStatus::refused : ExitStatus::good;
 }
 
-/// Empty for the name of a message that is read, else the complaint.
-std::string checkMessage(std::string const& name) {
-  Refusal const refusal = decode({}, name).refusal();
-  return kindOf(refusal) == "unknown_message" ? refusal.message() : "";
-}
-
 void describe(CLI::App& command, Options& options) {
   command
       .add_option("FILE", options.files,
@@ -300,12 +295,7 @@ void describe(CLI::App& command, Options& options) {
   command.add_option("--format", options.format, "What to print: text (default) or json")
       ->option_text("FORMAT")
       ->check(CLI::IsMember({"text", "json"}));
-  command
-      .add_option("--as", options.as,
-                  "Read both as this document only; 'kovra list' has\n"
-                  "the names")
-      ->option_text("NAME")
-      ->check(checkMessage);
+  addAs(command, options.as, "Read both");
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not only\n"
                    "that they differ");

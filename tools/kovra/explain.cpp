@@ -99,6 +99,8 @@ char const* formName(MemberDescription::Form form) {
       return "ipv4";
     case MemberDescription::Form::hardwareAddress:
       return "hardware_address";
+    case MemberDescription::Form::hexadecimal:
+      return "hexadecimal";
   }
   return "";
 }
@@ -266,6 +268,8 @@ std::string kindText(MemberDescription const& member) {
       return "a text: an IPv4 address";
     case MemberDescription::Form::hardwareAddress:
       return "a text: a hardware address";
+    case MemberDescription::Form::hexadecimal:
+      return "a whole number without a sign, which replies write as 0x1A";
     case MemberDescription::Form::plain:
       break;
   }

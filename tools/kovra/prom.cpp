@@ -105,7 +105,7 @@ class Walk {
 
   void record(Value const& record, std::vector<MemberDescription> const& known,
               std::string const& path, std::string const& labels);
-  std::vector<Sample> take() { return std::move(samples_); }
+  std::vector<MetricSample> take() { return std::move(samples_); }
 
  private:
   void value(Value const& value, MemberDescription const& known, std::string const& path,
@@ -121,7 +121,7 @@ class Walk {
   }
 
   std::string message_;
-  std::vector<Sample> samples_;
+  std::vector<MetricSample> samples_;
 };
 
 void Walk::record(Value const& record, std::vector<MemberDescription> const& known,
@@ -207,18 +207,18 @@ std::vector<MemberDescription> membersOf(std::string const& name) {
 
 }  // namespace
 
-std::vector<Sample> samplesOf(Decoding const& decoding) {
-  std::vector<Sample> all;
+std::vector<MetricSample> samplesOf(Decoding const& decoding) {
+  std::vector<MetricSample> all;
   for (Reading const& reading : decoding.readings()) {
     Walk walk(reading.message());
     walk.record(reading.record(), membersOf(reading.message()), {}, {});
-    for (Sample& sample : walk.take()) all.push_back(std::move(sample));
+    for (MetricSample& sample : walk.take()) all.push_back(std::move(sample));
   }
   return all;
 }
 
 /// A source that comes again is another one: no series may stand twice.
-void Metrics::add(std::string_view name, std::vector<Sample> const& samples, bool isDecoded,
+void Metrics::add(std::string_view name, std::vector<MetricSample> const& samples, bool isDecoded,
                   std::size_t notes) {
   std::size_t const times = ++sources_[std::string(name)];
   std::string const source = std::string(name) + (times > 1 ? '~' + std::to_string(times) : "");
@@ -227,10 +227,10 @@ void Metrics::add(std::string_view name, std::vector<Sample> const& samples, boo
                      "What the reply said and Kovra did not take as it was",
                      {},
                      std::to_string(notes)});
-  for (Sample const& sample : samples) addSample(source, sample);
+  for (MetricSample const& sample : samples) addSample(source, sample);
 }
 
-void Metrics::addSample(std::string_view source, Sample const& sample) {
+void Metrics::addSample(std::string_view source, MetricSample const& sample) {
   auto found = metrics_.find(sample.metric);
   if (found == metrics_.end()) {
     found = metrics_.emplace(sample.metric, Metric{sample.help, {}}).first;

@@ -12,6 +12,7 @@
 
 #include "findings.hpp"
 #include "input.hpp"
+#include "messages.hpp"
 #include "output.hpp"
 #include "pipeline.hpp"
 #include "terminal.hpp"
@@ -247,7 +248,7 @@ void addReplies(CLI::App& command, ReplyOptions& options) {
 void addAs(CLI::App& command, std::string& message, std::string const& verb) {
   command.add_option("--as", message, verb + " as this document only; 'kovra list' has the names")
       ->option_text("NAME")
-      ->check(checkMessage);
+      ->check(CLI::Validator(checkMessage, isMessage(isReadMessage).get_description()));
 }
 
 void tellWaiting(ReplyOptions const& options) {

@@ -25,7 +25,7 @@ std::string startTag(Node const& element) {
   std::string tag = '<' + element.name;
   for (Attribute const& attribute : element.attributes) {
     tag += attribute.before + attribute.name + attribute.equals + attribute.quote;
-    tag += escaped(attribute.value) + attribute.quote;
+    tag += asXml(attribute.value) + attribute.quote;
   }
   return tag + (element.nodes.empty() ? "/>" : ">");
 }
@@ -51,11 +51,11 @@ void print(Node const& node, std::size_t indent, std::string& out) {
 
 Node piece(std::string_view text) {
   Node node;
-  node.text = escaped(text);
+  node.text = asXml(text);
   return node;
 }
 
-std::string escaped(std::string_view text) {
+std::string asXml(std::string_view text) {
   std::string out;
   for (char const letter : text) {
     char const* const entity = entityOf(letter);

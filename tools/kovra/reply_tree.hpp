@@ -23,7 +23,7 @@ struct Node {
   std::string name;  ///< empty for a piece of text
   std::vector<Attribute> attributes = {};
   std::vector<Node> nodes = {};
-  std::string text = {};  ///< of a piece, as XML: see escaped()
+  std::string text = {};  ///< of a piece, as XML: see asXml()
   bool isFixed = false;   ///< somebody asked for what it says, or for what an element in it says
 
   bool isElement() const { return !name.empty(); }
@@ -35,7 +35,7 @@ struct Node {
 Node piece(std::string_view text);
 
 /// With the characters replaced that mean something else in XML.
-std::string escaped(std::string_view text);
+std::string asXml(std::string_view text);
 
 /// With a line for each element, indented.
 std::string printed(Node const& root);

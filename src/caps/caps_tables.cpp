@@ -10,12 +10,16 @@ namespace {
 
 bool readIntoTheFirst(List const& list, Element element, void* entry, Watch const& watch) {
   remark(watch, [&](Observer& observer) { observer.list(list.member); });
-  bool isFirst = true;
+  Element last;
   return walkEntries(element, list.item, [&](Element child, bool) {
+    std::size_t const before = watch ? watch.observer()->told() : 0;
+    bool const result = readEntry(child, list, entry, list.member, 0, watch);
     remark(watch, [&](Observer& observer) {
-      if (!std::exchange(isFirst, false)) observer.repeatedElement(child, {});
+      if (observer.told() == before) return;
+      if (last) observer.repeatedElement(child, last, {});
+      last = child;
     });
-    return readEntry(child, list, entry, list.member, 0, watch);
+    return result;
   });
 }
 
@@ -132,9 +136,7 @@ bool CapabilitiesReading::read(Element root, _Capabilities& caps, Watch const& w
   Repeats repeats(capabilities, watch);
   bool const result = walkChildren(root, [&](Element child, bool earlier) {
     room.offer();
-    Row const* const row = rows.find(child.name());
-    repeats.take(row, child);
-    bool const now = readChild(row, child, &caps, watch, earlier);
+    bool const now = repeats.read(rows.find(child.name()), child, &caps, earlier);
     room.collect();
     return now;
   });
@@ -158,18 +160,16 @@ void tellOfLevel(Observer& observer, Element child, bool read, Word const* word)
 }  // namespace
 
 bool SharpeningLevels::read(Element levels, _Capabilities& caps, Watch const& watch) {
-  int said = 0;
   return walkEntries(levels, item, [&](Element child, bool) {
     WordText text;
     bool const read = text.read(child);
     Word const* const word = read ? sharpenings.find(text.get()) : nullptr;
+    bool const isSaidAgain = word != nullptr && (caps.imageSharpeningLevels & word->code) != 0;
     if (word != nullptr) caps.imageSharpeningLevels |= word->code;
     remark(watch, [&](Observer& observer) {
-      bool const isSaidAgain = word != nullptr && (said & word->code) != 0;
-      if (isSaidAgain) observer.repeatedElement(child, word->text);
+      if (isSaidAgain) observer.repeatedElement(child, child, word->text);
       tellOfLevel(observer, child, read, word);
     });
-    if (word != nullptr) said |= word->code;
     return read;
   });
 }

@@ -339,7 +339,7 @@ inline constexpr Table capabilities = {
     list<devicePortList>(),
     list<interfaceList>(),
     list<languageList>(),
-    reading<_Capabilities, SharpeningLevels>(SharpeningLevels::name),
+    adding(reading<_Capabilities, SharpeningLevels>(SharpeningLevels::name)),
     nested<&_Capabilities::security, security>(securityName),
     memoryRow,
     list<graphicFormatList>(),

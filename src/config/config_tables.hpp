@@ -433,10 +433,8 @@ struct CardsReading {
 
   static bool read(Element element, _KVConfiguration& record, Watch const& watch) {
     remark(watch, [](Observer& observer) { observer.list(key()); });
-    Taken taken{};
-    return walkEntries(element, cardEntries.item, [&](Element child, bool) {
-      return readCard(child, record.cards, taken, watch);
-    });
+    return walkEntries(element, cardEntries.item,
+                       [&](Element child, bool) { return readCard(child, record.cards, watch); });
   }
 
   /// The circumstances say which cards. Neither is a failure, which leaves an empty element.
@@ -467,8 +465,6 @@ struct CardsReading {
 
  private:
   using Cards = decltype(_KVConfiguration::cards);
-  /// Which places cards of the element have taken.
-  using Taken = std::array<bool, std::extent_v<Cards>>;
 
   static constexpr std::string_view key() { return memberName<&_KVConfiguration::cards>; }
 
@@ -477,16 +473,14 @@ struct CardsReading {
   }
 
   /// An observer wants to know the place before the members.
-  static bool readCard(Element element, Cards& cards, Taken& taken, Watch const& watch) {
+  static bool readCard(Element element, Cards& cards, Watch const& watch) {
     _CustomCardInfo scratch{};
     bool const result = walk(element, card, scratch, Watch());
     std::size_t const place = placeOf(scratch);
     cards[place] = scratch;
-    bool const replaces = std::exchange(taken[place], true);
     remark(watch, [&](Observer& observer) {
-      if (replaces) observer.repeatedElement(element, {});
+      if (observer.clearEntry(key(), place)) observer.repeatedElement(element, element, {});
       cards[place] = {};
-      observer.clearEntry(key(), place);
       observer.entry(key(), place, [&] { return walk(element, card, cards[place], watch); });
     });
     return result;
@@ -529,7 +523,7 @@ struct ContactlessReading : NeverWritten {
     bool const isFirst = record.contactless_encoder == 0;
     remark(watch, [&](Observer& observer) {
       bool const isThird = !isFirst && record.secondContactlessEncoder != 0;
-      if (isThird) observer.repeatedElement(element, {});
+      if (isThird) observer.repeatedElement(element, element, {});
     });
     return (isFirst ? first : second).read(element, record, watch);
   }
@@ -597,7 +591,7 @@ inline constexpr Table configuration = {
     when(sectionCleaning,
          nested<&_KVConfiguration::cleaning, cleaningThresholds>("cleaning_thresholds")),
     when(sectionFeederMode, feedMode),
-    when(sectionCards, reading<_KVConfiguration, CardsReading>("cards")),
+    when(sectionCards, adding(reading<_KVConfiguration, CardsReading>("cards"))),
     when(sectionTransferSettings | withFilm,
          nested<&_KVConfiguration::transfer_settings, transferSettings>("transfer_settings")),
     when(sectionLcdContrast, bounded<&_KVConfiguration::lcd_contrast>("lcd_contrast")),

@@ -327,6 +327,17 @@ std::string onText(Remarked what, FindingData const& finding) {
   }
 }
 
+/// What is overwritten may be what another element said.
+std::string ofRepeatedElement(FindingData const& finding) {
+  std::string const said = finding.found.empty() ? "" : quoted(finding.found);
+  if (finding.earlier.empty()) {
+    return "for the second time" + (said.empty() ? "" : ", overwrites " + said);
+  }
+  std::string const earlier = '<' + finding.earlier + '>';
+  return said.empty() ? "overwrites what " + earlier + " said"
+                      : "overwrites " + said + " of " + earlier;
+}
+
 std::string ofElement(Remarked what, FindingData const& finding) {
   switch (what) {
     case Remarked::unknownElement:
@@ -334,8 +345,7 @@ std::string ofElement(Remarked what, FindingData const& finding) {
     case Remarked::unreadAttribute:
       return "attribute " + finding.found + " is not read";
     case Remarked::repeatedElement:
-      return "for the second time" +
-             (finding.found.empty() ? "" : ", overwrites " + quoted(finding.found));
+      return ofRepeatedElement(finding);
     case Remarked::textBehind:
       return "a further document, not looked at";
     case Remarked::emptyElement:

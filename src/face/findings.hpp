@@ -43,6 +43,7 @@ struct FindingData : Growth {
   std::string element;
   std::string found;
   std::string kept;
+  std::string earlier;  ///< the name of another element, which was overwritten
   std::vector<std::string> expected;
   std::size_t count = 1;
 

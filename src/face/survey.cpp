@@ -330,6 +330,7 @@ std::vector<FindingData> Survey::notes() {
     }
     note.found = std::move(remark.found);
     note.kept = std::move(remark.kept);
+    note.earlier = std::move(remark.earlier);
     note.expected = std::move(remark.expected);
     if (remark.words != nullptr) {
       for (Word const& word : remark.words->words) note.expected.emplace_back(word.text);

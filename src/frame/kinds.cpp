@@ -638,9 +638,12 @@ constexpr Kind wordKindOf = {Shape::flag, readWordFlag<Flag>, nullptr, assignFla
 template <class Flag, class Stored>
 bool readSwitch(Row const& row, Element element, void* place, Watch const& watch) {
   Stored stored{};  // what the host has may be no value of a flag
+  bool const wasSet = watch && at<Flag>(place) != 0;
   bool const read = convertFlag(element.text(), stored);
   if (read || std::is_same_v<Stored, bool>) at<Flag>(place) = static_cast<Flag>(stored);
   remark(watch, [&](Observer& observer) {
+    bool const isCleared = !read && wasSet && at<Flag>(place) == 0;
+    if (isCleared) observer.member(row.member, false);
     if (!read) return observer.emptyElement(element);
     reportSwitch(observer, row.member, element, at<Flag>(place) != 0);
   });

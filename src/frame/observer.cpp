@@ -54,16 +54,24 @@ void Observer::measure(std::string_view name, float value) {
 
 void Observer::bits(std::string_view name, unsigned int value) {
   if (trail_ != nullptr) return member(name, value);
+  ++told_;
   put(name, ValueAccess::natural(value, true));
 }
 
 void Observer::keyword(std::string_view name, int code, std::string_view word, bool isKnown) {
   if (trail_ != nullptr) return member(name, code);
+  ++told_;
   put(name, ValueAccess::keyword(code, wholeCharacters(word), isKnown));
 }
 
-bool Observer::has(std::string_view name) const {
-  return trail_ != nullptr ? trail_->hasMember(step_, name) : record_->find(name) != nullptr;
+/// Records that are open or come later have higher numbers, and stand behind.
+Element Observer::lastToFill(std::string_view name, Element element) {
+  for (std::size_t i = filled_.size(); i-- > 0 && filled_[i].record >= inRecord_;) {
+    if (filled_[i].record != inRecord_ || filled_[i].member != name) continue;
+    return element.at(std::exchange(filled_[i].element, element.index()));
+  }
+  filled_.push_back({inRecord_, element.index(), name});
+  return {};
 }
 
 void Observer::list(std::string_view name) {
@@ -74,10 +82,10 @@ void Observer::list(std::string_view name) {
   }
 }
 
-void Observer::clearEntry(std::string_view name, std::size_t index) {
+bool Observer::clearEntry(std::string_view name, std::size_t index) {
   if (trail_ != nullptr) return trail_->forget(step_, name, index);
   Range<Value> const entries = listNamed(name).items();
-  if (index < entries.size()) entries[index] = {};
+  return index < entries.size() && !std::exchange(entries[index], {}).isNothing();
 }
 
 Value& Observer::listNamed(std::string_view name) {
@@ -102,8 +110,9 @@ Remark* Observer::add(Remarked what, Element element, std::string_view found,
   return &remark;
 }
 
-void Observer::repeatedElement(Element element, std::string_view overwritten) {
-  add(Remarked::repeatedElement, element, overwritten);
+void Observer::repeatedElement(Element element, Element earlier, std::string_view overwritten) {
+  Remark* const remark = add(Remarked::repeatedElement, element, overwritten);
+  if (remark != nullptr && earlier.name() != element.name()) remark->earlier = earlier.name();
 }
 
 void Observer::unknownWord(Element element, std::string_view text, Vocabulary const& words) {

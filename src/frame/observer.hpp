@@ -37,6 +37,7 @@ class Observer {
   /// earlier one goes.
   template <class Type>
   void member(std::string_view name, Type const& value) {
+    ++told_;
     if (trail_ != nullptr) {
       trail_->member(step_, name);
     } else if constexpr (std::is_same_v<Type, float>) {
@@ -64,21 +65,26 @@ class Observer {
   template <class Read>
   bool entry(std::string_view name, std::size_t index, Read read);
 
-  /// Forgets what entry `index` of the list `name` shows: another one takes its place.
-  void clearEntry(std::string_view name, std::size_t index);
+  /// Forgets what entry `index` of the list `name` shows: another one takes its place. Was there
+  /// anything?
+  bool clearEntry(std::string_view name, std::size_t index);
 
   /// The same for an entry that is a single value: the one that `read` reports, under any name.
   template <class Read>
   bool item(std::string_view name, std::size_t index, Read read);
 
-  /// Was the member `name` of the record under observation read before?
-  bool has(std::string_view name) const;
+  /// How many values were told so far: one that an element changes is told again.
+  std::size_t told() const { return told_; }
+
+  /// Another element fills the member `name` of the record under observation: the one that filled
+  /// it before, or none.
+  Element lastToFill(std::string_view name, Element element);
 
   /// Shows the list `name`, though no entry may follow.
   void list(std::string_view name);
 
-  /// The element comes again, and what it said before is overwritten.
-  void repeatedElement(Element element, std::string_view overwritten);
+  /// What the earlier element said is overwritten; `overwritten` is its text, if that is told.
+  void repeatedElement(Element element, Element earlier, std::string_view overwritten);
   void unknownWord(Element element, std::string_view text, Vocabulary const& words);
   /// The same of one that is neither of a few words.
   void unknownWord(Element element, std::initializer_list<std::string_view> words);
@@ -109,12 +115,22 @@ class Observer {
   static constexpr std::size_t maxRemarks = 1000;
 
  private:
+  /// Which element was the last to fill a member that several may fill.
+  struct Filled {
+    std::uint32_t record;
+    std::uint32_t element;
+    std::string_view member;
+  };
+
   void put(std::string_view name, Value value);
   Value& slot(std::string_view name);
   void single(std::string_view name, Value::Kind kind, std::uint64_t bits);
   void text(std::string_view name, std::string_view text);
   void measure(std::string_view name, float value);
   Value& listNamed(std::string_view name);
+  /// Reads a record or an entry, which gets a number.
+  template <class Read>
+  bool numbered(Read read);
   /// Null where there is no room for one more.
   Remark* add(Remarked what, Element element, std::string_view found = {},
               std::string_view kept = {});
@@ -123,6 +139,10 @@ class Observer {
   Value* record_ = nullptr;
   Trail* trail_ = nullptr;
   std::uint32_t step_ = Trail::root;
+  std::uint32_t opened_ = 0;    ///< records and entries so far
+  std::uint32_t inRecord_ = 0;  ///< the one under observation, by its number
+  std::size_t told_ = 0;
+  std::vector<Filled> filled_;
   std::vector<Remark> remarks_;
   std::size_t unlisted_ = 0;
   std::uint32_t fullList_ = Trail::root;  ///< the one that the last surplus entry was one of
@@ -136,17 +156,25 @@ Value& memberOf(Value& record, std::string_view name, Value::Kind kind);
 void dropIfEmpty(Value& record, std::string_view name);
 
 template <class Read>
+bool Observer::numbered(Read read) {
+  std::uint32_t const outer = std::exchange(inRecord_, ++opened_);
+  bool const result = read();
+  inRecord_ = outer;
+  return result;
+}
+
+template <class Read>
 bool Observer::within(std::string_view name, Read read) {
   if (trail_ != nullptr) {
     std::uint32_t const outer = std::exchange(step_, trail_->member(step_, name));
-    bool const result = read();
+    bool const result = numbered(read);
     trail_->dropIfEmpty(step_);
     step_ = outer;
     return result;
   }
   Value* const outer = record_;
   record_ = &memberOf(*outer, name, Value::Kind::record);
-  bool const result = read();
+  bool const result = numbered(read);
   record_ = outer;
   dropIfEmpty(*outer, name);
   return result;
@@ -157,7 +185,7 @@ bool Observer::entry(std::string_view name, std::size_t index, Read read) {
   if (trail_ != nullptr) {
     std::uint32_t const list = trail_->member(step_, name);
     std::uint32_t const outer = std::exchange(step_, trail_->entry(list, index));
-    bool const result = read();
+    bool const result = numbered(read);
     step_ = outer;
     return result;
   }
@@ -166,13 +194,14 @@ bool Observer::entry(std::string_view name, std::size_t index, Read read) {
   while (entries.size() <= index) entries.append({});
   record_ = &entries.items()[index];
   if (!record_->isRecord()) ValueAccess::become(*record_, Value::Kind::record);
-  bool const result = read();
+  bool const result = numbered(read);
   record_ = outer;
   return result;
 }
 
 template <class Read>
 bool Observer::item(std::string_view name, std::size_t index, Read read) {
+  ++told_;  // also of an empty one: then it shows nothing
   bool const result = entry(name, index, read);
   if (trail_ != nullptr) return result;
   Value& item = listNamed(name).items()[index];

@@ -18,7 +18,7 @@ enum class Remarked : std::uint8_t {
   unknownElement,   ///< no row names it: skipped with all in it
   unreadAttribute,  ///< no row reads it
   unreadText,       ///< no row reads it
-  repeatedElement,  ///< an earlier one of the name was overwritten
+  repeatedElement,  ///< what an earlier one said was overwritten
   alteredText,      ///< decoding dropped or changed a part of it
   replacedBytes,    ///< they are no character of the text's encoding
   condensedBlanks,  ///< several blanks became one
@@ -40,6 +40,7 @@ struct Remark {
   std::uint32_t index = 0;            ///< of the element
   std::string found;                  ///< empty for a secret
   std::string kept;                   ///< what the record holds instead; empty for a secret
+  std::string earlier;                ///< the name of the element that was overwritten, if another
   Vocabulary const* words = nullptr;  ///< what would have been right,
   std::vector<std::string> expected;  ///< or in other words
   std::size_t count = 1;

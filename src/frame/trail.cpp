@@ -44,24 +44,17 @@ bool dropEnd(std::string_view& path, std::string_view piece) {
 
 }  // namespace
 
-/// What comes again was mostly added shortly before.
-bool Trail::hasMember(std::uint32_t within, std::string_view name) const {
-  for (std::size_t i = steps_.size(); i-- > firstWithin(within);) {
-    if (steps_[i].within == within && steps_[i].isCalled(name)) return true;
-  }
-  return false;
-}
-
 /// From the end, so that forgetting one entry again and again is not to look at all of them.
-void Trail::forget(std::uint32_t within, std::string_view list, std::size_t index) {
+bool Trail::forget(std::uint32_t within, std::string_view list, std::size_t index) {
   for (std::size_t i = steps_.size(); i-- > firstWithin(within);) {
     Step& step = steps_[i];
     if (!step.isEntry() || step.number != index) continue;
     Step const& parent = steps_[step.within];
     if (parent.within != within || !parent.isCalled(list)) continue;
     step.number = forgotten;
-    return;
+    return true;
   }
+  return false;
 }
 
 /// Compares from the end of the path, of which the step is to be the last part.

@@ -36,15 +36,14 @@ class Trail {
   std::uint32_t entry(std::uint32_t list, std::size_t index) {
     return add({nullptr, static_cast<std::uint32_t>(index), list});
   }
-  /// Was such a member added?
-  bool hasMember(std::uint32_t within, std::string_view name) const;
   /// Takes back what was added last and holds nothing.
   void dropIfEmpty(std::uint32_t step) {
     if (step + 1 == steps_.size()) steps_.pop_back();
   }
 
-  /// Forgets an entry of a list of that name, with all that it holds: the one added last.
-  void forget(std::uint32_t within, std::string_view list, std::size_t index);
+  /// Forgets an entry of a list of that name, with all that it holds: the one added last. False
+  /// where there is none.
+  bool forget(std::uint32_t within, std::string_view list, std::size_t index);
 
   /// Is there a member or an entry with that path? "jobs[2].uuid". To be asked when all are added,
   /// by as many threads as like; the time is that of a search among sorted ones.

@@ -94,25 +94,15 @@ std::string_view overwritten(Row const& row, Element earlier) {
 
 }  // namespace
 
-void Repeats::tell(Row const& row, Element child, std::uint32_t earlier) {
-  observer_->repeatedElement(child, overwritten(row, child.at(earlier)));
+void Repeats::tell(Observer& observer, Row const& row, Element child, Element earlier) {
+  observer.repeatedElement(child, earlier, overwritten(row, earlier));
 }
 
 /// What is overwritten is what the last element said that fills the member, be it of this row, of
 /// another one of the table, or of a table of the same record.
-void Repeats::noteShared(Row const& row, Element child) {
-  bool isSeen = false;
-  std::uint32_t last = 0;
-  for (std::size_t i = 0; i < std::min(rows_.size(), most); ++i) {
-    if (!seen_[i] || !rows_[i].isShared || rows_[i].member != row.member) continue;
-    isSeen = true;
-    last = std::max(last, earlier_[i]);
-  }
-  if (isSeen) {
-    tell(row, child, last);
-  } else if (observer_->has(row.member)) {
-    observer_->repeatedElement(child, {});
-  }
+void Repeats::noteShared(Observer& observer, Row const& row, Element child) {
+  Element const earlier = observer.lastToFill(row.member, child);
+  if (earlier) tell(observer, row, child, earlier);
 }
 
 bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result) {
@@ -126,9 +116,7 @@ bool walkRows(Element element, Rows rows, void* record, Watch const& watch) {
   RowFinder finder(rows);
   Repeats repeats(rows, watch);
   return walkChildren(element, [&](Element child, bool result) {
-    Row const* const row = finder.find(child.name());
-    repeats.take(row, child);
-    return readChild(row, child, record, watch, result);
+    return repeats.read(finder.find(child.name()), child, record, result);
   });
 }
 

@@ -65,47 +65,53 @@ class RowFinder {
   Row const* next_;
 };
 
-/// Which rows of a table were read, and by which elements, for those who watch: an element that
-/// comes again overwrites what the earlier one said.
+/// Reads a child with the row that names it; without one it is skipped. The result is the new
+/// running result.
+bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result);
+
+/// Reads children, and knows for those who watch which rows of a table said something, and by which
+/// elements: one that comes again and says something overwrites what the earlier one said.
 class Repeats {
  public:
-  Repeats(Rows rows, Watch const& watch) : rows_(rows), observer_(watch.observer()) {
-    if (watch) std::fill_n(seen_.begin(), std::min(rows.size(), most), false);
+  Repeats(Rows rows, Watch const& watch) : rows_(rows), watch_(watch) {
+    if (watch) std::fill_n(said_.begin(), std::min(rows.size(), most), false);
   }
 
-  /// A row, or none, takes the child.
-  void take(Row const* row, Element child) {
-    if (observer_ != nullptr && row != nullptr && !row->adds) [[unlikely]]
-      note(*row, child);
+  /// As readChild().
+  bool read(Row const* row, Element child, void* record, bool result) {
+    Observer* const observer = watch_.observer();
+    if (observer == nullptr || row == nullptr || row->adds) {
+      return readChild(row, child, record, watch_, result);
+    }
+    std::size_t const before = observer->told();
+    bool const now = readChild(row, child, record, watch_, result);
+    if (observer->told() != before) note(*observer, *row, child);
+    return now;
   }
 
  private:
   /// More rows than any table has.
   static constexpr std::size_t most = 128;
 
-  void note(Row const& row, Element child) {
+  void note(Observer& observer, Row const& row, Element child) {
     auto const index = static_cast<std::size_t>(&row - rows_.data());
     if (index >= most) return;
     if (row.isShared) {
-      noteShared(row, child);
-    } else if (seen_[index]) {
-      tell(row, child, earlier_[index]);
+      noteShared(observer, row, child);
+    } else if (said_[index]) {
+      tell(observer, row, child, child.at(earlier_[index]));
     }
-    seen_[index] = true;
+    said_[index] = true;
     earlier_[index] = child.index();
   }
-  void noteShared(Row const& row, Element child);
-  void tell(Row const& row, Element child, std::uint32_t earlier);
+  static void noteShared(Observer& observer, Row const& row, Element child);
+  static void tell(Observer& observer, Row const& row, Element child, Element earlier);
 
   Rows rows_;
-  Observer* observer_;
-  std::array<bool, most> seen_;              // cleared for those who watch
+  Watch const& watch_;
+  std::array<bool, most> said_;              // cleared for those who watch
   std::array<std::uint32_t, most> earlier_;  // not cleared
 };
-
-/// Reads a child with the row that names it; without one it is skipped. The result is the new
-/// running result.
-bool readChild(Row const* row, Element child, void* record, Watch const& watch, bool result);
 
 /// Reads the children of `element` with `rows`: a child that a row names is read by it, others are
 /// skipped, a repeated one is read again. The result is that of the last child that a row read;

@@ -89,11 +89,11 @@ extern Kind const ownedListKind;
 
 template <List const& L>
 constexpr auto list(std::string_view element) {
-  return readOnly(Field<_KVMediaInfo>(Row{.element = element,
-                                          .member = L.member,
-                                          .place = &frame::detail::itself,
-                                          .kind = &ownedListKind,
-                                          .with = static_cast<Entries const*>(&L)}));
+  return adding(readOnly(Field<_KVMediaInfo>(Row{.element = element,
+                                                 .member = L.member,
+                                                 .place = &frame::detail::itself,
+                                                 .kind = &ownedListKind,
+                                                 .with = static_cast<Entries const*>(&L)})));
 }
 
 /// What is read and assigned. Written are only cards, and not all of them: see the writer.

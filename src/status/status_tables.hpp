@@ -388,7 +388,8 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
     return true;
   }
 
-  /// Where the member holds more than this element's word, the word shown is that of the member.
+  /// Where the member holds more than this element's word, the word shown is that of the member. An
+  /// unknown word adds nothing to what an earlier element said.
   static void report(Observer& observer, std::string_view name, Element element,
                      unsigned int value) {
     WordText text;
@@ -396,6 +397,7 @@ struct MergedKeywordKind : NeverWritten, NeverAssigned {
     int const code = static_cast<int>(value);
     Word const* const sent = Words.find(text.get());
     if (sent == nullptr) observer.unknownWord(element, element.text(), Words);
+    if (sent == nullptr && code != 0) return;
     std::string_view const word =
         sent != nullptr && sent->code == code ? sent->text : Words.wordOf(code);
     bool const known = !word.empty() && (sent != nullptr || code != 0);

@@ -292,14 +292,37 @@ TEST(TheWholeReply, TellsOfWhatIsPutIntoAnElement) {
   }
 }
 
+/// An element that says nothing changes nothing when it comes again.
+bool saysSomething(std::string const& element) {
+  test::SecondOpinion const opinion(element);
+  return !opinion.said().empty();
+}
+
 TEST(TheWholeReply, TellsOfAnElementThatComesAgain) {
   for (Sample const& sample : samples()) {
     std::string const before = test::everythingOf(decode(sample.text));
     for (Place const& place : someOf(reachedElements(sample.text), many)) {
       if (place.isRoot) continue;
+      std::string const element = sample.text.substr(place.begin, place.end - place.begin);
       std::string text = sample.text;
-      text.insert(place.end, sample.text.substr(place.begin, place.end - place.begin));
-      expectShown(sample, before, text, "a second " + place.name);
+      text.insert(place.end, element);
+      if (!saysSomething(element)) {
+        expectNothingLost(text, sample.name + " with a second " + place.name);
+      } else {
+        expectShown(sample, before, text, "a second " + place.name);
+      }
+    }
+  }
+}
+
+/// An empty one overwrites nothing, or that is told.
+TEST(TheWholeReply, TellsOfAnElementThatComesAgainEmpty) {
+  for (Sample const& sample : samples()) {
+    for (Place const& place : someOf(reachedElements(sample.text), many)) {
+      if (place.isRoot) continue;
+      std::string text = sample.text;
+      text.insert(place.end, '<' + place.name + "/>");
+      expectNothingLost(text, sample.name + " with a second, empty " + place.name);
     }
   }
 }

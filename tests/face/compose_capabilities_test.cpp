@@ -95,10 +95,10 @@ TEST(DecodeCapabilities, ShowsWhatKeywordsWithoutTextStored) {
   EXPECT_EQ(found.record.at("printSystem"), Value::unknownKeyword(-1, ""));
   EXPECT_EQ(found.record.at("laminatorPresent"), Value(false));
   EXPECT_EQ(found.notes,
-            "<print_system>: for the second time, overwrites \"direct\"\n"
             "<print_system>: empty, not read\n"
-            "<laminator>: for the second time, overwrites \"present\"\n"
-            "<laminator>: empty, not read\n");
+            "<print_system>: for the second time, overwrites \"direct\"\n"
+            "<laminator>: empty, not read\n"
+            "<laminator>: for the second time, overwrites \"present\"\n");
 }
 
 TEST(DecodeCapabilities, ShowsSharpeningLevelsByTheirWords) {

@@ -411,11 +411,11 @@ TEST(Notes, OfOnePlaceStandInTheOrderInWhichTheyWereMade) {
   std::string text = "<configuration>\n";
   Texts expected;
   for (int line = 2; line < 52; ++line) {
-    text += "<lcd_contrast/>\n";
+    text += "<lcd_contrast max='9'>x</lcd_contrast>\n";
     std::string const place = std::to_string(line) + ":1 <lcd_contrast>: ";
-    if (line > 2) expected.push_back(place + "for the second time");
-    expected.push_back(place + "no number in attribute \"min, max\", not read");
-    expected.push_back(place + "empty, not read");
+    expected.push_back(place + "no number in attribute \"min\", not read");
+    expected.push_back(place + "\"x\" is not a whole decimal number");
+    if (line > 2) expected.push_back(place + "for the second time, overwrites \"x\"");
   }
   EXPECT_EQ(toldOf(text + "</configuration>"), expected);
 }
@@ -521,16 +521,21 @@ TEST(Notes, TellOfElementsThatFillTheMemberOfAnother) {
                    "<ribbon_remaining>6</ribbon_remaining>\n"
                    "<panels_remaining>7</panels_remaining></ribbon></get_media_status>"),
             (Texts{"1:46 <b>: unknown element, skipped",
-                   "2:1 <ribbon_remaining>: for the second time, overwrites \"5\"",
-                   "3:1 <panels_remaining>: for the second time, overwrites \"6\""}));
+                   "2:1 <ribbon_remaining>: overwrites \"5\" of <panels_remaining>",
+                   "3:1 <panels_remaining>: overwrites \"6\" of <ribbon_remaining>"}));
+  EXPECT_EQ(toldOf("<get_media_status><ribbon><panels_remaining>5</panels_remaining>\n"
+                   "<ribbon_remaining/>\n"
+                   "<panels_remaining>7</panels_remaining></ribbon></get_media_status>"),
+            (Texts{"2:1 <ribbon_remaining>: empty, not read",
+                   "3:1 <panels_remaining>: for the second time, overwrites \"5\""}));
   EXPECT_EQ(toldOf("<get_media_status><ribbon><sequence><panel>ymcko</panel></sequence>\n"
                    "<description>YMCKO</description></ribbon></get_media_status>"),
-            Texts{"2:1 <description>: for the second time"});
+            Texts{"2:1 <description>: overwrites what <sequence> said"});
   EXPECT_EQ(toldOf("<configuration><lamination><top_laminate><laminate_control>"
                    "<top_temp_adjust min='0' max='9'>5</top_temp_adjust>\n"
                    "<bot_temp_adjust min='0' max='9'>6</bot_temp_adjust>"
                    "</laminate_control></top_laminate></lamination></configuration>"),
-            Texts{"2:1 <bot_temp_adjust>: for the second time, overwrites \"5\""});
+            Texts{"2:1 <bot_temp_adjust>: overwrites \"5\" of <top_temp_adjust>"});
 }
 
 /// Encoders' elements share a table, and a state is stored by its own name.
@@ -538,14 +543,15 @@ TEST(Notes, TellOfAStateThatAnotherEncoderSays) {
   std::string const reply =
       "<get_job_status><status_mag><mag_state>reading</mag_state></status_mag>"
       "<status_contact>\n<mag_state>encoding</mag_state></status_contact></get_job_status>";
-  EXPECT_EQ(toldOf(reply), Texts{"2:1 <mag_state>: for the second time"});
+  std::string const note = "2:1 <mag_state>: for the second time, overwrites \"reading\"";
+  EXPECT_EQ(toldOf(reply), Texts{note});
   EXPECT_EQ(toldOf("<get_job_status><status_mag><mag_state>reading</mag_state></status_mag>"
                    "<status_contact><contact_state>encoding</contact_state></status_contact>"
                    "</get_job_status>"),
             Texts{});
   Reply<KVJobStatus> const read = Kovra::read<KVJobStatus>(reply);
   ASSERT_EQ(read.notes().size(), 1U) << "nor where nothing is shown";
-  EXPECT_EQ(told(read.notes().front()), "2:1 <mag_state>: for the second time");
+  EXPECT_EQ(told(read.notes().front()), note);
 }
 
 TEST(Notes, TellOfCardsThatTakeThePlaceOfAnother) {
@@ -557,6 +563,37 @@ TEST(Notes, TellOfCardsThatTakeThePlaceOfAnother) {
   EXPECT_EQ(toldOf("<configuration><cards>\n" + one + "Staff" + end + one + "Custom 1" + end + one +
                    "Guest" + end + one + "Custom 1" + end + "</cards></configuration>"),
             (Texts{"4:1 <card>: for the second time", "5:1 <card>: for the second time"}));
+  EXPECT_EQ(toldOf("<configuration><cards>\n" + one + "Custom 1" + end + "</cards><cards>\n" + one +
+                   "Staff" + end + "</cards></configuration>"),
+            Texts{})
+      << "each has its place";
+  EXPECT_EQ(toldOf("<configuration><cards>\n" + one + "Staff" + end + "</cards><cards>\n" + one +
+                   "Guest" + end + "</cards></configuration>"),
+            Texts{"4:1 <card>: for the second time"});
+}
+
+TEST(Notes, TellNothingOfListsThatComeAgainAndAppend) {
+  std::string const films = "<films><film><description>a</description></film></films>\n";
+  EXPECT_EQ(toldOf("<media>\n" + films + films + "</media>"), Texts{});
+  std::string const text = "<image_sharpening_level>";
+  std::string const end = "</image_sharpening_level></image_sharpening_levels>\n";
+  std::string const high = "<image_sharpening_levels>" + text + "high" + end;
+  std::string const low = "<image_sharpening_levels>" + text + "low" + end;
+  EXPECT_EQ(toldOf("<capabilities>\n" + high + low + "</capabilities>"), Texts{});
+  EXPECT_EQ(toldOf("<capabilities>\n" + high + high + "</capabilities>"),
+            Texts{"3:26 <image_sharpening_level>: for the second time, overwrites \"high\""});
+}
+
+TEST(Notes, TellNothingOfElementsThatOverwriteNothing) {
+  EXPECT_EQ(toldOf(status("<error>5</error>\n<error/>")), Texts{"3:1 <error>: empty, not read"});
+  std::string const port = "<device_port><port_id>1</port_id></device_port>";
+  EXPECT_EQ(toldOf("<capabilities><device_ports>" + port +
+                   "<device_port/></device_ports>"
+                   "</capabilities>"),
+            Texts{});
+  EXPECT_EQ(toldOf("<configuration><wireless><ssid>a</ssid></wireless>\n<wireless/>"
+                   "</configuration>"),
+            Texts{"2:1 <wireless>: empty, not read"});
 }
 
 TEST(Notes, TellOfASharpeningLevelThatComesAgain) {

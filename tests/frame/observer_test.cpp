@@ -138,9 +138,10 @@ TEST(ObservedWalk, RemarksOnElementsThatComeAgainWithWhatTheyOverwrite) {
   EXPECT_EQ(outcome.remarks[0].found, "1");
   EXPECT_EQ(outcome.tree().view(outcome.tree().node(outcome.remarks[0].index + 1).value), "2")
       << "it is about the one that came again";
-  EXPECT_EQ(outcome.remarks[1].what, Remarked::repeatedElement);
-  EXPECT_EQ(outcome.remarks[1].found, "2");
-  EXPECT_EQ(outcome.remarks[2].what, Remarked::notANumber);
+  EXPECT_EQ(outcome.remarks[1].what, Remarked::notANumber);
+  EXPECT_EQ(outcome.remarks[2].what, Remarked::repeatedElement);
+  EXPECT_EQ(outcome.remarks[2].found, "2");
+  EXPECT_EQ(outcome.remarks[2].index, outcome.remarks[1].index);
 }
 
 TEST(ObservedWalk, RemarksOnRecordsThatComeAgainAndNotOnWhatStoodInThem) {
@@ -150,9 +151,51 @@ TEST(ObservedWalk, RemarksOnRecordsThatComeAgainAndNotOnWhatStoodInThem) {
   for (Remark const& remark : outcome.remarks) {
     EXPECT_EQ(remark.what, Remarked::repeatedElement);
     EXPECT_EQ(remark.found, "");
+    EXPECT_EQ(remark.earlier, "");
   }
   EXPECT_EQ(outcome.elementOf(outcome.remarks[0]), "inner");
   EXPECT_EQ(outcome.elementOf(outcome.remarks[1]), "odd");
+}
+
+TEST(ObservedWalk, RemarksOnNoElementThatOverwritesNothing) {
+  for (char const* const children :
+       {"<whole>1</whole><whole/>", "<whole/><whole>1</whole>", "<text>a</text><text/>",
+        "<word>dual</word><word/>", "<inner><depth>1</depth></inner><inner/>",
+        "<inner><depth>1</depth></inner><inner><other>2</other></inner>",
+        "<inner/><inner><depth>1</depth></inner>", "<level>5</level><level/>",
+        "<sensor at='5'/><sensor/>", "<bits>0x1</bits><bits>zz</bits>"}) {
+    for (Remark const& remark : Watched(children).remarks) {
+      EXPECT_NE(remark.what, Remarked::repeatedElement) << children;
+    }
+  }
+}
+
+TEST(ObservedWalk, RemarksOnTheLastElementThatSaidWhatIsOverwritten) {
+  Watched const outcome("<whole>1</whole><whole/><whole>2</whole>");
+  ASSERT_EQ(outcome.remarks.size(), 2U);
+  EXPECT_EQ(outcome.remarks[0].what, Remarked::emptyElement);
+  EXPECT_EQ(outcome.remarks[1].what, Remarked::repeatedElement);
+  EXPECT_EQ(outcome.remarks[1].found, "1");
+}
+
+constexpr Table clearedRows = {clearedYesOrNo<&Sample::wanted>("wanted")};
+
+TEST(ObservedWalk, RemarksOnAnElementThatClearsAFlagWithoutAWord) {
+  for (bool const isSet : {true, false}) {
+    std::string const first = isSet ? "<wanted>yes</wanted>" : "<wanted>no</wanted>";
+    Scanned const scanned("<sample>" + first + "<wanted/></sample>");
+    Value shown;
+    Observer observer(scanned.tree(), shown);
+    Sample record{};
+    walk(firstElement(scanned.tree()), clearedRows, record, observer);
+    EXPECT_FALSE(record.wanted);
+    EXPECT_EQ(shown, Value::object({{"wanted", false}}));
+    ASSERT_EQ(observer.remarks().size(), isSet ? 2U : 1U);
+    EXPECT_EQ(observer.remarks().front().what, Remarked::emptyElement);
+    if (!isSet) continue;
+    EXPECT_EQ(observer.remarks().back().what, Remarked::repeatedElement);
+    EXPECT_EQ(observer.remarks().back().found, "yes");
+  }
 }
 
 /// The remarks on the children of a root that a table of the test's own reads.
@@ -397,8 +440,9 @@ TEST(ObservedEntries, MayBeSingleValues) {
   });
   observer.item("items", 2, [] { return false; });
   EXPECT_EQ(shown.at("items"), Value::list({{}, 7, {}}));
-  observer.clearEntry("items", 1);
-  observer.clearEntry("items", 99);
+  EXPECT_TRUE(observer.clearEntry("items", 1));
+  EXPECT_FALSE(observer.clearEntry("items", 1)) << "it shows nothing";
+  EXPECT_FALSE(observer.clearEntry("items", 99));
   EXPECT_EQ(shown.at("items"), Value::list({{}, {}, {}}));
 }
 

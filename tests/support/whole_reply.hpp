@@ -274,8 +274,18 @@ struct Telling {
   TiXmlElement const* element;
   std::string found;
   std::string kept;
+  std::string overwritten;  ///< the name of the elements one of which is overwritten
   std::vector<std::string> expected;
 };
+
+/// It is in the sentence where it is another one than the element's own.
+inline std::string overwrittenBy(Note const& note) {
+  std::string const sentence = note.message();
+  bool const isAnother = sentence.find(">: overwrites ") == note.element().size() + 1;
+  if (!isAnother) return note.element();
+  std::size_t const begin = sentence.rfind('<') + 1;
+  return sentence.substr(begin, sentence.find('>', begin) - begin);
+}
 
 /// Which of the things that were said notes tell of.
 class Told {
@@ -289,6 +299,7 @@ class Told {
                            opinion.elementAt(begin),
                            note.found(),
                            note.kept(),
+                           overwrittenBy(note),
                            note.expected()});
     }
   }
@@ -347,24 +358,17 @@ class Told {
     return isOfText && isOwn && (!said.isAttribute || telling.found == said.text);
   }
 
-  /// The element is, or stands in, an earlier one that fills the same member: one of the name or
-  /// one that said what was found, beside the one that comes again or in a sibling of the element
-  /// around it.
+  /// The element is, or stands in, an earlier one of the name that is overwritten: beside the one
+  /// that the note is about, or in a sibling of the element around that.
   static bool overwrites(Telling const& telling, TiXmlElement const* element) {
     if (telling.id != "K104" || telling.element == nullptr) return false;
-    std::string const& name = telling.element->ValueStr();
-    for (TiXmlNode const* earlier = telling.element->PreviousSibling(); earlier != nullptr;
-         earlier = earlier->PreviousSibling()) {
-      if (!isWithin(earlier, element)) continue;
-      TiXmlNode const* const first = earlier->FirstChild();
-      return earlier->ValueStr() == name ||
-             (first != nullptr && first->ValueStr() == telling.found);
-    }
     TiXmlNode const* const parent = telling.element->Parent();
-    for (TiXmlNode const* aunt = parent->PreviousSibling(); aunt != nullptr;
-         aunt = aunt->PreviousSibling()) {
-      bool const isCousin = element->Parent() == aunt && element->ValueStr() == name;
-      if (isCousin && aunt->ValueStr() != parent->ValueStr()) return true;
+    for (TiXmlNode const* earlier = element; earlier->Parent() != nullptr;
+         earlier = earlier->Parent()) {
+      bool const isNamed = earlier->ValueStr() == telling.overwritten;
+      if (!isNamed || Spot(earlier->Row(), earlier->Column()) >= telling.begin) continue;
+      bool const isSibling = earlier->Parent() == parent;
+      if (isSibling || earlier->Parent()->Parent() == parent->Parent()) return true;
     }
     return false;
   }

@@ -107,7 +107,7 @@ class KOVRA_EXPORT Finding {
   std::string path() const;
   /// Its name: "channel".
   std::string element() const;
-  /// What stands there; empty where that is a secret.
+  /// What stands there; empty where that is a secret, or stands unread beside one.
   std::string found() const;
   /// What the record holds in its place; empty for a secret.
   std::string kept() const;

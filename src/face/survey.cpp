@@ -13,6 +13,7 @@
 
 #include "face/catalogue.hpp"
 #include "frame/places.hpp"
+#include "frame/row.hpp"
 
 namespace Kovra {
 
@@ -118,6 +119,14 @@ std::string beginningOf(std::string_view text) {
   return std::string(text.substr(0, end)) + "...";
 }
 
+/// Are there secrets among what an element is read into? Groups fill the same record.
+bool holdSecrets(Rows rows) {
+  return std::any_of(rows.begin(), rows.end(), [](Row const& row) {
+    bool const isOfRecord = row.kind->shape == Shape::group || row.element.empty();
+    return row.kind->shape == Shape::secret || (isOfRecord && holdSecrets(rowsBelow(row)));
+  });
+}
+
 /// Reads a reply once more, with all details: decoding changed the text, and few replies need them.
 class Survey {
  public:
@@ -140,9 +149,12 @@ class Survey {
   std::string_view piece(std::size_t begin, std::size_t end) const {
     return source_.whole().substr(begin, end - begin);
   }
-  bool isHidden(Index element) const { return stateOf(element) == Usage::hidden; }
+  bool isHidden(Index element) const {
+    return stateOf(element) == Usage::hidden || besideSecrets_[element];
+  }
   std::string pathOf(Index element) const;
 
+  void hideBesideSecrets(Element element, Rows rows);
   void add(Remark remark, Index element, std::size_t begin, std::size_t end);
   bool isFurtherDocument(Index node) const;
   void addUnusedNode(Index node);
@@ -156,7 +168,8 @@ class Survey {
   frame::Reply reply_;
   std::vector<Index> parents_;
   Index firstRead_ = Finding::nowhere;
-  std::vector<bool> lost_;  ///< nodes of which a finding tells, with all below them
+  std::vector<bool> lost_;           ///< nodes of which a finding tells, with all below them
+  std::vector<bool> besideSecrets_;  ///< elements whose texts and attributes may be secrets
   std::vector<Finding> findings_;
   std::size_t unlisted_ = 0;
 };
@@ -177,9 +190,27 @@ Survey::Survey(Source const& source, Usage const& usage)
     }
   }
   lost_.resize(count);
+  besideSecrets_.resize(count);
+  for (Element root = firstElement(tree()); root; root = root.nextSibling()) {
+    for (MessageRow const& message : repliesOf(root.name())) hideBesideSecrets(root, message.rows);
+  }
   Element read = firstElement(tree());
   while (read && stateOf(read.index()) == Usage::unused) read = read.nextSibling();
   if (read) firstRead_ = read.index();
+}
+
+/// A text in the wrong place may be a secret that belongs into an element beside it. Rows that are
+/// only written count as well: the reply may be a request that was saved.
+void Survey::hideBesideSecrets(Element element, Rows rows) {
+  if (holdSecrets(rows)) besideSecrets_[element.index()] = true;
+  for (Row const& row : rows) {
+    if (row.element.empty()) hideBesideSecrets(element, rowsBelow(row));
+  }
+  for (Element child = element.firstChild(); child; child = child.nextSibling()) {
+    for (Row const& row : rows) {
+      if (row.element == child.name()) hideBesideSecrets(child, rowsBelow(row));
+    }
+  }
 }
 
 void Survey::add(Remark remark, Index element, std::size_t begin, std::size_t end) {

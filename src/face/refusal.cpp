@@ -8,6 +8,7 @@ namespace Kovra {
 
 namespace {
 
+using frame::Fault;
 using Kovra::detail::FindingData;
 using Kovra::detail::kindOf;
 using Kovra::detail::Refused;
@@ -22,67 +23,70 @@ struct Wording {
 std::string tag(std::string_view name) {
   return '<' + std::string(name) + '>';
 }
-std::string endTag(std::string_view name) {
-  return "</" + std::string(name) + '>';
-}
 std::string quoted(std::string_view name) {
   return '"' + std::string(name) + '"';
 }
 
-Wording endOfText(std::string_view where, std::string const& expected) {
-  return {"the end of the text " + std::string(where), expected};
-}
+/// A fault in words. In them %f stands for what was found, %e for the name of the open element, %o
+/// for that element and where it was opened, %n for the limit.
+struct FaultWords {
+  Fault fault;
+  std::string_view found;
+  std::string_view expected;
+  std::size_t limit = 0;
+};
 
-/// Every fault in words; the compiler names one that is forgotten.
-Wording wordingOf(frame::Scan const& scan, std::string const& open) {
-  using frame::Fault;
-  std::string const found(scan.found);
-  switch (scan.fault) {
-    case Fault::none:
-      return {};
-    case Fault::tooLong:
-      return {"a text of more than " + std::to_string(frame::Tree::longestText) + " bytes",
-              "a reply"};
-    case Fault::tooDeep:
-      return {"an element more than " + std::to_string(frame::maxDepth) + " deep",
-              "at most " + std::to_string(frame::maxDepth) + " nested elements"};
-    case Fault::tooManyAttributes:
-      return {"more than " + std::to_string(frame::maxAttributes) + " attributes" + open,
-              "at most " + std::to_string(frame::maxAttributes)};
-    case Fault::empty:
-      return {"text before the document", "an XML document"};
-    case Fault::noElementName:
-      return {"a tag without a name", "an element's name"};
-    case Fault::noAttributeName:
-      return {"no name" + open, "an attribute, \"/>\" or \">\""};
-    case Fault::noEqualsSign:
-      return {"attribute " + quoted(found) + " without a value", "\"=\""};
-    case Fault::strayQuote:
-      return {"a stray quote in the value of attribute " + quoted(found),
-              "a value in quotes, or one without any"};
-    case Fault::repeatedAttribute:
-      return {"attribute " + quoted(found) + " for the second time" + open, "each attribute once"};
-    case Fault::badReference:
-      return {"\"&#\" without a character's number", "a reference such as \"&#38;\""};
-    case Fault::brokenEmptyTag:
-      return {"\"/\" in the tag" + open, "\"/>\""};
-    case Fault::wrongEndTag:
-      return {endTag(found) + open, endTag(scan.openElement)};
-    case Fault::brokenEndTag:
-      return {"no \">\" behind \"</" + found + "\"", endTag(found)};
-    case Fault::brokenDeclaration:
-      return {"a broken declaration" + open, "\"<?xml version=...?>\" before the root"};
-    case Fault::endsInTag:
-      return endOfText("inside a tag" + open, "\">\"");
-    case Fault::endsInQuotes:
-      return endOfText("inside the value of attribute " + quoted(found) + open,
-                       "the closing quote");
-    case Fault::endsInMarkup:
-      return endOfText("behind " + quoted(found) + open, "its end");
-    case Fault::endsInElement:
-      return {"the end of the text" + open, endTag(scan.openElement)};
+constexpr FaultWords faultWords[] = {
+    {Fault::none, "", ""},
+    {Fault::tooLong, "a text of more than %n bytes", "a reply", frame::Tree::longestText},
+    {Fault::tooDeep, "an element more than %n deep", "at most %n nested elements", frame::maxDepth},
+    {Fault::tooManyAttributes, "more than %n attributes%o", "at most %n", frame::maxAttributes},
+    {Fault::empty, "text before the document", "an XML document"},
+    {Fault::noElementName, "a tag without a name", "an element's name"},
+    {Fault::noAttributeName, "no name%o", R"(an attribute, "/>" or ">")"},
+    {Fault::noEqualsSign, R"(attribute "%f" without a value)", R"("=")"},
+    {Fault::strayQuote, R"(a stray quote in the value of attribute "%f")",
+     "a value in quotes, or one without any"},
+    {Fault::repeatedAttribute, R"(attribute "%f" for the second time%o)", "each attribute once"},
+    {Fault::badReference, R"("&#" without a character's number)", R"(a reference such as "&#38;")"},
+    {Fault::brokenEmptyTag, R"("/" in the tag%o)", R"("/>")"},
+    {Fault::wrongEndTag, "</%f>%o", "</%e>"},
+    {Fault::brokenEndTag, R"(no ">" behind "</%f")", "</%f>"},
+    {Fault::brokenDeclaration, "a broken declaration%o",
+     R"("<?xml version=...?>" before the root)"},
+    {Fault::endsInTag, "the end of the text inside a tag%o", R"(">")"},
+    {Fault::endsInQuotes, R"(the end of the text inside the value of attribute "%f"%o)",
+     "the closing quote"},
+    {Fault::endsInMarkup, R"(the end of the text behind "%f"%o)", "its end"},
+    {Fault::endsInElement, "the end of the text%o", "</%e>"},
+};
+
+/// Each fault has its words, at its place.
+consteval bool areInOrder() {
+  std::size_t place = 0;
+  for (FaultWords const& words : faultWords) {
+    if (static_cast<std::size_t>(words.fault) != place++) return false;
   }
-  return {};
+  return place == static_cast<std::size_t>(Fault::endsInElement) + 1;
+}
+static_assert(areInOrder());
+
+/// `open` says where the open element was opened.
+Wording wordingOf(frame::Scan const& scan, std::string const& open) {
+  FaultWords const& words = faultWords[static_cast<std::size_t>(scan.fault)];
+  auto const filled = [&](std::string_view form) {
+    std::string text;
+    for (std::size_t mark; (mark = form.find('%')) != form.npos; form.remove_prefix(mark + 2)) {
+      text += form.substr(0, mark);
+      char const what = form[mark + 1];
+      if (what == 'f') text += scan.found;
+      if (what == 'e') text += scan.openElement;
+      if (what == 'o') text += open;
+      if (what == 'n') text += std::to_string(words.limit);
+    }
+    return text.append(form);
+  };
+  return {filled(words.found), filled(words.expected)};
 }
 
 FindingData refusalOf(detail::FindingKindData const& kind, Wording wording) {
@@ -155,7 +159,7 @@ FindingData refuseMessage(std::string_view name, Messages const& known) {
 
 FindingData refuseLength() {
   frame::Scan scan;
-  scan.fault = frame::Fault::tooLong;
+  scan.fault = Fault::tooLong;
   return refusalOf(kindOf(scan.fault), wordingOf(scan, {}));
 }
 
@@ -186,7 +190,7 @@ FindingData refuseSource(Source const& source) {
 }
 
 FindingData refuseText(Source const& source, frame::Scan const& scan) {
-  if (scan.fault == frame::Fault::empty) return refuseTextBefore(source, scan);
+  if (scan.fault == Fault::empty) return refuseTextBefore(source, scan);
   std::size_t const at = source.skipped() + scan.offset;
   std::size_t behind = at + std::min<std::size_t>(1, source.whole().size() - at);
   while (behind < source.whole().size() &&

@@ -210,6 +210,16 @@ TEST(TheWholeReply, IsMissedWhereSomethingIsLost) {
       << "a note tells of the element, whatever it says";
 }
 
+TEST(TheWholeReply, EndsBeforeAFurtherDocument) {
+  std::string const first = "<get_free_ram><bytes_free>five</bytes_free></get_free_ram>";
+  std::string const second = "<get_free_ram><bytes_free>six</bytes_free></get_free_ram>";
+  EXPECT_EQ(test::lostOf(first + second, decode(first + second)), std::vector<std::string>{});
+  EXPECT_TRUE(test::showsChange(decode(first + second), first + second, first + first))
+      << "a note passes over it";
+  EXPECT_EQ(test::lostOf(first + second, decode(first)),
+            std::vector<std::string>{"/get_free_ram/bytes_free: six"});
+}
+
 /// Other texts in the place of one: another number or word, and the same with something behind.
 std::vector<std::string> others(std::string const& text) {
   std::string other = "qzx";

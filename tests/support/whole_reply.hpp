@@ -328,11 +328,13 @@ class Told {
     return false;
   }
 
-  /// Skipped is an unknown element, and an entry for which there is no room, with all behind it.
+  /// Skipped is an unknown element, a further document, and an entry for which there is no room,
+  /// with all behind it.
   static bool skips(Telling const& telling, TiXmlElement const* element, Spot spot) {
-    if (telling.id != "K101" && telling.id != "K117") return false;
+    bool const isList = telling.id == "K117";
+    if (!isList && telling.id != "K101" && telling.id != "K108") return false;
     if (telling.begin <= spot && spot < telling.end) return true;
-    if (telling.id == "K101" || telling.element == nullptr) return false;
+    if (!isList || telling.element == nullptr) return false;
     std::string const name = telling.element->ValueStr();
     TiXmlElement const* later = telling.element->NextSiblingElement(name);
     for (; later != nullptr; later = later->NextSiblingElement(name)) {

@@ -210,6 +210,15 @@ TEST(TheWholeReply, IsMissedWhereSomethingIsLost) {
       << "a note tells of the element, whatever it says";
 }
 
+TEST(TheWholeReply, IsNotMissedWhereBlanksStandBehindANumber) {
+  std::string const contrast = "<configuration><lcd_contrast min='1 ' max='9\n'>5</lcd_contrast>";
+  std::string const text = contrast + "</configuration>";
+  EXPECT_EQ(test::lostOf(text, decode(text)), std::vector<std::string>{});
+  std::string const other = "<configuration><lcd_contrast min='1x' max='9'>5</lcd_contrast>";
+  EXPECT_EQ(test::lostOf(other + "</configuration>", decode(text)),
+            std::vector<std::string>{"/configuration/lcd_contrast@min: 1x"});
+}
+
 TEST(TheWholeReply, EndsBeforeAFurtherDocument) {
   std::string const first = "<get_free_ram><bytes_free>five</bytes_free></get_free_ram>";
   std::string const second = "<get_free_ram><bytes_free>six</bytes_free></get_free_ram>";

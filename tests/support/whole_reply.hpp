@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <map>
 #include <set>
@@ -47,6 +48,11 @@ inline std::string measureKey(double value) {
   return key.data();
 }
 
+/// Blanks behind a number say nothing.
+inline bool isEnd(char const* end) {
+  return end[std::strspn(end, " \t\r\n")] == '\0';
+}
+
 /// Decimal, or hexadecimal behind "0x", with nothing behind it; empty for anything else.
 inline std::string wholeKey(std::string const& text) {
   bool const isHexadecimal = text.compare(0, 2, "0x") == 0;
@@ -59,7 +65,7 @@ inline std::string wholeKey(std::string const& text) {
   } else {
     key = std::to_string(std::strtoull(text.c_str(), &end, isHexadecimal ? 16 : 10));
   }
-  bool const isWhole = end != text.c_str() && *end == '\0' && errno == 0;
+  bool const isWhole = end != text.c_str() && isEnd(end) && errno == 0;
   return isWhole ? "whole " + key : "";
 }
 
@@ -95,7 +101,7 @@ inline Meanings meaningsOf(std::string const& text) {
   add(wholeKey(text));
   char* end = nullptr;
   double const measure = std::strtod(text.c_str(), &end);
-  if (end != text.c_str() && *end == '\0') add(measureKey(measure));
+  if (end != text.c_str() && isEnd(end)) add(measureKey(measure));
   if (std::find(std::begin(yesWords), std::end(yesWords), text) != std::end(yesWords)) {
     add("flag 1");
   }

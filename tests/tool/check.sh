@@ -48,7 +48,7 @@ same "places" "<stdin>#1:1:21: <stdin>#2:1:21: <stdin>#3:1:1:" "$(cut -d' ' -f1 
 } >many.xml
 kovra check many.xml
 expectStatus 1
-same "the last line" "many.xml: note: 1001 more notes [K118]" "$(tail -n 1 <<<"${out%$'\n'}")
+same "the last line" "many.xml: note: 1 more note [K118]" "$(tail -n 1 <<<"${out%$'\n'}")
 "
 
 # What Kovra takes and XML does not: one finding of the tool's own, in its place.

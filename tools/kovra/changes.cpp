@@ -22,7 +22,8 @@ struct Where {
 
   Where member(std::string_view name) const {
     Where inner = *this;
-    inner.path += (path.empty() ? "" : ".") + std::string(name);
+    if (!path.empty()) inner.path += '.';
+    inner.path += name;
     inner.pointer += '/';
     for (char const letter : name) {
       if (letter == '~') {

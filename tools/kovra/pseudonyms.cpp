@@ -389,9 +389,14 @@ std::string Pseudonyms::ipv6() {
     char digits[17];
     std::snprintf(digits, sizeof digits, "%llx",
                   static_cast<unsigned long long>(++counters_["ipv6"]));
-    text = std::string("2001:db8::") + digits;
-    // A group has four digits.
-    if (std::string_view(digits).size() > 4) text.insert(text.size() - 4, ":");
+    std::string_view last = digits;
+    text = "2001:db8::";
+    if (last.size() > 4) {  // a group has four digits
+      text += last.substr(0, last.size() - 4);
+      text += ':';
+      last.remove_prefix(last.size() - 4);
+    }
+    text += last;
   } while (isOriginal(text));
   return text;
 }

@@ -385,6 +385,9 @@ class KOVRA_EXPORT Choice {
   frame::ChoiceRow const* data_ = nullptr;
 };
 
+/// "flag", "integer", and so on; "nothing" for a kind that a later version has.
+KOVRA_EXPORT std::string_view nameOf(Value::Kind kind);
+
 /// A word of the printer's, and its code in a record.
 class KOVRA_EXPORT Keyword {
  public:

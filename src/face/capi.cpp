@@ -238,30 +238,6 @@ Answer composeAnswer(std::string_view message, std::string_view record, std::str
 
 // What there is.
 
-char const* nameOf(Value::Kind kind) {
-  switch (kind) {
-    case Value::Kind::nothing:
-      return "nothing";
-    case Value::Kind::flag:
-      return "flag";
-    case Value::Kind::integer:
-      return "integer";
-    case Value::Kind::natural:
-      return "natural";
-    case Value::Kind::real:
-      return "real";
-    case Value::Kind::text:
-      return "text";
-    case Value::Kind::keyword:
-      return "keyword";
-    case Value::Kind::list:
-      return "list";
-    case Value::Kind::record:
-      return "record";
-  }
-  return "";
-}
-
 char const* nameOf(Choice::Form form) {
   switch (form) {
     case Choice::Form::flag:

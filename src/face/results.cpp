@@ -24,6 +24,30 @@ Refusal refusalIn(Shared<Data> const& data) {
 
 }  // namespace
 
+std::string_view nameOf(Value::Kind kind) {
+  switch (kind) {
+    case Value::Kind::nothing:
+      break;
+    case Value::Kind::flag:
+      return "flag";
+    case Value::Kind::integer:
+      return "integer";
+    case Value::Kind::natural:
+      return "natural";
+    case Value::Kind::real:
+      return "real";
+    case Value::Kind::text:
+      return "text";
+    case Value::Kind::keyword:
+      return "keyword";
+    case Value::Kind::list:
+      return "list";
+    case Value::Kind::record:
+      return "record";
+  }
+  return "nothing";
+}
+
 std::string_view nameOf(Severity severity) {
   switch (severity) {
     case Severity::information:

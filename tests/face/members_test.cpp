@@ -136,6 +136,18 @@ TEST(Members, TellAllNamesByWhichRepliesSayThem) {
   }
 }
 
+TEST(Members, OfEveryKindHaveANameForIt) {
+  EXPECT_EQ("nothing", nameOf(Value::Kind::nothing));
+  EXPECT_EQ("flag", nameOf(Value::Kind::flag));
+  EXPECT_EQ("integer", nameOf(Value::Kind::integer));
+  EXPECT_EQ("natural", nameOf(Value::Kind::natural));
+  EXPECT_EQ("real", nameOf(Value::Kind::real));
+  EXPECT_EQ("text", nameOf(Value::Kind::text));
+  EXPECT_EQ("keyword", nameOf(Value::Kind::keyword));
+  EXPECT_EQ("list", nameOf(Value::Kind::list));
+  EXPECT_EQ("record", nameOf(Value::Kind::record));
+}
+
 TEST(Members, TellTheirForm) {
   using Form = MemberDescription::Form;
   std::vector<MemberDescription> const settings = messageOf("configuration").members();

@@ -65,30 +65,6 @@ std::vector<FindingText> findingsIn(Matches const& matches) {
   return texts;
 }
 
-char const* kindName(Value::Kind kind) {
-  switch (kind) {
-    case Value::Kind::nothing:
-      break;
-    case Value::Kind::flag:
-      return "flag";
-    case Value::Kind::integer:
-      return "integer";
-    case Value::Kind::natural:
-      return "natural";
-    case Value::Kind::real:
-      return "real";
-    case Value::Kind::text:
-      return "text";
-    case Value::Kind::keyword:
-      return "keyword";
-    case Value::Kind::list:
-      return "list";
-    case Value::Kind::record:
-      return "record";
-  }
-  return "nothing";
-}
-
 char const* formName(MemberDescription::Form form) {
   switch (form) {
     case MemberDescription::Form::plain:
@@ -175,7 +151,7 @@ Json jsonOf(Lookup& lookup, Entry const& entry, std::string const& name) {
   Json json = {{"message", entry.message->name()},
                {"path", entry.path},
                {"elements", elementPaths(entry)},
-               {"kind", kindName(member.kind())}};
+               {"kind", nameOf(member.kind())}};
   if (member.form() != MemberDescription::Form::plain) json["form"] = formName(member.form());
   if (member.mostBytes() != 0) json["most_bytes"] = member.mostBytes();
   json["secret"] = member.isSecret();

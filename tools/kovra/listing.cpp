@@ -32,30 +32,6 @@ std::string table() {
   return columns(rows);
 }
 
-char const* nameOf(Value::Kind kind) {
-  switch (kind) {
-    case Value::Kind::flag:
-      return "flag";
-    case Value::Kind::integer:
-      return "integer";
-    case Value::Kind::natural:
-      return "natural";
-    case Value::Kind::real:
-      return "real";
-    case Value::Kind::text:
-      return "text";
-    case Value::Kind::keyword:
-      return "keyword";
-    case Value::Kind::list:
-      return "list";
-    case Value::Kind::record:
-      return "record";
-    case Value::Kind::nothing:
-      break;
-  }
-  return "nothing";
-}
-
 Json jsonOf(std::vector<MemberDescription> const& members);
 
 /// What a member does not have is left out, but for whether it is a secret.

@@ -73,6 +73,29 @@ Messages const& repliesOf(std::string_view root) {
   return found != all.end() ? found->second : none;
 }
 
+namespace {
+
+void addSecrets(frame::Rows rows, std::set<std::string_view>& elements) {
+  for (frame::Row const& row : rows) {
+    if (row.kind->shape == frame::Shape::secret) elements.insert(row.element);
+    addSecrets(frame::rowsBelow(row), elements);
+  }
+}
+
+std::set<std::string_view> secretsOf(Messages const& messages) {
+  std::set<std::string_view> elements;
+  for (frame::MessageRow const& message : messages) addSecrets(message.rows, elements);
+  elements.erase("");
+  return elements;
+}
+
+}  // namespace
+
+std::set<std::string_view> const& secretElements() {
+  static std::set<std::string_view> const all = secretsOf(catalogue());
+  return all;
+}
+
 frame::MessageRow const* findReply(std::string_view name) {
   return firstThat([&](frame::MessageRow const& message) {
     return message.read != nullptr && message.name == name;

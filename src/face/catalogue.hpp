@@ -5,6 +5,7 @@
 #define KOVRA_FACE_CATALOGUE_HPP
 
 #include <functional>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,9 @@ frame::MessageRow const* findReply(std::string_view name);
 
 /// The message that is composed under that name, its own or that of a command line, or null.
 frame::MessageRow const* findRequest(std::string_view name);
+
+/// The elements of all messages whose texts are secrets.
+std::set<std::string_view> const& secretElements();
 
 }  // namespace Kovra
 

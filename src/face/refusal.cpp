@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "face/catalogue.hpp"
 #include "face/survey.hpp"
 
 namespace Kovra {
@@ -70,6 +71,42 @@ consteval bool areInOrder() {
   return place == static_cast<std::size_t>(Fault::endsInElement) + 1;
 }
 static_assert(areInOrder());
+
+bool mayEndName(char letter) {
+  return std::string_view(" \t\r\n/><").find(letter) != std::string_view::npos;
+}
+
+/// Where the last tag with that name begins; of several, `<key` is none of `<keyword`.
+std::size_t lastTag(std::string_view text, std::string const& begin) {
+  std::size_t at = text.rfind(begin);
+  while (at != text.npos) {
+    std::size_t const behind = at + begin.size();
+    if (behind == text.size() || mayEndName(text[behind])) return at;
+    if (at == 0) return text.npos;
+    at = text.rfind(begin, at - 1);
+  }
+  return at;
+}
+
+/// Is a secret open at the end of this text, so that names behind it may be pieces of the secret?
+bool endsInSecret(std::string_view text) {
+  auto const isOpen = [&](std::string_view name) {
+    std::size_t const begin = lastTag(text, '<' + std::string(name));
+    if (begin == text.npos) return false;
+    std::string_view const tail = text.substr(begin);
+    bool const isEmpty = tail.substr(0, tail.find('>')).back() == '/';
+    return !isEmpty && lastTag(tail, "</" + std::string(name)) == tail.npos;
+  };
+  return std::any_of(secretElements().begin(), secretElements().end(), isOpen);
+}
+
+/// What a fault says, without names that may be pieces of a secret.
+frame::Scan withoutSecrets(frame::Scan scan, std::string_view before) {
+  if (!endsInSecret(before)) return scan;
+  scan.found = "...";
+  if (!secretElements().contains(scan.openElement)) scan.openElement = "...";
+  return scan;
+}
 
 /// `open` says where the open element was opened.
 Wording wordingOf(frame::Scan const& scan, std::string const& open) {
@@ -197,8 +234,9 @@ FindingData refuseText(Source const& source, frame::Scan const& scan) {
          (static_cast<unsigned char>(source.whole()[behind]) & 0xC0U) == 0x80) {
     ++behind;
   }
+  frame::Scan const shown = withoutSecrets(scan, source.whole().substr(0, at));
   return refusalAt(source, at, behind, kindOf(scan.fault),
-                   wordingOf(scan, openElement(source, scan)));
+                   wordingOf(shown, openElement(source, shown)));
 }
 
 FindingData refuseRoot(Source const& source, frame::Tree const& tree, Messages const* wanted) {

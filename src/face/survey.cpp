@@ -280,8 +280,9 @@ void Survey::addUnusedAttributes(Index element) {
     std::size_t const end = skipped_ + details_.attributeEnds[i];
     Remark remark;
     remark.what = Remarked::unreadAttribute;
-    remark.found =
-        isHidden(element) ? tree().view(tree().attribute(i).name) : beginningOf(piece(begin, end));
+    std::string_view const name = tree().view(tree().attribute(i).name);
+    bool const mayBeSecret = isHidden(element) || secretElements().contains(name);
+    remark.found = mayBeSecret ? name : beginningOf(piece(begin, end));
     add(std::move(remark), element, begin, end);
   }
 }

@@ -727,6 +727,18 @@ TEST(FindingKinds, HaveExamplesThatGiveThem) {
   EXPECT_TRUE(ids.contains("K101"));
 }
 
+TEST(Notes, QuoteNoAttributeWithTheNameOfASecret) {
+  std::string const reply =
+      "<configuration><lcd_contrast key='pa55w0rd' val='1' min='0' "
+      "max='9'>5</lcd_contrast></configuration>";
+  Decoding const decoding = decode(reply);
+  ASSERT_TRUE(decoding);
+  std::vector<std::string> texts;
+  for (Note const& note : decoding.notes()) texts.push_back(note.message());
+  EXPECT_EQ(texts, (std::vector<std::string>{"<lcd_contrast>: attribute key is not read",
+                                             "<lcd_contrast>: attribute val='1' is not read"}));
+}
+
 /// The lines of a table in the documents that begin with an id.
 std::vector<std::string> documented() {
   std::ifstream file(std::string(KOVRA_SAMPLES_DIR) + "/../docs/json.md");

@@ -336,6 +336,33 @@ TEST(Refusal, OfANulByteTellsItsPlaceInTheHostsBytes) {
   EXPECT_EQ(decode(utf16).refusal().line(), 2);
 }
 
+// A name may be a piece of a pass phrase that holds markup.
+TEST(Refusal, InsideASecretNamesNothingFromThere) {
+  std::string const before = "<configuration>\n<wireless><ssid>office</ssid><key";
+  for (std::string const secret :
+       {" pa55w0rd</key>", ">pa55w0rd<pa55w0rd</key>", ">a</pa55w0rd</key>", ">a</pa55w0rd></key>",
+        ">a<pa55w0rd pa55w0rd='c' pa55w0rd='d'/></key>", ">a<b/>c<pa55w0rd</key>",
+        " a='1' pa55w0rd='x", ">a<pa55w0rd"}) {
+    SCOPED_TRACE(secret);
+    Decoding const decoding = decode(before + secret + "</wireless></configuration>");
+    ASSERT_FALSE(decoding);
+    EXPECT_EQ(decoding.toJson().find("pa55w0rd"), std::string::npos) << decoding.toJson();
+    EXPECT_EQ(decoding.refusal().line(), 2);
+  }
+  Decoding const decoding = decode(before + ">a</pa55w0rd></key></wireless></configuration>");
+  EXPECT_EQ(decoding.refusal().message(),
+            "malformed: found </...> in <key>, opened at line 2; expected </key>");
+}
+
+TEST(Refusal, BesideASecretNamesWhatIsThere) {
+  for (std::string const before : {"<key>a</key>", "<keys>", "<key>a</key ><keyword>", "<key/>"}) {
+    SCOPED_TRACE(before);
+    Decoding const decoding = decode("<configuration><wireless>" + before + "</ssid>");
+    EXPECT_NE(decoding.refusal().message().find("found </ssid>"), std::string::npos)
+        << decoding.refusal().message();
+  }
+}
+
 // No test has so much memory; the scanner's own tests see that it says so.
 TEST(Refusal, OfATextThatIsTooLongTellsTheLimit) {
   detail::FindingData const refused = refuseLength();

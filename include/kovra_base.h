@@ -75,12 +75,14 @@ using ReadOnlyWideText =
 /// Hands a text to an operation that is declared with `char*` for hosts that link against it, and
 /// that never writes through it.
 inline char* borrowed(char const* text) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): what this is for
   return const_cast<char*>(text);
 }
 inline char* borrowed(decltype(NULL)) {
   return nullptr;
 }
 inline wchar_t* borrowedWide(wchar_t const* text) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): what this is for
   return const_cast<wchar_t*>(text);
 }
 

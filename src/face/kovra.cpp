@@ -87,7 +87,7 @@ class Text {
   /// Those of the replies that are wanted which it may be. Where there is none, it is refused.
   Candidates candidatesFor(Wanted const& wanted) {
     if (refusal_) return {};
-    Candidates const found = candidates(reply_, wanted);
+    Candidates found = candidates(reply_, wanted);
     if (found.empty()) refuse(wanted);
     for (std::size_t i = 0; i < found.size(); ++i) found[i].root.use();
     return found;

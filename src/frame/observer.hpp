@@ -40,7 +40,7 @@ class Observer {
     ++told_;
     if (trail_ != nullptr) {
       trail_->member(step_, name);
-    } else if constexpr (std::is_same_v<Type, float>) {
+    } else if constexpr (std::is_same_v<Type, float>) {  // NOLINT(bugprone-branch-clone): by type
       measure(name, value);
     } else if constexpr (std::is_same_v<Type, bool>) {
       single(name, Value::Kind::flag, value ? 1 : 0);

@@ -41,6 +41,7 @@ constexpr auto memberRow(std::string_view element, Kind const& kind, void const*
           .place = &memberIn<M>,
           .kind = &kind,
           .with = with,
+          // A pointer counts as one. NOLINTNEXTLINE(bugprone-sizeof-expression)
           .size = static_cast<std::uint32_t>(sizeof(typename Member<M>::Type))});
 }
 

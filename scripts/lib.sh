@@ -5,8 +5,26 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 buildDir=${KOVRA_BUILD_DIR:-$root/build}
 # shellcheck disable=SC2034 # for those who source this
 jobs=$(nproc)
-mkdir -p "$buildDir"
+
+# giveUp WHY...: ends with one sentence.
+giveUp() {
+  printf '%s\n' "$*" >&2
+  exit 1
+}
+
+if ! mkdir -p "$buildDir" 2>/dev/null || [[ ! -w $buildDir ]]; then
+  giveUp "$buildDir cannot be written to; KOVRA_BUILD_DIR names another folder to build in."
+fi
 buildDir=$(cd "$buildDir" && pwd)
+
+# needRoom MEGABYTES: says so before a compiler does, by a message of its own in every file.
+needRoom() {
+  local room
+  room=$(df --output=avail -BM "$buildDir" | tail -n 1 | tr -dc 0-9)
+  if ((room < $1)); then
+    giveUp "$buildDir has room for $room MB, and the build takes $1 MB; KOVRA_BUILD_DIR names another folder."
+  fi
+}
 
 heading() { printf '== %s\n' "$*"; }
 
@@ -49,23 +67,22 @@ installPackages() {
   mapfile -t missing < <(missingPackages "$@")
   if ((${#missing[@]} == 0)); then return; fi
 
+  local advice="apt-get install ${missing[*]}"
   if ((EUID != 0)); then
     if ! command -v sudo >/dev/null; then
-      echo "These Debian packages are missing; install them and start again:" >&2
-      echo "  apt-get install ${missing[*]}" >&2
-      exit 1
+      giveUp "Debian packages are missing, and there is no sudo; as root: $advice"
     fi
     asRoot=(sudo)
   fi
   heading "installing ${missing[*]}"
   asRoot+=(env DEBIAN_FRONTEND=noninteractive apt-get)
-  quietly "$buildDir/install.log" "${asRoot[@]}" update || exit 1
-  quietly "$buildDir/install.log" \
-    "${asRoot[@]}" install --yes --no-install-recommends "${missing[@]}" || exit 1
+  if ! { "${asRoot[@]}" update && "${asRoot[@]}" install --yes --no-install-recommends \
+    "${missing[@]}"; } >"$buildDir/install.log" 2>&1; then
+    giveUp "Debian packages cannot be installed (why: $buildDir/install.log); as root: $advice"
+  fi
 
   mapfile -t missing < <(missingPackages "$@")
   if ((${#missing[@]} > 0)); then
-    echo "Still missing, or older than scripts/packages.txt asks for: ${missing[*]}" >&2
-    exit 1
+    giveUp "Still missing, or older than scripts/packages.txt asks for: ${missing[*]}"
   fi
 }

@@ -1,6 +1,7 @@
 # Shared by the scripts beside it; sourced with their arguments: <tool> <source folder> <libkovra.so.1>
 # shellcheck shell=bash
 
+# shellcheck disable=SC2034 # for those who source this
 tool=$(realpath "$1") root=$(realpath "$2") library=$(realpath "$3")
 export KOVRA_LIBRARY=$library PYTHONPATH=$root/bindings/python
 work=$(mktemp -d)

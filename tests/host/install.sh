@@ -51,6 +51,7 @@ expect "$work/cmake/status"
 expectOutput() {  # WANTED PROGRAM ARGUMENT...
   local wanted=$1 found
   found=$(LD_LIBRARY_PATH=$libdir "$work/cmake/$2" "${@:3}" 2>&1) || found+=" and failed"
+  # shellcheck disable=SC2053 # a pattern
   [[ $found == $wanted ]] || { printf '%s printed "%s"\n' "${*:2}" "$found" >&2; exit 1; }
 }
 expectOutput '*state: printing*<user>: unknown element, skipped \[K101\]*' show_status <"$work/utf-8"

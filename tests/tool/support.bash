@@ -1,6 +1,7 @@
 # Shared by the scripts beside it; sourced with their arguments: <tool> <samples folder>
 # shellcheck shell=bash
 
+# shellcheck disable=SC2034 # for those who source this
 tool=$(realpath "$1") samples=$(realpath "$2")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

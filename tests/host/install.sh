@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# A host builds against the installed tree, once by find_package and once by pkg-config, and runs.
+# A host builds against the installed tree, by find_package, and by pkg-config with each compiler and
+# each language that is here, and runs.
 #   install.sh <source folder> <build folder> <cmake> <compiler> <generator>
 set -euo pipefail
 
@@ -64,9 +65,23 @@ expectOutput '*general-status.alarms: 1 of 2*' fleet_gaps "$sample" "$work/utf-8
 
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 read -ra flags <<<"$(pkg-config --cflags --libs kovra)"
-"$compiler" -std=c++11 "${strict[@]}" "$source/examples/status.cpp" \
-  "$source/tests/host/decimals.cpp" -o "$work/status" "${flags[@]}"
-expect "$work/status"
+hosts=0
+for host in "$compiler" g++ clang++ clang++-14; do
+  if ! command -v "$host" >/dev/null; then continue; fi
+  for standard in c++11 c++17 c++20; do
+    "$host" -std=$standard "${strict[@]}" "$source/examples/status.cpp" \
+      "$source/tests/host/decimals.cpp" -o "$work/status" "${flags[@]}"
+    expect "$work/status"
+    hosts=$((hosts + 1))
+  done
+  for standard in c++17 c++20; do
+    "$host" -std=$standard "${strict[@]}" "$source/examples/show_status.cpp" \
+      -o "$work/cmake/show_status" "${flags[@]}"
+    expectOutput '*state: printing*<user>: unknown element, skipped \[K101\]*' \
+      show_status <"$work/utf-8"
+  done
+done
+((hosts >= 3)) || { echo "only $hosts hosts were built" >&2; exit 1; }
 
 # The tool lies beside its library, if it was built.
 if [[ -e $prefix/bin/kovra ]]; then

@@ -86,3 +86,14 @@ installPackages() {
     giveUp "Still missing, or older than scripts/packages.txt asks for: ${missing[*]}"
   fi
 }
+
+# projectVersion: the version of this tree, which CMakeLists.txt has.
+projectVersion() { sed -nE '/^project\(/,/\)$/s/^ *VERSION ([0-9.]+)$/\1/p' "$root/CMakeLists.txt"; }
+
+# treeInto FOLDER: what belongs to the tree: no build folder, nothing that git ignores or lost.
+treeInto() {
+  mkdir -p "$1"
+  (cd "$root" && git ls-files -z --cached --others --exclude-standard --deduplicate |
+    while IFS= read -r -d '' file; do if [[ -e $file ]]; then printf '%s\0' "$file"; fi; done |
+    xargs -0 cp --parents --preserve=mode -t "$1")
+}

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "findings.hpp"
+#include "kinds.hpp"
 #include "lookup.hpp"
+#include "messages.hpp"
 #include "output.hpp"
 #include "printable.hpp"
-#include "strict_xml.hpp"
 #include "suggest.hpp"
 #include "terminal.hpp"
 
@@ -27,58 +27,11 @@ struct Options {
   std::string format = "text";
 };
 
-/// A kind of finding, of the library or of the tool itself.
-struct FindingText {
-  std::string id;
-  std::string kind;
-  Severity severity = Severity::warning;
-  std::string title;
-  std::string explanation;
-  std::string example;
-  std::string exampleAs;
-  std::string message;  ///< what is said of the example
-};
-
-/// What is said of the example is looked up by trying it.
-FindingText withMessage(FindingText text, ReadOptions const& options) {
-  Decoding const decoding = decode(text.example, text.exampleAs, options);
-  for (Found const& found : findingsOf(decoding, text.example)) {
-    if (found.id == text.id) text.message = found.message;
-  }
-  return text;
-}
-
-FindingText textOf(FindingKind const& kind) {
-  return withMessage({kind.id(), kind.name(), kind.severity(), kind.title(), kind.explanation(),
-                      kind.example(), kind.exampleAs(), ""},
-                     kind.exampleOptions());
-}
-
-std::vector<FindingText> findingsIn(Matches const& matches) {
-  std::vector<FindingText> texts;
+std::vector<KindText> findingsIn(Matches const& matches) {
+  std::vector<KindText> texts;
   for (FindingKind const& kind : matches.findings) texts.push_back(textOf(kind));
-  if (matches.isStrictFinding) {
-    texts.push_back(withMessage({strictId, strictKind, Severity::warning, strictTitle,
-                                 strictExplanation, strictExample, "", ""},
-                                {}));
-  }
+  if (matches.isStrictFinding) texts.push_back(strictText());
   return texts;
-}
-
-char const* formName(MemberDescription::Form form) {
-  switch (form) {
-    case MemberDescription::Form::plain:
-      break;
-    case MemberDescription::Form::setting:
-      return "setting";
-    case MemberDescription::Form::ipv4:
-      return "ipv4";
-    case MemberDescription::Form::hardwareAddress:
-      return "hardware_address";
-    case MemberDescription::Form::hexadecimal:
-      return "hexadecimal";
-  }
-  return "";
 }
 
 /// Elements from the root on; only written documents have no root that is known.
@@ -120,18 +73,6 @@ std::vector<std::string> otherNames(Entry const& entry) {
 
 // For programs.
 
-Json jsonOf(FindingText const& text) {
-  Json json = {{"id", text.id},
-               {"kind", text.kind},
-               {"severity", nameOf(text.severity)},
-               {"title", text.title},
-               {"explanation", text.explanation},
-               {"example", text.example}};
-  if (!text.exampleAs.empty()) json["as"] = text.exampleAs;
-  json["message"] = text.message;
-  return json;
-}
-
 Json jsonOf(Message const& message) {
   Json json = {{"name", message.name()}, {"title", message.title()}};
   if (!message.roots().empty()) json["roots"] = message.roots();
@@ -152,7 +93,7 @@ Json jsonOf(Lookup& lookup, Entry const& entry, std::string const& name) {
                {"path", entry.path},
                {"elements", elementPaths(entry)},
                {"kind", nameOf(member.kind())}};
-  if (member.form() != MemberDescription::Form::plain) json["form"] = formName(member.form());
+  if (member.form() != MemberDescription::Form::plain) json["form"] = nameOf(member.form());
   if (member.mostBytes() != 0) json["most_bytes"] = member.mostBytes();
   json["secret"] = member.isSecret();
   if (!member.title().empty()) json["title"] = member.title();
@@ -177,7 +118,7 @@ std::string asJson(Lookup& lookup, Matches const& matches, std::string const& na
                {"findings", Json::array()},
                {"messages", Json::array()},
                {"members", Json::array()}};
-  for (FindingText const& text : findingsIn(matches)) json["findings"].push_back(jsonOf(text));
+  for (KindText const& text : findingsIn(matches)) json["findings"].push_back(jsonOf(text));
   for (Message const* message : matches.messages) json["messages"].push_back(jsonOf(*message));
   for (Entry const* entry : matches.members) {
     json["members"].push_back(jsonOf(lookup, *entry, name));
@@ -216,7 +157,7 @@ std::string beginningOf(std::string const& example) {
   return example.size() <= most ? example : example.substr(0, most) + " ...";
 }
 
-std::string asText(FindingText const& text) {
+std::string asText(KindText const& text) {
   return heading(text.id + ' ' + text.kind, text.title) +
          row("severity", std::string(nameOf(text.severity))) + row("meaning", text.explanation) +
          wholeRow("example", text.example.empty() ? "an empty text" : beginningOf(text.example)) +
@@ -312,7 +253,7 @@ std::string asText(Lookup& lookup, Entry const& entry, std::string const& name) 
 std::string asText(Lookup& lookup, Matches const& matches, std::string const& name) {
   std::vector<std::string> texts;
   if (matches.isWord) texts.push_back(heading(name, "an element or a word, of no member alone"));
-  for (FindingText const& text : findingsIn(matches)) texts.push_back(asText(text));
+  for (KindText const& text : findingsIn(matches)) texts.push_back(asText(text));
   for (Message const* message : matches.messages) texts.push_back(asText(*message));
   for (Entry const* entry : matches.members) texts.push_back(asText(lookup, *entry, name));
   std::string all;

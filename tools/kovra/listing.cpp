@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "kinds.hpp"
+#include "messages.hpp"
 #include "output.hpp"
 #include "table.hpp"
 
@@ -37,6 +39,9 @@ Json jsonOf(std::vector<MemberDescription> const& members);
 /// What a member does not have is left out, but for whether it is a secret.
 Json jsonOf(MemberDescription const& member) {
   Json json = {{"name", member.name()}, {"kind", nameOf(member.kind())}};
+  if (!member.title().empty()) json["title"] = member.title();
+  if (member.form() != MemberDescription::Form::plain) json["form"] = nameOf(member.form());
+  if (member.mostBytes() != 0) json["most_bytes"] = member.mostBytes();
   json["elements"] = member.elements();
   Json words = Json::array();
   for (Keyword const& word : member.words()) {
@@ -55,18 +60,47 @@ Json jsonOf(std::vector<MemberDescription> const& members) {
   return list;
 }
 
+Json jsonOf(Choice const& choice) {
+  Json json = {{"name", choice.name()}, {"form", nameOf(choice.form())}, {"title", choice.title()}};
+  if (!choice.words().empty()) json["words"] = choice.words();
+  if (choice.least() != 0 || choice.most() != 0) {
+    json["least"] = choice.least();
+    json["most"] = choice.most();
+  }
+  json["required"] = choice.isRequired();
+  return json;
+}
+
+/// What there is to say of composing is left out where nothing is composed.
+Json jsonOf(Message const& message) {
+  Json json = {{"name", message.name()},         {"title", message.title()},
+               {"roots", message.roots()},       {"read", message.isRead()},
+               {"written", message.isWritten()}, {"members", jsonOf(message.members())}};
+  if (!message.isWritten()) return json;
+  json["command"] = message.command();
+  json["purpose"] = message.purpose();
+  json["required"] = message.required();
+  json["choices"] = Json::array();
+  for (Choice const& choice : message.choices()) json["choices"].push_back(jsonOf(choice));
+  return json;
+}
+
 /// Those that are only written as well.
 std::string json() {
   Json list = Json::array();
-  for (Message const& message : messages()) {
-    list.push_back({{"name", message.name()},
-                    {"title", message.title()},
-                    {"roots", message.roots()},
-                    {"read", message.isRead()},
-                    {"written", message.isWritten()},
-                    {"members", jsonOf(message.members())}});
-  }
+  for (Message const& message : messages()) list.push_back(jsonOf(message));
   return list.dump(2, ' ', true) + '\n';
+}
+
+std::string findings(std::string const& format) {
+  std::vector<std::vector<std::string>> rows;
+  Json list = Json::array();
+  for (KindText const& kind : allKinds()) {
+    rows.push_back({kind.id, std::string(nameOf(kind.severity)), kind.kind, kind.title});
+    list.push_back(jsonOf(kind));
+  }
+  if (format == "table") return columns(rows);
+  return list.dump(2, ' ', true, Json::error_handler_t::replace) + '\n';
 }
 
 /// A line of a libFuzzer dictionary. The vocabulary's words are ASCII without control characters.
@@ -105,24 +139,33 @@ std::shared_ptr<std::string const> addFormat(CLI::App& command,
 void addList(CLI::App& command, ExitStatus&) {
   auto const format =
       addFormat(command, {"table", "json"}, "What to print: table (default) or json");
+  auto const ofFindings = std::make_shared<bool>(false);
+  command.add_flag("--findings", *ofFindings, "List the kinds of findings instead");
   addOutput(command);
   command.footer(R"(Formats:
   table   a line for each document that is read: its name, which decode takes with
-          --as, the names of its root element, and what it tells
+          --as, the names of its root element, and what it tells; of findings the
+          id, the severity, the name and the title
   json    for programs: a list of all documents, also those that are only
-          composed, with "name", "title", "roots", "read", "written" and "members";
-          of a member "name", "kind", "elements", the "words" of its keywords,
-          whether it is "secret", and the "members" of a record or a list
+          composed, with "name", "title", "roots", "read", "written" and "members"
+          and, of those that are composed, "command", "purpose", "required" and
+          "choices"; of a member "name", "kind", "elements", whether it is "secret"
+          and, where it has them, "title", "form", "most_bytes", the "words" of its
+          keywords, and the "members" of a record or a list
 
 Examples:
   kovra list
+  kovra list --findings
   kovra list --format json | jq '.[].name'
 
 Exit status:
   0  the list was printed
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([format] { print(*format == "json" ? json() : table()); });
+  command.callback([format, ofFindings] {
+    if (*ofFindings) return print(findings(*format));
+    print(*format == "json" ? json() : table());
+  });
 }
 
 void addVocabulary(CLI::App& command, ExitStatus&) {

@@ -1,5 +1,5 @@
 /// @file
-/// Names of messages on the command line.
+/// Names of messages on the command line, and of what is told of them.
 
 #ifndef KOVRA_TOOL_MESSAGES_HPP
 #define KOVRA_TOOL_MESSAGES_HPP
@@ -20,6 +20,12 @@ std::vector<std::string> messageNames(bool (*isMeant)(Message const&));
 /// Checks that an argument is one of those names, and says what may have been meant where it is
 /// not. The names are what completions offer for it.
 CLI::Validator isMessage(bool (*isMeant)(Message const&));
+
+/// "setting", "ipv4" and so on, for programs; empty for a plain member.
+char const* nameOf(MemberDescription::Form form);
+
+/// "flag", "word", "words" or "number".
+char const* nameOf(Choice::Form form);
 
 }  // namespace Kovra::tool
 

@@ -83,12 +83,14 @@ for host in "$compiler" g++ clang++ clang++-14; do
 done
 ((hosts >= 3)) || { echo "only $hosts hosts were built" >&2; exit 1; }
 
+[[ -s $prefix/share/man/man3/libkovra.3 ]] ||
+  { echo "libkovra.3 was not installed" >&2; exit 1; }
+
 # The tool lies beside its library, if it was built.
 if [[ -e $prefix/bin/kovra ]]; then
   LD_LIBRARY_PATH=$libdir "$prefix/bin/kovra" --version
-  [[ -s $prefix/share/man/man1/kovra.1 ]] || { echo "kovra.1 was not installed" >&2; exit 1; }
-  for file in bash-completion/completions/kovra zsh/site-functions/_kovra \
-    fish/vendor_completions.d/kovra.fish; do
+  for file in man/man1/kovra.1 man/man1/kovra-decode.1 man/man5/kovra-json.5 \
+    bash-completion/completions/kovra zsh/site-functions/_kovra fish/vendor_completions.d/kovra.fish; do
     [[ -s $prefix/share/$file ]] || { echo "$file was not installed" >&2; exit 1; }
   done
 fi

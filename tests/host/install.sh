@@ -90,7 +90,8 @@ done
 if [[ -e $prefix/bin/kovra ]]; then
   LD_LIBRARY_PATH=$libdir "$prefix/bin/kovra" --version
   for file in man/man1/kovra.1 man/man1/kovra-decode.1 man/man5/kovra-json.5 \
-    bash-completion/completions/kovra zsh/site-functions/_kovra fish/vendor_completions.d/kovra.fish; do
+    doc/kovra/handbook.html bash-completion/completions/kovra zsh/site-functions/_kovra \
+    fish/vendor_completions.d/kovra.fish; do
     [[ -s $prefix/share/$file ]] || { echo "$file was not installed" >&2; exit 1; }
   done
 fi

@@ -48,7 +48,7 @@ grep -qF "kovra_DIR:PATH=$libdir/cmake/kovra" "$work/cmake/CMakeCache.txt" ||
   { echo "find_package found another kovra" >&2; exit 1; }
 expect "$work/cmake/status"
 
-# The programs over the face, each as somebody would use it.
+# The other programs, each as somebody would use it.
 expectOutput() {  # WANTED PROGRAM ARGUMENT...
   local wanted=$1 found
   found=$(LD_LIBRARY_PATH=$libdir "$work/cmake/$2" "${@:3}" 2>&1) || found+=" and failed"
@@ -62,6 +62,10 @@ expectOutput '*<ssid>New Net</ssid>*<key>seven red umbrellas</key>*' \
 expectOutput '*wireless.channel: found nothing; *and failed' \
   set_wifi 'New Net' <<<'<configuration><wireless><ssid>x</ssid></wireless></configuration>'
 expectOutput '*general-status.alarms: 1 of 2*' fleet_gaps "$sample" "$work/utf-8"
+
+expectOutput '*<printhead_serial>PH-0042</printhead_serial>*' set_printhead PH-0042
+expectOutput '{"kovra":1,"ok":true,*"code":5,*' decode "$sample"
+expectOutput '{"kovra":1,"ok":false,*K001*and failed' decode /dev/null
 
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 read -ra flags <<<"$(pkg-config --cflags --libs kovra)"

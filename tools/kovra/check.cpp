@@ -281,7 +281,7 @@ Formats:
 
 Examples:
   kovra check reply.xml
-  kovra check --strict --context never samples/*.xml
+  kovra check --strict --context never replies/*.xml
   kovra check --format jsonl replies/*.xml | jq -r .id | sort | uniq -c
 
 Exit status:

@@ -354,7 +354,7 @@ A record may hold lists and objects of at most 256 entries, in one another at
 most 32 levels deep, names of at most 256 bytes, and at most 16384 values in all.
 
 Examples:
-  kovra compose configuration --from reply.xml --set wireless.ssid=NewNet
+  kovra compose configuration --from configuration.xml --set wireless.ssid=NewNet
   kovra compose configuration record.json --sections ethernet,wireless
   kovra compose device-control fan --state on
 

@@ -469,6 +469,9 @@ class KOVRA_EXPORT Message {
   std::vector<std::string> roots() const;  ///< of a reply, the preferred one first
   bool isRead() const;
   bool isWritten() const;
+  /// Does the result of the classic operation depend on the reply? Else Reading::result() is false,
+  /// whatever the reply says.
+  bool hasResult() const;
   /// The root of a reply; of a message that is not read, an element without anything.
   ElementDescription root() const;
   /// Of the record that is composed, or else of the one that is read.

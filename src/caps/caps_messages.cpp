@@ -122,8 +122,8 @@ constexpr Composing composing = {
 };
 
 constexpr MessageRow lines[] = {
-    alsoWritten(replyWithRoom<Room>("capabilities", "what the printer can do", capabilitiesRoots,
-                                    capabilities),
+    alsoWritten(withoutResult(replyWithRoom<Room>("capabilities", "what the printer can do",
+                                                  capabilitiesRoots, capabilities)),
                 composing),
 };
 

@@ -62,7 +62,8 @@ constexpr Composing composing = {
     .command = "configuration",
     .title = "Settings of the printer",
     .help = R"(Ribbon and film are described by "ribbonNameCode", a code or a name ("YMCKO");
-without it the "description" that 'kovra decode' shows is sent, if it is such a name.
+without it the "description" that 'kovra decode' shows is sent, if it is such a
+name.
 
 Example:
   kovra compose configuration record.json --sections ethernet,cards --card 1)",
@@ -77,8 +78,9 @@ Example:
 
 constexpr MessageRow lines[] = {
     alsoWritten(
-        reply("configuration", "all settings of the printer: interfaces, media, mechanics, cards",
-              configurationRoots, configuration, &readBy<EntryReading, _KVConfiguration>),
+        withoutResult(reply(
+            "configuration", "all settings of the printer: interfaces, media, mechanics, cards",
+            configurationRoots, configuration, &readBy<EntryReading, _KVConfiguration>)),
         composing),
 };
 

@@ -312,6 +312,10 @@ bool Message::isWritten() const {
   return data_->composing != nullptr;
 }
 
+bool Message::hasResult() const {
+  return isRead() && data_->hasResult;
+}
+
 std::vector<MemberDescription> Message::members() const {
   return described(data_->rows, composingOf(*data_));
 }

@@ -170,6 +170,8 @@ struct MessageRow {
   Composing const* composing = nullptr;
   /// The words that no row tells.
   Vocabulary const* moreWords = nullptr;
+  /// Does the result depend on the reply? Else it is false, whatever the reply says.
+  bool hasResult = true;
 };
 
 /// Every element name and keyword of a reply, and its roots.
@@ -210,6 +212,12 @@ constexpr MessageRow replyWithRoom(std::string_view name, std::string_view title
 /// The same message, with words that no row tells.
 constexpr MessageRow withWords(MessageRow message, Vocabulary const& words) {
   message.moreWords = &words;
+  return message;
+}
+
+/// The same message, whose classic operation gives false for every reply.
+constexpr MessageRow withoutResult(MessageRow message) {
+  message.hasResult = false;
   return message;
 }
 

@@ -74,7 +74,8 @@ constexpr MessageRow lines[] = {
      .record = &roomType,
      .rows = catalogue,
      .read = &readBy<Room, Room>,
-     .composing = &composing},
+     .composing = &composing,
+     .hasResult = false},
 };
 
 }  // namespace

@@ -93,6 +93,18 @@ TEST(EverySample, HasAReaderAndEveryReaderASample) {
   }
 }
 
+TEST(EverySample, HasAResultIfItsMessageHas) {
+  std::set<std::string> told;
+  for (Sample const& sample : samples()) {
+    for (Reading const& reading : decode(sample.text).readings()) {
+      if (reading.result()) told.insert(reading.message());
+    }
+  }
+  for (Message const& message : messages()) {
+    EXPECT_EQ(message.hasResult(), told.count(message.name()) == 1) << message.name();
+  }
+}
+
 /// Cut at the end of a block of exactly its size, so that reading beyond it is noticed.
 TEST(EverySample, IsRefusedOrReadWhenItIsCutAnywhere) {
   for (Sample const& sample : samples()) {

@@ -37,7 +37,7 @@ hasSources 'one|with|end|two'
 echo one >single
 kovra decode --files-from single
 expect 0 "one: general-status <get_general_status>
-  printer_state  offline (7)" ""
+! printer_state  offline (7)" ""
 kovra decode --files-from /dev/null <one
 expect 0 "" ""
 

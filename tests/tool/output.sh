@@ -60,7 +60,7 @@ unknown-elements.xml:11:3: warning: <power_saving>: unknown element, skipped
 missing.xml: error: No such file or directory
 
 minimal.xml: general-status <get_general_status>
-  printer_state  offline (7)'
+! printer_state  offline (7)'
 [[ $found == "$expected" ]] || complain "order" "$(diff <(echo "$expected") <(echo "$found"))"
 
 # In JSON the notes are data.

@@ -10,7 +10,7 @@ printf '<other/>' >other.xml
 mkdir folder
 
 minimal='general-status <get_general_status>
-  printer_state  offline (7)'
+! printer_state  offline (7)'
 cut='cut.xml:1:37: error: malformed: found the end of the text*</get_general_status>'$'\n'
 
 kovra decode minimal.xml

@@ -123,16 +123,6 @@ class Comparison {
 
 // For people.
 
-std::string shownSetting(Value const& value, Secrets secrets) {
-  auto const bound = [&](std::string_view name) {
-    Value const* const found = value.find(name);
-    return found != nullptr ? shownValue(*found, secrets) : std::string("?");
-  };
-  std::string text = bound("val");
-  if (value.size() > 1) text += " [" + bound("min") + ".." + bound("max") + ']';
-  return text;
-}
-
 std::string shownText(std::string_view text) {
   return '"' + printable(text) + '"';
 }
@@ -190,14 +180,6 @@ std::vector<Change> changes(Value const& before, Value const& after) {
   return comparison.take();
 }
 
-bool isSetting(Value const& value) {
-  if (!value.isRecord() || value.find("val") == nullptr) return false;
-  return std::all_of(value.members().begin(), value.members().end(), [](Member const& member) {
-    bool const isPart = member.name() == "val" || member.name() == "min" || member.name() == "max";
-    return isPart && member.value().empty();
-  });
-}
-
 bool isSecretValue(Value const& value) {
   bool const isSingle = value.isFlag() || value.isWhole() || value.isReal() || value.isText();
   return isSingle && value.isSecret();
@@ -206,8 +188,7 @@ bool isSecretValue(Value const& value) {
 std::string shownValue(Value const& value, Secrets secrets) {
   if (isSecretValue(value) && secrets == Secrets::masked) return mask;
   if (value.isText()) return shownText(value.asText());
-  if (isSetting(value)) return shownSetting(value, secrets);
-  if (value.empty()) return cell(value, secrets);
+  if (value.empty() || isSetting(value)) return cell(value, secrets);
   std::string inner;
   for (Member const& member : value.members()) {
     inner += (inner.empty() ? "" : ", ") + printable(member.name()) + ": " +

@@ -34,9 +34,6 @@ struct Change {
 /// single value with its bounds. The records have to be there as long as the changes are.
 std::vector<Change> changes(Value const& before, Value const& after);
 
-/// Is it a setting: a record of a value `val` and its bounds `min` and `max`?
-bool isSetting(Value const& value);
-
 /// A single value that is a secret; the entries of lists and the members of records tell that for
 /// themselves.
 bool isSecretValue(Value const& value);

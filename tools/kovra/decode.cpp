@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "complaints.hpp"
 #include "findings.hpp"
 #include "flat.hpp"
 #include "input.hpp"
@@ -38,7 +39,7 @@ struct Options {
 /// What is to be printed of one reply.
 struct Shown {
   std::string data;
-  std::vector<std::string> complaints;
+  std::vector<Complaint> complaints;
   std::vector<MetricSample> samples;
   bool isDecoded = false;
   ExitStatus status = ExitStatus::good;
@@ -135,10 +136,7 @@ Shown Run::decoded(ReplyInput const& input, Decoding const& decoding) const {
   shown.notes = notes.size();
   if (!tellsNotes()) return shown;
   for (Note const& note : notes) {
-    bool const isWarning = note.severity() == Severity::warning;
-    shown.complaints.push_back(
-        messagePrefix(nameOf(input), placeOf(note), isWarning ? "warning" : "note") +
-        note.message());
+    shown.complaints.push_back({placeOf(note), note.severity(), note.message()});
   }
   return shown;
 }
@@ -173,8 +171,8 @@ Shown Run::refused(ReplyInput const& input, Refusal const& refusal, std::string 
     return shown;
   }
   bool const isUnknown = options_.as.empty() && kindOf(refusal) == "unknown_root";
-  shown.complaints.push_back(messagePrefix(nameOf(input), placeOf(refusal), "error") +
-                             refusal.message() + (isUnknown ? " ('kovra list' names them)" : ""));
+  shown.complaints.push_back({placeOf(refusal), Severity::error,
+                              refusal.message() + (isUnknown ? " ('kovra list' names them)" : "")});
   return shown;
 }
 
@@ -186,7 +184,7 @@ Shown Run::unreadable(ReplyInput const& input) const {
     object["error"]["message"] = input.failure->what();
     shown.data = jsonLine(input, object.dump());
   } else {
-    shown.complaints.push_back(messagePrefix(nameOf(input), {}, "error") + input.failure->what());
+    shown.complaints.push_back({{}, Severity::error, input.failure->what()});
   }
   return shown;
 }
@@ -203,7 +201,7 @@ void Run::finish(ReplyInput const& input, Shown const& shown) {
   }
   summary_.count(shown.isDecoded, shown.notes);
   if (!shown.complaints.empty()) summary_.makeRoom();
-  for (std::string const& complaint : shown.complaints) complain(complaint);
+  complainOf(nameOf(input), shown.complaints);
   if (!options_.failures.empty() && shown.status == ExitStatus::refused) {
     keepFailure(options_.failures, input, shown.kept);
   }
@@ -241,7 +239,9 @@ said is shown. What Kovra does not know in it is told in notes: on standard
 error beside a table, inside the object in JSON.
 
 Formats:
-  table   for people
+  table   for people: what needs somebody comes first and is marked, with ! for
+          at once, * for soon and ? for a state that Kovra does not know; a
+          setting stands with its bounds, as 40 [0..63]
   flat    a line for each value, for grep and diff: wireless.channel = 6;
           'kovra compose' takes it back
   json    for programs: one object for each reply, indented
@@ -256,7 +256,8 @@ Examples:
   printer-query status | kovra decode
   printer-monitor | kovra decode --stream --format jsonl
   kovra decode --format prom -o /var/lib/node_exporter/printer.prom reply.xml
-  find replies -name '*.xml' -print0 | kovra decode --format jsonl -j 0 --files-from - -0
+  find replies -name '*.xml' -print0 |
+    kovra decode --format jsonl -j 0 --files-from - -0
 
 Exit status:
   0  all replies were decoded

@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "command.hpp"
+#include "complaints.hpp"
 #include "printable.hpp"
 
 namespace Kovra::tool {
@@ -76,6 +77,7 @@ class Output {
     pending_ += data;
     if (pending_.size() >= enough) flush();
   }
+  bool isFile() const { return isFile_; }
   void flush();
   void close();
   void drop();
@@ -200,6 +202,10 @@ void print(std::string_view data) {
   output().print(data);
 }
 
+bool isOutputFile() {
+  return output().isFile();
+}
+
 void flushOutput() {
   output().flush();
 }
@@ -213,13 +219,15 @@ void dropOutput() {
 }
 
 void complain(std::string_view line) {
+  tell(shownComplaint(printable(line), 4) + '\n');
+}
+
+void tell(std::string_view lines) {
   flushOutput();
-  std::string const safe = printable(line) + '\n';
-  std::string_view rest = safe;
-  while (!rest.empty()) {
-    ssize_t const written = ::write(STDERR_FILENO, rest.data(), rest.size());
+  while (!lines.empty()) {
+    ssize_t const written = ::write(STDERR_FILENO, lines.data(), lines.size());
     if (written < 0 && errno != EINTR) return;  // there is nobody left to tell
-    if (written > 0) rest.remove_prefix(static_cast<std::size_t>(written));
+    if (written > 0) lines.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 

@@ -18,6 +18,9 @@ namespace Kovra::tool {
 /// its name in the end, so that nobody ever sees a half of it.
 void addOutput(CLI::App& command, std::string const& description = "");
 
+/// Is there such a file, so that standard output gets nothing?
+bool isOutputFile();
+
 /// Adds data. It is written when enough has come together, so that a million replies do not take a
 /// million writes.
 ///
@@ -38,8 +41,12 @@ void closeOutput();
 /// There will be no data: a file that was to be replaced stays as it was.
 void dropOutput();
 
-/// One line on standard error, made printable, behind all data so far.
+/// One line on standard error, made printable, behind all data so far. On a terminal it is wrapped,
+/// and an "error: ", "warning: " or "note: " in it has a colour.
 void complain(std::string_view line);
+
+/// Lines on standard error that are printable already, behind all data so far.
+void tell(std::string_view lines);
 
 /// Writes a file of its own, whole or not at all. Throws an OutputFailure.
 void writeWhole(std::string const& path, std::string_view data);

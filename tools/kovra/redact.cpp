@@ -420,8 +420,7 @@ void addRedact(CLI::App& command, ExitStatus& status) {
     if (options->replies.areSeveral() && options->folder.empty()) {
       throw CLI::ValidationError("several replies need --output-dir");
     }
-    bool const waits = options->replies.files.empty() && options->replies.list.empty();
-    if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
+    tellWaiting(options->replies);
     status = Run(*options).all();
   });
 }

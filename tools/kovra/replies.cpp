@@ -252,8 +252,11 @@ void addAs(CLI::App& command, std::string& message, std::string const& verb) {
 }
 
 void tellWaiting(ReplyOptions const& options) {
-  bool const waits = options.files.empty() && options.list.empty();
-  if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
+  std::vector<std::string> const& files = options.files;
+  bool const isNamed = std::find(files.begin(), files.end(), standardInput) != files.end();
+  bool const isLeft = files.empty() && options.list.empty();
+  if (!(isNamed || isLeft) || !isTerminal(STDIN_FILENO)) return;
+  complain("kovra: reading a reply from the terminal; Ctrl-D ends it");
 }
 
 }  // namespace Kovra::tool

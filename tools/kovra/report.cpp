@@ -1,7 +1,5 @@
 #include "report.hpp"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <ctime>
 #include <kovra.hpp>
@@ -198,8 +196,7 @@ void addReport(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
   command.callback([options, &status] {
-    bool const waits = options->replies.files.empty() && options->replies.list.empty();
-    if (waits && isTerminal(STDIN_FILENO)) complain("kovra: reading a reply from the terminal");
+    tellWaiting(options->replies);
     status = Run(*options).all();
   });
 }

@@ -189,6 +189,8 @@ class Judge {
 
  private:
   void member(std::string_view name, Value const& value, std::vector<std::string> const& owner);
+  void within(std::string const& step, std::string_view name, Value const& value,
+              std::vector<std::string> const& owner);
   void list(std::string_view name, Value const& list, std::vector<std::string> const& owner);
   void single(std::string_view name, Value const& value, std::vector<std::string> const& owner);
   void state(Value const& value, std::string const& what);
@@ -200,6 +202,7 @@ class Judge {
 
   std::string_view message_;
   std::size_t lists_ = 0;  ///< around what is looked at
+  std::string path_;       ///< to what is looked at
 };
 
 /// What a member is called. A name that every message could have is told by the message's.
@@ -216,9 +219,18 @@ std::string Judge::label(std::vector<std::string> const& words,
 void Judge::record(Value const& record, std::vector<std::string> const& owner) {
   interval(record, owner);
   for (Member const& each : record.members()) {
-    member(each.name(), each.value(), owner);
+    std::string const step = (path_.empty() ? "" : ".") + std::string(each.name());
+    within(step, each.name(), each.value(), owner);
     if (isNumber(each.value())) level(record, each, owner);
   }
+}
+
+void Judge::within(std::string const& step, std::string_view name, Value const& value,
+                   std::vector<std::string> const& owner) {
+  std::size_t const length = path_.size();
+  path_ += step;
+  member(name, value, owner);
+  path_.resize(length);
 }
 
 void Judge::member(std::string_view name, Value const& value,
@@ -236,7 +248,10 @@ void Judge::member(std::string_view name, Value const& value,
 
 void Judge::list(std::string_view name, Value const& list, std::vector<std::string> const& owner) {
   ++lists_;
-  for (Value const& item : list.items()) member(name, item, owner);
+  std::size_t index = 0;
+  for (Value const& item : list.items()) {
+    within('[' + std::to_string(index++) + ']', name, item, owner);
+  }
   --lists_;
 }
 
@@ -280,8 +295,9 @@ void Judge::sign(Need need, std::string const& what, std::string const& said) {
   });
   if (same != facts.signs.end()) {
     ++same->count;
+    same->paths.push_back(path_);
   } else {
-    facts.signs.push_back({need, what, said});
+    facts.signs.push_back({need, what, said, 1, {path_}});
   }
 }
 
@@ -289,6 +305,7 @@ void Judge::level(Value const& record, Member const& member,
                   std::vector<std::string> const& owner) {
   std::vector<std::string> const words = wordsOf(member.name());
   Level level;
+  level.path = path_ + (path_.empty() ? "" : ".") + std::string(member.name());
   level.left = member.value().asReal(0.0);
   level.said = cell(member.value(), Secrets::masked);
   level.what = owner.empty() ? spoken(words) : spoken(owner);
@@ -376,7 +393,7 @@ void complete(Level& level, std::vector<Interval> const& intervals) {
 }
 
 Sign signOf(Level const& level) {
-  Sign sign{Need::none, level.what, level.said};
+  Sign sign{Need::none, level.what, level.said, 1, {level.path}};
   bool const isCountdown = !level.until.empty();
   bool const isAboveWhole = level.whole > 0 && level.left > level.whole;
   // Nothing is loaded where the whole is nothing, and what is beyond the whole is no level.
@@ -389,6 +406,18 @@ Sign signOf(Level const& level) {
     sign.said += isCountdown ? ": due soon" : ": low";
   }
   return sign;
+}
+
+std::vector<Sign> signsOf(Facts facts) {
+  std::vector<Sign> signs = std::move(facts.signs);
+  for (Level& level : facts.levels) {
+    complete(level, facts.intervals);
+    Sign sign = signOf(level);
+    if (sign.need != Need::none) signs.push_back(std::move(sign));
+  }
+  std::stable_sort(signs.begin(), signs.end(),
+                   [](Sign const& a, Sign const& b) { return a.need < b.need; });
+  return signs;
 }
 
 }  // namespace Kovra::tool

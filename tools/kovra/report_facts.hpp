@@ -27,6 +27,7 @@ struct Sign {
   std::string what;  ///< "Head open"
   std::string said;  ///< "yes"
   std::size_t count = 1;
+  std::vector<std::string> paths = {};  ///< as Value::at() takes them: of the members that say it
 };
 
 /// What something is doing: "Printer state", "printing heating".
@@ -44,6 +45,7 @@ struct Level {
   double low = 0;     ///< so much is little
   std::string until;  ///< what has its whole in an Interval: "cleaning"; empty for what has its own
   double scale = 0;   ///< the length of a bar for it where the whole is not told; 0: none
+  std::string path;   ///< as Value::at() takes it: of the member that says it
 
   double end() const { return whole > 0 ? whole : scale; }
   /// Can it be drawn?
@@ -80,6 +82,9 @@ void complete(Level& level, std::vector<Interval> const& intervals);
 
 /// What a level is a sign of; with Need::none where there is enough.
 Sign signOf(Level const& level);
+
+/// All signs of a reading for itself, those of its levels among them; the most urgent one first.
+std::vector<Sign> signsOf(Facts facts);
 
 }  // namespace Kovra::tool
 

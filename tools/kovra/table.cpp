@@ -5,20 +5,15 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 
-#include "characters.hpp"
 #include "printable.hpp"
 #include "secret.hpp"
+#include "terminal.hpp"
 
 namespace Kovra::tool {
 
 namespace {
-
-using Rows = std::vector<std::vector<std::string>>;
-
-std::string indented(std::size_t depth, std::string_view name) {
-  return std::string(2 * depth, ' ').append(name);
-}
 
 template <class Number, class... Form>
 std::string digits(Number number, Form... form) {
@@ -52,7 +47,28 @@ bool isMasked(Value const& value, Secrets secrets) {
   return secrets == Secrets::masked && value.isSecret() && isSingle;
 }
 
+/// "40 [0..63]"; the value alone where nothing tells its bounds.
+std::string setting(Value const& value, Secrets secrets) {
+  auto const bound = [&](std::string_view name) {
+    Value const* const found = value.find(name);
+    if (found == nullptr) return std::string("?");
+    bool const isShownText = found->isText() && !isMasked(*found, secrets);
+    return isShownText ? quoted(found->asText()) : cell(*found, secrets);
+  };
+  std::string shown = bound("val");
+  if (value.size() > 1) shown += " [" + bound("min") + ".." + bound("max") + ']';
+  return shown;
+}
+
 }  // namespace
+
+bool isSetting(Value const& value) {
+  if (!value.isRecord() || value.find("val") == nullptr) return false;
+  return std::all_of(value.members().begin(), value.members().end(), [](Member const& member) {
+    bool const isPart = member.name() == "val" || member.name() == "min" || member.name() == "max";
+    return isPart && member.value().empty();
+  });
+}
 
 // Entries of lists and members of records have rows of their own.
 std::string cell(Value const& value, Secrets secrets) {
@@ -75,29 +91,114 @@ std::string cell(Value const& value, Secrets secrets) {
     case Value::Kind::list:
       return value.empty() ? "(none)" : "";
     case Value::Kind::record:
-      return value.empty() ? "(empty)" : "";
+      return value.empty() ? "(empty)" : isSetting(value) ? setting(value, secrets) : "";
   }
   return {};
 }
 
 namespace {
 
-void addRow(Rows& rows, std::size_t depth, std::string_view name, Value const& value,
-            Secrets secrets) {
-  rows.push_back({indented(depth, name), cell(value, secrets)});
-  for (std::size_t i = 0; i < value.items().size(); ++i) {
-    addRow(rows, depth + 1, std::to_string(i + 1), value.items()[i], secrets);
+/// A line of a table of names and values.
+struct Row {
+  std::string name;  ///< behind its indentation
+  std::string value;
+  Need need = Need::none;
+};
+
+char const* markOf(Need need) {
+  switch (need) {
+    case Need::now:
+      return "! ";
+    case Need::soon:
+      return "* ";
+    case Need::unknown:
+      return "? ";
+    case Need::none:
+      break;
   }
-  for (Member const& member : value.members()) {
-    addRow(rows, depth + 1, member.name(), member.value(), secrets);
-  }
+  return "  ";
 }
+
+Style styleOf(Need need) {
+  if (need == Need::none) return Style::plain;
+  return need == Need::now ? Style::error : Style::warning;
+}
+
+/// A path without the numbers of entries, which a table shows in its own way.
+std::string withoutNumbers(std::string_view path) {
+  std::string names;
+  bool isNumber = false;
+  for (char const letter : path) {
+    isNumber = letter == '[' || (isNumber && letter != ']');
+    if (!isNumber && letter != ']') names += letter;
+  }
+  return names;
+}
+
+/// Makes the rows of a record.
+class Tabulation {
+ public:
+  Tabulation(Value const& record, Secrets secrets, std::vector<Sign> const& signs)
+      : secrets_(secrets) {
+    for (Sign const& sign : signs) addSign(record, sign);
+    for (Member const& member : record.members()) {
+      std::string const path(member.name());
+      bool const isFirst = member.value().empty() && needs_.count(path) != 0;
+      if (!isFirst) add(0, path, path, member.value());
+    }
+  }
+
+  std::vector<Row> take() { return std::move(rows_); }
+
+ private:
+  /// Of equal ones in a list one row stands for all.
+  void addSign(Value const& record, Sign const& sign) {
+    for (std::string const& path : sign.paths) needs_.emplace(path, sign.need);
+    Value const& value = record.at(sign.paths.front());
+    bool const isNumber = value.isWhole() || value.isReal();
+    std::string said = isNumber ? printable(sign.said) : cell(value, secrets_);
+    if (sign.count > 1) said += ", " + std::to_string(sign.count) + " times";
+    rows_.push_back({printable(withoutNumbers(sign.paths.front())), std::move(said), sign.need});
+  }
+
+  void add(std::size_t depth, std::string_view name, std::string const& path, Value const& value) {
+    auto const need = needs_.find(path);
+    rows_.push_back({std::string(2 * depth, ' ') + printable(name), cell(value, secrets_),
+                     need != needs_.end() ? need->second : Need::none});
+    if (isSetting(value)) return;
+    for (std::size_t i = 0; i < value.items().size(); ++i) {
+      add(depth + 1, std::to_string(i + 1), path + '[' + std::to_string(i) + ']', value.items()[i]);
+    }
+    for (Member const& member : value.members()) {
+      std::string const inner(member.name());
+      add(depth + 1, inner, path + '.' + inner, member.value());
+    }
+  }
+
+  Secrets secrets_;
+  std::map<std::string, Need, std::less<>> needs_;  ///< by the paths of what says it
+  std::vector<Row> rows_;
+};
+
+/// The row with its value in a column of its own, wrapped within that.
+std::string lineOf(Row const& row, std::size_t nameWidth, std::size_t lineWidth) {
+  std::string line = styled(styleOf(row.need), markOf(row.need)) + row.name;
+  if (!row.value.empty()) {
+    std::size_t const used = shownColumns(row.name);
+    line.append(std::max(nameWidth, used) - used + 2, ' ');
+    line += styled(styleOf(row.need), row.value);
+  }
+  return wrapped(line, lineWidth, nameWidth + 4) + '\n';
+}
+
+using Rows = std::vector<std::vector<std::string>>;
 
 std::vector<std::size_t> widthsOf(Rows const& rows) {
   std::vector<std::size_t> widths;
   for (auto const& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], columnsOf(row[i]));
+    for (std::size_t i = 0; i < row.size(); ++i)
+      widths[i] = std::max(widths[i], shownColumns(row[i]));
   }
   return widths;
 }
@@ -111,7 +212,7 @@ std::string columns(Rows const& rows) {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
       line += row[i];
-      line.append(widths[i] - columnsOf(row[i]) + 2, ' ');
+      line.append(widths[i] - shownColumns(row[i]) + 2, ' ');
     }
     line.erase(line.find_last_not_of(' ') + 1);
     out += line + '\n';
@@ -119,19 +220,40 @@ std::string columns(Rows const& rows) {
   return out;
 }
 
-std::string rows(Value const& record, Secrets secrets) {
-  Rows all;
-  for (Member const& member : record.members()) {
-    addRow(all, 1, member.name(), member.value(), secrets);
-  }
-  return columns(all);
+std::string rows(Value const& record, Secrets secrets, std::vector<Sign> const& signs) {
+  std::vector<Row> const all = Tabulation(record, secrets, signs).take();
+  std::size_t const width = lineWidth();
+  std::size_t nameWidth = 0;
+  for (Row const& row : all) nameWidth = std::max(nameWidth, shownColumns(row.name));
+  if (width != 0) nameWidth = std::min(nameWidth, std::max<std::size_t>(width * 2 / 3, 4) - 4);
+  std::string lines;
+  for (Row const& row : all) lines += lineOf(row, nameWidth, width);
+  return lines;
 }
+
+namespace {
+
+/// Can the result be false for a host that would have taken the reply, and true for another reply?
+bool isResultTold(Reading const& reading) {
+  if (reading.record().empty()) return false;
+  std::vector<Message> const all = messages();
+  return std::any_of(all.begin(), all.end(), [&](Message const& message) {
+    return message.name() == reading.message() && message.hasResult();
+  });
+}
+
+}  // namespace
 
 std::string table(Reading const& reading, std::string_view root, Secrets secrets,
                   std::string_view source) {
+  Value const& record = reading.record();
   std::string out = source.empty() ? "" : printable(source) + ": ";
-  out += reading.message() + " <" + printable(root) + ">\n" + rows(reading.record(), secrets);
-  if (!reading.result()) out += "  (the library reports false for this reply)\n";
+  out += styled(Style::heading, reading.message()) + " <" + printable(root) + ">\n";
+  out += rows(record, secrets, signsOf(factsOf(reading.message(), record)));
+  if (record.empty()) out += "  " + styled(Style::faint, "(nothing that Kovra knows)") + '\n';
+  if (!reading.result() && isResultTold(reading)) {
+    out += "  " + styled(Style::faint, "(the library reports false for this reply)") + '\n';
+  }
   return out;
 }
 

@@ -4,8 +4,12 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+
+#include "characters.hpp"
+#include "output.hpp"
 
 namespace Kovra::tool {
 
@@ -47,11 +51,8 @@ char const* codeOf(Style style) {
   return "";
 }
 
-/// Characters, not bytes; each takes one column.
-std::size_t widthOf(std::string_view text) {
-  std::size_t width = 0;
-  for (char const byte : text) width += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-  return width;
+int descriptorOf(Stream stream) {
+  return stream == Stream::data ? STDOUT_FILENO : STDERR_FILENO;
 }
 
 }  // namespace
@@ -74,37 +75,55 @@ bool isTerminal(int descriptor) {
   return ::isatty(descriptor) == 1;
 }
 
-bool hasColor() {
-  if (whenToColor() != When::automatic) return whenToColor() == When::always;
-  return isTerminal(STDOUT_FILENO) && !isSet("NO_COLOR") && !isDumb();
+bool isTerminal(Stream stream) {
+  bool const isElsewhere = stream == Stream::data && isOutputFile();
+  return !isElsewhere && isTerminal(descriptorOf(stream));
 }
 
-std::string styled(Style style, std::string_view text) {
-  if (style == Style::plain || text.empty() || !hasColor()) return std::string(text);
+bool hasColor(Stream stream) {
+  if (whenToColor() != When::automatic) return whenToColor() == When::always;
+  return isTerminal(stream) && !isSet("NO_COLOR") && !isDumb();
+}
+
+std::string styled(Style style, std::string_view text, Stream stream) {
+  if (style == Style::plain || text.empty() || !hasColor(stream)) return std::string(text);
   return codeOf(style) + std::string(text) + "\033[0m";
 }
 
-std::size_t lineWidth() {
-  if (!isTerminal(STDOUT_FILENO)) return 0;
+std::size_t lineWidth(Stream stream) {
+  if (!isTerminal(stream)) return 0;
   if (isSet("COLUMNS")) {
     long const said = std::strtol(std::getenv("COLUMNS"), nullptr, 10);
     if (said > 0 && said < 10000) return static_cast<std::size_t>(said);
   }
   winsize size{};
-  bool const isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  bool const isKnown = ::ioctl(descriptorOf(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
   return isKnown ? size.ws_col : 80;
 }
 
+std::size_t shownColumns(std::string_view text) {
+  std::size_t columns = 0;
+  while (!text.empty()) {
+    std::size_t const code = text.find('\033');
+    columns += columnsOf(text.substr(0, code));
+    std::size_t const end = code == text.npos ? text.npos : text.find('m', code);
+    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+  }
+  return columns;
+}
+
 std::string wrapped(std::string_view text, std::size_t width, std::size_t indent) {
+  if (width != 0) indent = std::min(indent, width * 2 / 3);
   std::string out;
   std::size_t column = 0;
   bool isFirst = true;
   while (!text.empty()) {
     std::size_t const blank = text.find(' ');
     std::string_view const word = text.substr(0, blank);
-    bool const fits = width == 0 || isFirst || column + 1 + widthOf(word) <= width;
+    bool const isGap = word.empty() || out.empty() || out.back() == ' ';
+    bool const fits = width == 0 || isGap || column + 1 + shownColumns(word) <= width;
     if (!isFirst) out += fits ? " " : '\n' + std::string(indent, ' ');
-    column = (fits ? column + !isFirst : indent) + widthOf(word);
+    column = (fits ? column + !isFirst : indent) + shownColumns(word);
     out += word;
     isFirst = false;
     text.remove_prefix(blank == text.npos ? text.size() : blank + 1);

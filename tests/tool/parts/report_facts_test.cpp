@@ -201,6 +201,23 @@ TEST(Levels, CountDownWithinTheIntervalOfTheSettings) {
   EXPECT_EQ(signOf(level).said, "101: overdue");
 }
 
+TEST(Signs, OfAReadingHaveThePathsOfTheirMembersAndComeInTheirOrder) {
+  Value const record = Value::object(
+      {{"warning", 1},
+       {"ribbon", Value::object({{"initial_size", 500}, {"remaining", 0}})},
+       {"jobs", Value::list({Value::object({{"error", 4}}), Value::object({{"error", 0}}),
+                             Value::object({{"error", 4}})})},
+       {"cards_until_cleaning", 0}});
+  std::vector<std::string> all;
+  for (Sign const& sign : signsOf(factsOf("some-message", record))) {
+    std::string line = nameOf(sign.need) + ' ' + sign.said + ':';
+    for (std::string const& path : sign.paths) line += ' ' + path;
+    all.push_back(line);
+  }
+  EXPECT_EQ(all, (Texts{"now 0 of 500: empty: ribbon.remaining", "now 0: due: cards_until_cleaning",
+                        "soon 1: warning", "soon 4: jobs[0].error jobs[2].error"}));
+}
+
 }  // namespace
 
 }  // namespace Kovra::tool

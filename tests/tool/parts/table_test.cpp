@@ -79,6 +79,80 @@ TEST(Rows, IndentRecordsAndNumberLists) {
             "  none      (none)\n");
 }
 
+TEST(Rows, ShowSettingsWithTheirBoundsInOneLine) {
+  Value const record =
+      Value::object({{"contrast", Value::object({{"min", 0}, {"max", 63}, {"val", 40}})},
+                     {"speed", Value::object({{"val", 2.5}, {"min", 0.5}, {"max", 4}})},
+                     {"alone", Value::object({{"val", 175}})},
+                     {"half", Value::object({{"max", 9}, {"val", 3}})},
+                     {"text", Value::object({{"val", "a b"}, {"min", 1}, {"max", secret(2)}})},
+                     {"no_setting", Value::object({{"min", 1}, {"max", 2}})},
+                     {"more", Value::object({{"val", 1}, {"unit", 2}})},
+                     {"list", Value::list({Value::object({{"min", 1}, {"max", 3}, {"val", 2}})})}});
+  EXPECT_EQ(rows(record, Secrets::masked),
+            "  contrast    40 [0..63]\n"
+            "  speed       2.5 [0.5..4]\n"
+            "  alone       175\n"
+            "  half        3 [?..9]\n"
+            "  text        \"a b\" [1..******]\n"
+            "  no_setting\n"
+            "    min       1\n"
+            "    max       2\n"
+            "  more\n"
+            "    val       1\n"
+            "    unit      2\n"
+            "  list\n"
+            "    1         2 [1..3]\n");
+}
+
+/// The rows with what the record itself is a sign of.
+std::string judged(Value const& record) {
+  return rows(record, Secrets::masked, signsOf(factsOf("some-message", record)));
+}
+
+TEST(Rows, BeginWithWhatNeedsSomebodyTheMostUrgentFirst) {
+  EXPECT_EQ(judged(Value::object({{"count", 2},
+                                  {"warning", 3},
+                                  {"feeder_state", Value::unknownKeyword(9, "sideways")},
+                                  {"printer_state", Value::keyword(7, "offline")},
+                                  {"alarms", bits("0x12")}})),
+            "! printer_state  offline (7)\n"
+            "! alarms         bits 1, 4 (0x12)\n"
+            "* warning        3\n"
+            "? feeder_state   \"sideways\" (9, unknown)\n"
+            "  count          2\n");
+}
+
+TEST(Rows, MarkWhatStandsInARecordFirstAndInItsPlace) {
+  EXPECT_EQ(
+      judged(Value::object({{"count", 2},
+                            {"ribbon", Value::object({{"initial_size", 500}, {"remaining", 0}})},
+                            {"film", Value::object({{"initial_size", 1000}, {"remaining", 99}})}})),
+      "! ribbon.remaining  0 of 500: empty\n"
+      "* film.remaining    99 of 1000: low\n"
+      "  count             2\n"
+      "  ribbon\n"
+      "    initial_size    500\n"
+      "!   remaining       0\n"
+      "  film\n"
+      "    initial_size    1000\n"
+      "*   remaining       99\n");
+}
+
+TEST(Rows, TellEqualSignsOfAListOnce) {
+  Value const jammed = Value::object({{"job_state", Value::keyword(5, "jam")}});
+  Value const done = Value::object({{"job_state", Value::keyword(7, "done")}});
+  EXPECT_EQ(judged(Value::object({{"jobs", Value::list({jammed, done, jammed})}})),
+            "* jobs.job_state  jam (5), 2 times\n"
+            "  jobs\n"
+            "    1\n"
+            "*     job_state   jam (5)\n"
+            "    2\n"
+            "      job_state   done (7)\n"
+            "    3\n"
+            "*     job_state   jam (5)\n");
+}
+
 TEST(Rows, MaskSecretsWhateverTheirTypeAndLength) {
   Value const record = Value::object({{"key", secret("a key")},
                                       {"none", secret("")},
@@ -140,20 +214,33 @@ TEST(Table, HasAHeadingWithTheMessageAndTheRoot) {
   std::string const reply = "<get_general_status><error>1</error></get_general_status>";
   EXPECT_EQ(tableOf(reply, "get_general_status", ""),
             "general-status <get_general_status>\n"
-            "  error  1\n");
+            "! error  1\n");
   EXPECT_EQ(tableOf(reply, "get_general_status", "a.xml"),
             "a.xml: general-status <get_general_status>\n"
-            "  error  1\n");
+            "! error  1\n");
   EXPECT_EQ(tableOf(reply, hostile, hostile),
-            harmless + ": general-status <" + harmless + ">\n  error  1\n");
+            harmless + ": general-status <" + harmless + ">\n! error  1\n");
 }
 
 TEST(Table, SaysThatTheLibraryReportsFalse) {
   EXPECT_EQ(
-      tableOf("<get_general_status><error>1</error><error/></get_general_status>", "root", ""),
+      tableOf("<get_general_status><error>0</error><error/></get_general_status>", "root", ""),
       "general-status <root>\n"
-      "  error  1\n"
+      "  error  0\n"
       "  (the library reports false for this reply)\n");
+}
+
+TEST(Table, DoesNotSayItWhereItIsFalseForEveryReply) {
+  EXPECT_EQ(tableOf("<configuration><standby_timeout>15</standby_timeout></configuration>",
+                    "configuration", ""),
+            "configuration <configuration>\n"
+            "  standby_timeout  15\n");
+}
+
+TEST(Table, SaysOfAnEmptyRecordOnlyThatItIsEmpty) {
+  EXPECT_EQ(tableOf("<get_general_status><fan>1</fan></get_general_status>", "root", ""),
+            "general-status <root>\n"
+            "  (nothing that Kovra knows)\n");
 }
 
 TEST(Columns, AlignAllButTheLast) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "command.hpp"
+#include "help.hpp"
 #include "output.hpp"
 #include "suggest.hpp"
 #include "verbs.hpp"
@@ -134,6 +136,7 @@ ExitStatus run(int argc, char** argv) {
   ExitStatus status = ExitStatus::good;
   std::vector<std::string> words = wordsOf(argc, argv);
   CLI::App app(description, "kovra");
+  app.formatter(std::make_shared<HelpFormatter>());
   app.set_version_flag("--version", "kovra " KOVRA_VERSION, "Print the version and exit");
   app.require_subcommand(1);
   app.footer(footer);

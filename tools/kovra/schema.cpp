@@ -30,7 +30,8 @@ void addSchema(CLI::App& command, ExitStatus&) {
       ->check(isMessage(anyMessage));
   addOutput(command);
   command.footer(R"(Prints the JSON Schema (draft 2020-12) of a message's record, which is what
-'kovra decode --format json' shows under "record" and what 'kovra compose' takes.
+'kovra decode --format json' shows under "record" and what 'kovra compose'
+takes.
 Without a MESSAGE it is an object with the schemas of all, by their names.
 
 Examples:

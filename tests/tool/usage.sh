@@ -46,23 +46,40 @@ holds "standard error" '*--\\x1b\[2J*' "$err"
 kovra --version
 expectStatus 0
 holds "standard output" 'kovra [0-9]*.[0-9]*.[0-9]*' "$out"
-for command in "" decode check coverage explain compose "compose media" "compose configuration" list vocabulary schema sample completion diff redact report; do
-  # shellcheck disable=SC2086 # none for none
-  kovra $command --help
+
+# helps COMMAND...: its help, and that of all commands in it, fits into 80 columns.
+helps() {
+  kovra "$@" --help
   expectStatus 0
   same "standard error" "" "$err"
-  holds "standard output" "*Usage: kovra*$command*--help*" "$out"
+  holds "standard output" "*Usage: kovra*$**--help*" "$out"
   checks=$((checks + 1))
-  long=$(grep -E '.{90}' <<<"$out")
+  local long inner
+  long=$(grep -E '.{81}' <<<"$out")
   [[ -z $long ]] || complain "$called: too wide:" "$long"
-done
+  commands=$((commands + 1))
+  for inner in $(sed -n '/^Subcommands:/,/^$/p' <<<"$out" | grep -oE '^  [a-z][a-z-]*'); do
+    helps "$@" "$inner"
+  done
+}
+commands=0
+helps
+checks=$((checks + 1))
+((commands > 30)) || complain "only $commands commands have a help"
+
+# What does not fit is continued below itself, and no word of it is lost.
+kovra decode --help
+holds "standard output" "*
+  -0,--null                   Names in that file end with a NUL byte, not with
+                              the line
+*" "$out"
 
 # Names of files that look like something else are names all the same.
 for name in list "[a,b]" "[]" ++ "{}" "%%" "a b" "a,b" =; do
   cp minimal.xml "$name"
   kovra decode "$name"
   expect 0 'general-status <get_general_status>
-  printer_state  offline (7)' ""
+! printer_state  offline (7)' ""
 done
 cp -- minimal.xml --as
 kovra decode -- --as

@@ -15,8 +15,10 @@
 #include "input.hpp"
 #include "max_size.hpp"
 #include "output.hpp"
+#include "preview.hpp"
 #include "record.hpp"
 #include "secret.hpp"
+#include "terminal.hpp"
 
 namespace Kovra::tool {
 
@@ -160,15 +162,22 @@ std::string pathIn(Record const& record, Problem const& problem) {
   return problem.path().empty() ? record.path : joined(record.path, problem.path());
 }
 
-/// Prints the document; what is wrong with the record, where there is none.
-Sentences printDocument(Message const& message, Record const& record, Value const& choices) {
+/// What is wrong with a record of which there is no document.
+Sentences problemsOf(Composition const& composition, Record const& record) {
   Sentences wrong;
-  Composition const composition = compose(message.name(), record.value, choices);
-  print(composition.text());
   for (Problem const& problem : composition.problems()) {
     wrong.push_back(sentence(pathIn(record, problem), problem.found(), problem.expected()));
   }
   return wrong;
+}
+
+/// In place of the document.
+void printPreview(Preview const& preview) {
+  print(preview.changes);
+  for (std::string const& path : preview.unwritten) {
+    complain("kovra: warning: " + path + ": not in the document that these choices make");
+  }
+  if (preview.changes.empty()) complain("kovra: nothing would change");
 }
 
 ExitStatus refuse(ExitStatus status, std::string const& file, Place place, std::string const& why) {
@@ -183,6 +192,7 @@ struct Input {
   std::size_t maxSize = defaultMaxSize;
   std::vector<std::string> changes;      ///< "path=value"
   std::vector<std::string> fileChanges;  ///< "path=FILE"
+  bool isDryRun = false;                 ///< only tells what would change
 
   std::string const& name() const { return reply.empty() ? file : reply; }
   bool changesAnything() const { return !changes.empty() || !fileChanges.empty(); }
@@ -213,10 +223,17 @@ std::vector<Edit> editsOf(Input const& input, Message const& message) {
 Sentences composeChanged(Input const& input, Message const& message, Value const& choices) {
   std::vector<Edit> const edits = editsOf(input, message);
   Record record = read(input, message.recordOf());
-  if (edits.empty()) return printDocument(message, record, choices);
   Value const before = record.value;
   apply(edits, record.value);
-  return printDocument(message, record, choicesOfChanges(message, before, record.value, choices));
+  Value const chosen =
+      edits.empty() ? choices : choicesOfChanges(message, before, record.value, choices);
+  Composition const composition = compose(message.name(), record.value, chosen);
+  if (composition && input.isDryRun) {
+    printPreview(previewOf(message, before, edits, chosen));
+  } else {
+    print(composition.text());
+  }
+  return problemsOf(composition, record);
 }
 
 /// Whatever fails here is told with the name of the file: it is the one that somebody has to mend.
@@ -258,6 +275,9 @@ void addChanges(CLI::App& app, Input& input) {
                  "for secrets, which every list of processes would show")
       ->option_text("PATH=FILE")
       ->allow_extra_args(false);
+  app.add_flag("--dry-run", input.isDryRun,
+               "Print what would change, a line for each member, as\n"
+               "'kovra diff' does, and no document");
 }
 
 /// The record as a file, and the choices as options.
@@ -274,6 +294,8 @@ void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
   Object const choices;
   for (Choice const& choice : message.choices()) addChoice(app, choice, choices);
   addOutput(app);
+  addColor(app);
+  app.get_option("--dry-run")->excludes(app.get_option("--output"));
   app.callback([&status, input, message, choices] {
     if (!input->changesAnything()) requireWords(message, choices.value());
     status = composeFrom(*input, message, choices.value());
@@ -351,7 +373,11 @@ found where, and what would be right, and repeats no value, which might be a
 secret.
 
 A record may hold lists and objects of at most 256 entries, in one another at
-most 32 levels deep, names of at most 256 bytes, and at most 16384 values in all.
+most 32 levels deep, names of at most 256 bytes, and at most 16384 values in
+all.
+
+With --dry-run there is no document, but a line for each member that would
+change: "~ wireless.channel: 6 -> 11". Whatever would be refused is refused.
 
 Examples:
   kovra compose configuration --from configuration.xml --set wireless.ssid=NewNet
@@ -359,7 +385,7 @@ Examples:
   kovra compose device-control fan --state on
 
 Exit status:
-  0  the document was written to standard output
+  0  the document, or what would change, was written to standard output
   1  the record was refused
   2  the command line is wrong
   3  the file could not be read, or standard output not be written)");

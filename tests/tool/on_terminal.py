@@ -13,7 +13,7 @@ import subprocess
 import sys
 import termios
 
-END_OF_INPUT = b"\x04"
+END_OF_INPUT = b"\n\x04\x04"  # the first one may only end a line
 
 
 def open_terminal(columns):

@@ -170,7 +170,7 @@ same "the terminal" "$wanted" "$(plain "$out")
 
 # Settings in one line; false is told only where it depends on the reply.
 kovra decode full.xml
-holds "standard output" $'*\n    read                               30 \[1..120]\n*' "$out"
+holds "standard output" $'*\n    read *30 \[1..120]\n*' "$out"
 checks=$((checks + 1))
 [[ $out != *"reports false"* ]] || complain "$called: false is said of a message that always has it"
 kovra decode "$samples/status/empty-elements.xml"

@@ -46,7 +46,7 @@ fi
 level=2
 if grep -q '^KOVRA_HAS_FORTIFY_SOURCE_3:INTERNAL=1$' "$build/CMakeCache.txt"; then level=3; fi
 unchecked=$(jq -r --arg flag "-D_FORTIFY_SOURCE=$level" \
-  '.[] | select(.command | test("kovra_objects[.]dir|kovra_tool_parts[.]dir|kovra-tool[.]dir"))
+  '.[] | select(.command | test("kovra_objects[.]dir|kovra_tool_objects[.]dir|kovra-tool[.]dir"))
    | select(.command | contains($flag) | not) | .file' "$build/compile_commands.json")
 [[ -z $unchecked ]] || complain "compiled without _FORTIFY_SOURCE=$level:" "$unchecked"
 

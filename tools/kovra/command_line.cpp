@@ -1,0 +1,93 @@
+#include "command_line.hpp"
+
+#include <CLI/CLI.hpp>
+#include <utility>
+
+#include "suggest.hpp"
+#include "verbs.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+/// CLI11 takes "[a,b]" for a list and "++" for the end of a subcommand. Here they can only be names
+/// of files, which stay the same files with the current folder in front.
+std::string argument(std::string_view given) {
+  bool const listLike = given.size() > 1 && given.front() == '[' && given.back() == ']';
+  return (listLike || given == "++" ? "./" : "") + std::string(given);
+}
+
+/// Is it the name of a file? Verbs have neither a slash nor a point, so that more can be added.
+bool looksLikeFile(std::string_view word) {
+  return word.front() != '-' && word.find_first_of("/.") != word.npos;
+}
+
+/// The command that the words name, as far as it was understood.
+CLI::App const& innermost(CLI::App const& app) {
+  CLI::App const* inner = &app;
+  while (!inner->get_subcommands().empty()) inner = inner->get_subcommands().front();
+  return *inner;
+}
+
+/// What may stand where somebody mistyped.
+std::vector<std::string> possible(CLI::App const& command, bool isOption) {
+  std::vector<std::string> names;
+  if (isOption) {
+    for (CLI::Option const* const option : command.get_options()) {
+      for (std::string const& name : option->get_lnames()) names.push_back("--" + name);
+    }
+  } else {
+    for (CLI::App const* const inner : command.get_subcommands(nullptr)) {
+      names.push_back(inner->get_name());
+    }
+  }
+  return names;
+}
+
+}  // namespace
+
+std::vector<std::string> wordsOf(std::vector<std::string_view> const& arguments) {
+  std::vector<std::string> words;
+  for (std::string_view const given : arguments) words.push_back(argument(given));
+  if (words.empty() || words.front().empty()) return words;
+  if (words.front() == "help") {
+    words.erase(words.begin());
+    words.emplace_back("--help");
+  } else if (looksLikeFile(words.front())) {
+    words.insert(words.begin(), "decode");
+  }
+  return words;
+}
+
+void addVerbs(CLI::App& app, std::string_view called, ExitStatus& status) {
+  for (Verb const& verb : verbs()) {
+    CLI::App* const command = app.add_subcommand(verb.name, verb.title);
+    if (called == verb.name) verb.describe(*command, status);
+  }
+}
+
+/// A word that nothing takes comes before whatever is missing without it.
+std::string complaintOf(CLI::App const& app, CLI::Error const& error) {
+  bool const isSurplus = dynamic_cast<CLI::ExtrasError const*>(&error) != nullptr;
+  bool const isMissing = dynamic_cast<CLI::RequiredError const*>(&error) != nullptr;
+  std::vector<std::string> const rest = app.remaining(true);
+  if (rest.empty() || !(isSurplus || isMissing)) return error.what();
+  CLI::App const& command = innermost(app);
+  std::string const word = rest.front().substr(0, rest.front().find('='));
+  bool const isOption = word.substr(0, 1) == "-";
+  std::string const meant = suggestion(word, possible(command, isOption));
+  bool const isVerb = !isOption && !command.get_subcommands(nullptr).empty();
+  if (isVerb) return "unknown subcommand \"" + word + "\"." + meant;
+  return error.what() + (meant.empty() ? meant : '.' + meant);
+}
+
+std::string commandName(CLI::App const& app) {
+  std::string name = "kovra";
+  for (CLI::App const* inner = &app; !inner->get_subcommands().empty();) {
+    inner = inner->get_subcommands().front();
+    name += ' ' + inner->get_name();
+  }
+  return name;
+}
+
+}  // namespace Kovra::tool

@@ -6,7 +6,6 @@
 #include <kovra.hpp>
 #include <memory>
 #include <new>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,16 +17,14 @@
 #include "input.hpp"
 #include "max_size.hpp"
 #include "output.hpp"
+#include "patch.hpp"
 #include "printable.hpp"
 #include "replies.hpp"
-#include "secret.hpp"
 #include "terminal.hpp"
 
 namespace Kovra::tool {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct Options {
   std::vector<std::string> files;
@@ -195,67 +192,18 @@ std::string textOf(std::vector<Pair> const& pairs, Secrets secrets) {
   return text;
 }
 
-// The patch.
-
-/// The value with masks in place of secrets; true where there were any.
-bool maskSecrets(Value& value) {
-  if (isSecretValue(value)) {
-    value = mask;
-    return true;
-  }
-  bool hasAny = false;
-  for (Member& member : value.members()) hasAny |= maskSecrets(member.value());
-  for (Value& item : value.items()) hasAny |= maskSecrets(item);
-  return hasAny;
-}
-
-/// Operations of RFC 6902. What a list loses is its end, so all removals come last, and of those
-/// the last one first: no entry that another one names ever moves.
-class Patch {
- public:
-  explicit Patch(Secrets secrets) : secrets_(secrets) {}
-
-  void add(Change const& change) {
-    if (change.kind == Change::Kind::masked) return;
-    if (change.kind == Change::Kind::removed) {
-      removals_.push_back({{"op", "remove"}, {"path", change.pointer}});
-      return;
-    }
-    Json operation = {{"op", change.kind == Change::Kind::added ? "add" : "replace"},
-                      {"path", change.pointer}};
-    Value value = *change.after;
-    bool const isMasked = secrets_ == Secrets::masked && maskSecrets(value);
-    operation["value"] = Json::parse(value.toJson());
-    if (isMasked) operation["masked"] = true;
-    masked_ += isMasked;
-    all_.push_back(std::move(operation));
-  }
-
-  std::string text() {
-    for (; !removals_.empty(); removals_.pop_back()) all_.push_back(removals_.back());
-    return all_.dump(2, ' ', true, Json::error_handler_t::replace) + '\n';
-  }
-  std::size_t masked() const { return masked_; }
-
- private:
-  Secrets secrets_;
-  Json all_ = Json::array();
-  std::vector<Json> removals_;
-  std::size_t masked_ = 0;
-};
-
 std::string patchOf(Pair const& pair, Secrets secrets) {
-  Patch patch(secrets);
-  for (Change const& change : changes(pair.before, pair.after)) {
-    patch.add(change);
+  std::vector<Change> const all = changes(pair.before, pair.after);
+  for (Change const& change : all) {
     if (change.kind != Change::Kind::masked) continue;
     complain("kovra: warning: " + change.path + ": masked, not compared");
   }
-  if (patch.masked() > 0) {
-    complain("kovra: warning: " + std::to_string(patch.masked()) +
+  Patch const patch = patchOf(all, secrets);
+  if (patch.masked > 0) {
+    complain("kovra: warning: " + std::to_string(patch.masked) +
              " operations hold ****** in place of secrets; see --show-secrets");
   }
-  return patch.text();
+  return patch.text;
 }
 
 bool isDifferent(Pair const& pair) {

@@ -1,0 +1,137 @@
+// What became of a record, and the operations that make it so.
+
+#include "changes.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "patch.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// Values of every kind, the same for the same seed. Names repeat, so that two records have members
+/// in common; some hold what a pointer escapes.
+class Maker {
+ public:
+  explicit Maker(std::uint32_t seed) : random_(seed) {}
+
+  Value record(int depth) {
+    Value record = Value::object();
+    for (char const* const name : {"a", "b", "c/d", "e~f", "~1", "jobs", "h"}) {
+      if (below(3) != 0) record.add(name, value(depth));
+    }
+    return record;
+  }
+
+ private:
+  std::uint32_t below(std::uint32_t bound) { return static_cast<std::uint32_t>(random_()) % bound; }
+
+  Value value(int depth) {
+    switch (below(depth > 0 ? 8 : 6)) {
+      case 0:
+        return {};
+      case 1:
+        return below(2) == 1;
+      case 2:
+        return static_cast<long>(below(3)) - 1;
+      case 3:
+        return static_cast<double>(below(5)) / 2;
+      case 4:
+        return std::string(below(3), 'x');
+      case 5:
+        return Value::keyword(static_cast<int>(below(2)), "idle");
+      case 6:
+        return record(depth - 1);
+      default:
+        break;
+    }
+    Value list = Value::list();
+    for (std::uint32_t i = below(4); i > 0; --i) list.append(value(depth - 1));
+    return list;
+  }
+
+  std::mt19937 random_;
+};
+
+Json jsonOf(Value const& value) {
+  return Json::parse(value.toJson());
+}
+
+Json patched(Value const& before, Value const& after) {
+  return jsonOf(before).patch(Json::parse(patchOf(changes(before, after), Secrets::shown).text));
+}
+
+TEST(Patch, MakesTheSecondRecordOfTheFirst) {
+  for (std::uint32_t seed = 0; seed < 3000; ++seed) {
+    Value const before = Maker(seed).record(3);
+    Value const after = Maker(seed + 1).record(3);
+    ASSERT_EQ(patched(before, after), jsonOf(after)) << before.toJson();
+  }
+}
+
+TEST(Patch, HoldsNothingWhereNothingChanges) {
+  for (std::uint32_t seed = 0; seed < 300; ++seed) {
+    Value const record = Maker(seed).record(3);
+    ASSERT_TRUE(changes(record, record).empty()) << record.toJson();
+    EXPECT_EQ(patchOf({}, Secrets::shown).text, "[]\n");
+  }
+}
+
+TEST(Patch, LeavesAnUntouchedMemberOut) {
+  Value const before =
+      Value::object({{"same", 1}, {"number", 2}, {"list", Value::list({1, 2, 3})}});
+  Value const after = Value::object({{"same", 1}, {"number", 3}, {"list", Value::list({1})}});
+  EXPECT_EQ(Json::parse(patchOf(changes(before, after), Secrets::shown).text),
+            Json::parse(R"([{"op":"replace","path":"/number","value":3},
+                            {"op":"remove","path":"/list/2"},{"op":"remove","path":"/list/1"}])"));
+}
+
+TEST(Patch, MasksSecretsAndCountsThem) {
+  Value key = "open sesame";
+  key.markSecret();
+  Value const before = Value::object({{"a", 1}});
+  Value const after = Value::object({{"a", 2}, {"inner", Value::object({{"key", key}})}});
+  Patch const patch = patchOf(changes(before, after), Secrets::masked);
+  EXPECT_EQ(patch.masked, 1U);
+  EXPECT_EQ(patch.text.find("sesame"), patch.text.npos);
+  Json const operation = Json::parse(patch.text)[1];
+  EXPECT_EQ(operation["value"]["key"], "******");
+  EXPECT_EQ(operation["masked"], true);
+  EXPECT_EQ(patchOf(changes(before, after), Secrets::shown).masked, 0U);
+}
+
+TEST(Patch, PassesOverWhatWasNotCompared) {
+  Value masked = "******";
+  masked.markSecret();
+  Value key = "open sesame";
+  key.markSecret();
+  std::vector<Change> const all =
+      changes(Value::object({{"k", masked}}), Value::object({{"k", key}}));
+  ASSERT_EQ(all.size(), 1U);
+  EXPECT_EQ(all[0].kind, Change::Kind::masked);
+  EXPECT_EQ(patchOf(all, Secrets::shown).text, "[]\n");
+}
+
+TEST(Changes, TellPathsThatLeadToTheValues) {
+  for (std::uint32_t seed = 0; seed < 300; ++seed) {
+    Value const before = Maker(seed).record(3);
+    Value const after = Maker(seed + 1).record(3);
+    for (Change const& change : changes(before, after)) {
+      EXPECT_TRUE(change.before == nullptr || before.findAt(change.path) == change.before);
+      EXPECT_TRUE(change.after == nullptr || after.findAt(change.path) == change.after);
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace Kovra::tool

@@ -15,6 +15,10 @@ namespace {
 constexpr std::size_t chunk = 1 << 16;
 constexpr std::size_t npos = std::string_view::npos;
 
+/// More than it takes to see that a reply begins: a bracket, and the name of a root or "?xml", and
+/// what ends it.
+constexpr std::size_t longestBeginning = 64;
+
 bool isBlank(char letter) {
   return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n';
 }
@@ -244,17 +248,21 @@ bool Splitter::endTag(std::string_view bytes) {
 }
 
 void Splitter::restart() {
-  at_ = open_ = tagAt_ = 0;
-  isInside_ = hasMarkup_ = false;
+  restartBehind(npos);
 }
 
 /// What was searched in vain stays searched.
-bool Splitter::endAt(std::size_t length) {
-  found_ = {true, length};
-  restart();
+void Splitter::restartBehind(std::size_t length) {
+  at_ = open_ = tagAt_ = 0;
+  isInside_ = hasMarkup_ = false;
   for (Ending* const ending : {&comment_, &data_, &instruction_, &declaration_}) {
     ending->searched -= std::min(ending->searched, length);
   }
+}
+
+bool Splitter::endAt(std::size_t length) {
+  found_ = {true, length};
+  restartBehind(length);
   return true;
 }
 
@@ -308,62 +316,65 @@ bool isNothing(std::string_view text) {
 
 }  // namespace
 
+/// Whether a reply is too large does not depend on how much of it is there at once: it is known
+/// when more is there than the limit and what it may take to see that the next one has begun.
 bool ReplyStream::nextReply(Item& item) {
   for (;;) {
+    skipBlanks();
     std::size_t const zero = find(rest(), '\0', looked_);
     std::string_view const bytes = rest().substr(0, zero);
     looked_ = bytes.size();
     bool const isAll = zero != npos || isAtEnd_;
-    if (isPassing_ && !endsPassing(bytes, isAll)) {
-      if (isAtEnd_ && rest().empty()) return false;
-      if (!isAll) fill();
+    if (isPassing_) {
+      pass(bytes, isAll);
+      if (isPassing_) fill();
       continue;
     }
-    Splitter::Found const found = splitter_.look(bytes, isAll);
-    if (!found.isWhole && bytes.size() > limit_) return passOver(item, bytes);
+    bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > longestBeginning;
+    Splitter::Found const found = splitter_.look(bytes, isAll && !isLong);
+    if (found.isWhole ? found.length > limit_ : isLong) return passOver(item);
     if (!found.isWhole) {
       fill();
       continue;
     }
     bool const isLast = isAll && found.length == bytes.size();
     bool const isReply = !isLast || !isNothing(bytes);
-    if (isReply) item = itemOf(bytes.substr(0, found.length));
+    if (isReply) item = {bytes.substr(0, found.length), ++number_, false};
     drop(found.length + (isLast && zero != npos ? 1 : 0));
+    isBegun_ = false;
     if (isReply) return true;
     if (zero == npos) return false;
   }
 }
 
-ReplyStream::Item ReplyStream::itemOf(std::string_view text) {
+/// Those in front of a reply.
+void ReplyStream::skipBlanks() {
+  if (isBegun_) return;
+  std::string_view text = rest();
   dropBlanks(text);
-  bool const isTooLarge = text.size() > limit_;
-  return {isTooLarge ? std::string_view() : text, ++number_, isTooLarge};
+  drop(rest().size() - text.size());
+  isBegun_ = !text.empty();
 }
 
 /// Tells of a reply that is too large, of which more is to come.
-bool ReplyStream::passOver(Item& item, std::string_view bytes) {
+bool ReplyStream::passOver(Item& item) {
   item = {{}, ++number_, true};
   isPassing_ = true;
   drop(1);
   splitter_.restart();
-  endsPassing(bytes.substr(1), false);
   return true;
 }
 
-/// Drops what belongs to a reply that is passed over; true when the next one begins here.
-bool ReplyStream::endsPassing(std::string_view bytes, bool isAll) {
-  constexpr std::size_t longestBeginning = 64;
+/// Drops what belongs to a reply that is passed over.
+void ReplyStream::pass(std::string_view bytes, bool isAll) {
   std::size_t const next = splitter_.nextBegin(bytes, 0);
-  isPassing_ = next == npos;
-  if (!isPassing_) {
-    drop(next);
-  } else if (isAll) {
-    drop(std::min(bytes.size() + 1, rest().size()));
-    isPassing_ = isAtEnd_ && rest().empty();
-  } else {
+  isPassing_ = next == npos && !isAll;
+  if (isPassing_) {
     drop(bytes.size() - std::min(bytes.size(), longestBeginning));
+    return;
   }
-  return false;
+  drop(next == npos ? std::min(bytes.size() + 1, rest().size()) : next);
+  isBegun_ = false;
 }
 
 bool ReplyStream::nextLine(Item& item) {

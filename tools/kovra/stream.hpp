@@ -53,6 +53,7 @@ class Splitter {
   bool endTag(std::string_view bytes);
   bool pass(std::string_view bytes, Ending& ending);
   bool endAt(std::size_t length);
+  void restartBehind(std::size_t length);
   std::size_t tagEnd(std::string_view bytes, std::size_t from);
   std::uint64_t& lengthsOf(char first);
   bool isRoot(std::string_view name);
@@ -102,9 +103,9 @@ class ReplyStream {
  private:
   bool nextReply(Item& item);
   bool nextLine(Item& item);
-  Item itemOf(std::string_view text);
-  bool passOver(Item& item, std::string_view bytes);
-  bool endsPassing(std::string_view bytes, bool isAll);
+  void skipBlanks();
+  bool passOver(Item& item);
+  void pass(std::string_view bytes, bool isAll);
   std::string_view unquoted(std::string_view line);
   void fill();
   void drop(std::size_t length);
@@ -121,6 +122,7 @@ class ReplyStream {
   std::size_t looked_ = 0;  ///< so many bytes of the rest hold no end
   std::size_t number_ = 0;
   std::string unquoted_;
+  bool isBegun_ = false;    ///< are there more than blanks of it?
   bool isPassing_ = false;  ///< the rest of one that is too large
   bool isAtEnd_ = false;
 };

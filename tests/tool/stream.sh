@@ -182,4 +182,14 @@ for ((i = 1; i < 24; ++i)); do
   [[ $found == true ]] || complain "a declaration cut after $i bytes gives: $found"
 done
 
+# Where the system has no threads for so many at once, there are fewer of them. Instrumented programs
+# do not start with so little memory.
+if (ulimit -v 200000 && "$tool" --version) >/dev/null 2>&1; then
+  printf '%s' "$reply$reply$reply" >in
+  checks=$((checks + 1))
+  found=$(ulimit -v 200000 && "$tool" decode --stream --format jsonl -j 1000 in 2>/dev/null | jq -c .ok |
+    paste -sd' ')
+  [[ $found == "true true true" ]] || complain "few threads: $found"
+fi
+
 finish

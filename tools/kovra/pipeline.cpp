@@ -1,17 +1,29 @@
 #include "pipeline.hpp"
 
 #include <memory>
+#include <system_error>
 #include <utility>
 
 namespace Kovra::tool {
 
 Pipeline::Pipeline(unsigned workers, std::function<void()> whenIdle)
     : most_(2 * std::size_t{workers} + 3), whenIdle_(std::move(whenIdle)) {
-  for (unsigned i = 0; i < workers; ++i) threads_.emplace_back([this] { work(); });
+  threads_.reserve(std::size_t{workers} + 1);
   threads_.emplace_back([this] { write(); });
+  try {
+    for (unsigned i = 0; i < workers; ++i) threads_.emplace_back([this] { work(); });
+  } catch (std::system_error const&) {
+    if (threads_.size() > 1) return;  // fewer of them do the same
+    end();
+    throw;
+  }
 }
 
 Pipeline::~Pipeline() {
+  end();
+}
+
+void Pipeline::end() {
   {
     std::lock_guard const lock(mutex_);
     isEnding_ = true;

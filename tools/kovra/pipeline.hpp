@@ -25,7 +25,8 @@ class Pipeline {
   /// What may be done at once with others. What it throws is thrown when its turn has come.
   using Job = std::function<Finish()>;
 
-  /// `whenIdle` is called by the finishing thread before it waits.
+  /// `whenIdle` is called by the finishing thread before it waits. Where the system has no threads
+  /// for so many workers there are fewer; throws a std::system_error where it has none for one.
   Pipeline(unsigned workers, std::function<void()> whenIdle);
   /// Waits for the jobs at hand; what has not begun is forgotten.
   ~Pipeline();
@@ -46,6 +47,7 @@ class Pipeline {
 
   void work();
   void write();
+  void end();
   bool hasNext() const { return !slots_.empty() && slots_.front()->isDone; }
   void rethrow();
 

@@ -1,5 +1,6 @@
 #include "flat.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -61,12 +62,23 @@ std::string_view withoutComment(std::string_view text) {
   return text;
 }
 
+/// Of lists and records in one another.
+std::size_t levelsOf(std::string_view path) {
+  return static_cast<std::size_t>(std::count(path.begin(), path.end(), '.') +
+                                  std::count(path.begin(), path.end(), '[')) +
+         1;
+}
+
 void addFrom(std::string_view line, int number, Value& record) {
   std::size_t const end = line.find(equals);
   if (end == line.npos) {
     throw RecordFailure({number, 1}, "found a line without \" = \"; expected path = value");
   }
   std::string const path(trimmed(line.substr(0, end)));
+  if (levelsOf(path) > maxLevels) {
+    throw RecordFailure({number, 1},
+                        "found a path of more than " + std::to_string(maxLevels) + " levels");
+  }
   std::string_view const text = withoutComment(trimmed(line.substr(end + equals.size())));
   int const column = static_cast<int>(text.data() - line.data()) + 1;
   try {

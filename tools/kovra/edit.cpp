@@ -11,6 +11,7 @@
 #include "input.hpp"
 #include "record.hpp"
 #include "suggest.hpp"
+#include "words.hpp"
 
 namespace Kovra::tool {
 
@@ -95,12 +96,6 @@ Target find(Message const& message, std::string const& path) {
     members = std::vector<MemberDescription>(member->members());
   }
   unknown(message, path);
-}
-
-std::string listed(std::vector<std::string> const& words) {
-  std::string list;
-  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
-  return list;
 }
 
 [[noreturn]] void refuse(std::string const& path, std::string const& expected) {

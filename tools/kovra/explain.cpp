@@ -15,6 +15,7 @@
 #include "printable.hpp"
 #include "suggest.hpp"
 #include "terminal.hpp"
+#include "words.hpp"
 
 namespace Kovra::tool {
 
@@ -43,12 +44,6 @@ std::vector<std::string> elementPaths(Entry const& entry) {
     paths.push_back(root + (root.empty() ? "" : "/") + element);
   }
   return paths;
-}
-
-std::string joined(std::vector<std::string> const& words) {
-  std::string list;
-  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
-  return list;
 }
 
 std::vector<std::string> namesOf(std::vector<MemberDescription> const& members) {
@@ -173,8 +168,8 @@ std::string useOf(Message const& message) {
 }
 
 std::string asText(Message const& message) {
-  return heading(message.name(), message.title()) + row("root", joined(message.roots())) +
-         row("verbs", useOf(message)) + row("members", joined(namesOf(message.members())));
+  return heading(message.name(), message.title()) + row("root", listed(message.roots())) +
+         row("verbs", useOf(message)) + row("members", listed(namesOf(message.members())));
 }
 
 std::string kindText(MemberDescription const& member) {
@@ -226,7 +221,7 @@ std::string wordRows(MemberDescription const& member, std::string const& name) {
   for (Keyword const& word : member.words()) {
     (isKeyword(word, name) ? meant : others).push_back(wordText(word));
   }
-  return row("word", joined(meant)) + row(meant.empty() ? "words" : "beside", joined(others));
+  return row("word", listed(meant)) + row(meant.empty() ? "words" : "beside", listed(others));
 }
 
 std::string writersText(Lookup& lookup, Entry const& entry) {
@@ -236,17 +231,17 @@ std::string writersText(Lookup& lookup, Entry const& entry) {
     options.push_back("--" + writer.choice + ' ' + writer.word);
   }
   if (options.empty()) return "by no choice of kovra compose " + entry.message->command();
-  return "kovra compose " + entry.message->command() + ' ' + joined(options);
+  return "kovra compose " + entry.message->command() + ' ' + listed(options);
 }
 
 std::string asText(Lookup& lookup, Entry const& entry, std::string const& name) {
   MemberDescription const& member = entry.member;
   return heading(entry.message->name() + '.' + entry.path, kindText(member)) +
          row("message", entry.message->title()) + row("title", member.title()) +
-         row("element", joined(elementPaths(entry))) +
+         row("element", listed(elementPaths(entry))) +
          row("secret", member.isSecret() ? "yes, shown as ****** unless asked for" : "") +
-         wordRows(member, name) + row("names", joined(otherNames(entry))) +
-         row("members", joined(namesOf(member.members()))) +
+         wordRows(member, name) + row("names", listed(otherNames(entry))) +
+         row("members", listed(namesOf(member.members()))) +
          row("written", writersText(lookup, entry));
 }
 

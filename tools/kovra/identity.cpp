@@ -6,22 +6,13 @@
 #include <utility>
 
 #include "secret.hpp"
+#include "words.hpp"
 
 namespace Kovra::tool {
 
 namespace {
 
 using Kind = Value::Kind;
-
-bool isUpper(char letter) {
-  return letter >= 'A' && letter <= 'Z';
-}
-bool isLower(char letter) {
-  return letter >= 'a' && letter <= 'z';
-}
-bool isDigit(char letter) {
-  return letter >= '0' && letter <= '9';
-}
 
 std::string lowered(std::string_view text) {
   std::string low(text);

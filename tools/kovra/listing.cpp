@@ -12,6 +12,7 @@
 #include "messages.hpp"
 #include "output.hpp"
 #include "table.hpp"
+#include "words.hpp"
 
 namespace Kovra::tool {
 
@@ -19,17 +20,11 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string joined(std::vector<std::string> const& words) {
-  std::string list;
-  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
-  return list;
-}
-
 std::string table() {
   std::vector<std::vector<std::string>> rows;
   for (Message const& message : messages()) {
     if (message.isRead())
-      rows.push_back({message.name(), joined(message.roots()), message.title()});
+      rows.push_back({message.name(), listed(message.roots()), message.title()});
   }
   return columns(rows);
 }

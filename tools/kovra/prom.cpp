@@ -5,15 +5,13 @@
 #include <cmath>
 #include <iterator>
 
+#include "words.hpp"
+
 namespace Kovra::tool {
 
 namespace {
 
 // Names.
-
-bool isUpper(char letter) {
-  return letter >= 'A' && letter <= 'Z';
-}
 
 /// In letters that a metric's name may have, with low dashes between words.
 std::string nameOf(std::string_view text) {
@@ -22,8 +20,7 @@ std::string nameOf(std::string_view text) {
     char const letter = text[i];
     bool const isWord = isUpper(letter) && i > 0 && !isUpper(text[i - 1]) && name.back() != '_';
     if (isWord) name += '_';
-    bool const isPlain =
-        isUpper(letter) || (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
+    bool const isPlain = isUpper(letter) || isLower(letter) || isDigit(letter);
     name += !isPlain ? '_' : isUpper(letter) ? static_cast<char>(letter - 'A' + 'a') : letter;
   }
   return name;

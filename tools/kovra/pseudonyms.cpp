@@ -5,20 +5,12 @@
 #include <optional>
 
 #include "command.hpp"
+#include "words.hpp"
 
 namespace Kovra::tool {
 
 namespace {
 
-bool isUpper(char letter) {
-  return letter >= 'A' && letter <= 'Z';
-}
-bool isLower(char letter) {
-  return letter >= 'a' && letter <= 'z';
-}
-bool isDigit(char letter) {
-  return letter >= '0' && letter <= '9';
-}
 bool isHexadecimal(char letter) {
   char const low = static_cast<char>(letter | 0x20);
   return isDigit(letter) || (low >= 'a' && low <= 'f');
@@ -378,7 +370,8 @@ std::string Pseudonyms::uuidFor(std::string_view original) {
     if (number == 0) number = ++counter;
     std::snprintf(text, sizeof text, "00000000-0000-4000-8000-%012llx",
                   static_cast<unsigned long long>(number));
-    if (!isOriginal(text)) return cased(text, hasUpper(original));
+    bool const isFree = !isOriginal(text) && !isOriginal(cased(text, true));
+    if (isFree) return cased(text, hasUpper(original));
     number = 0;
   } while (true);
 }

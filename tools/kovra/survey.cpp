@@ -172,6 +172,7 @@ class Survey : public TagVisitor {
     std::string_view const called = name.of(text_);
     Frame const& element = frames_.back();
     Node const* const node = inner(element.node, called);
+    if (node == nullptr) pieces_.push_back({name, Coding::raw, true, {}});
     std::optional<Identity> holding = holdingOf(node, called);
     bool const inherits = node == nullptr && !holding && !Identities::isTelling(called);
     if (inherits) holding = element.holding;

@@ -1,0 +1,143 @@
+// Changes that the command line tells, for every member of every document.
+
+#include "edit.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <kovra.hpp>
+#include <string>
+#include <vector>
+
+#include "input.hpp"
+#include "support/folder.hpp"
+
+namespace Kovra::tool {
+
+namespace {
+
+using Visit = std::function<void(Message const&, MemberDescription const&, std::string const&)>;
+
+void eachMember(Message const& message, std::vector<MemberDescription> const& members,
+                std::string const& outer, Visit const& visit) {
+  for (MemberDescription const& member : members) {
+    std::string const path = outer + member.name();
+    visit(message, member, path);
+    bool const isList = member.kind() == Value::Kind::list;
+    eachMember(message, member.members(), path + (isList ? "[0]." : "."), visit);
+  }
+}
+
+void eachMember(Visit const& visit) {
+  for (Message const& message : messages()) {
+    if (message.isWritten()) eachMember(message, message.members(), {}, visit);
+  }
+}
+
+/// A value that the member takes, as people write it; empty for what is no single value.
+std::string goodFor(MemberDescription const& member) {
+  switch (member.kind()) {
+    case Value::Kind::flag:
+      return "yes";
+    case Value::Kind::keyword:
+      return member.words().front().word();
+    case Value::Kind::list:
+    case Value::Kind::record:
+      return member.form() == MemberDescription::Form::setting ? "12" : "";
+    default:
+      return "12";
+  }
+}
+
+TEST(Edit, ReachesEveryMember) {
+  std::size_t reached = 0;
+  eachMember([&](Message const& message, MemberDescription const& member, std::string const& path) {
+    std::string const value = goodFor(member);
+    if (member.isSecret()) {
+      EXPECT_THROW(editOf(message, path + '=' + value), EditFailure) << path;
+    } else if (value.empty()) {
+      EXPECT_THROW(editOf(message, path + "=x"), EditFailure) << path;
+    } else {
+      Value record = Value::object();
+      Edit const edit = editOf(message, path + '=' + value);
+      apply({edit}, record);
+      EXPECT_EQ(record.at(edit.path), edit.value) << path;
+      ++reached;
+    }
+  });
+  EXPECT_GT(reached, 100U);
+}
+
+TEST(Edit, TakesValuesOfTheMembersKindOnly) {
+  eachMember([&](Message const& message, MemberDescription const& member, std::string const& path) {
+    bool const isText = member.kind() == Value::Kind::text && !member.isSecret();
+    for (char const* const value : {"", " ", "maybe", "1x", "0x", "--1", "1e", "\xff"}) {
+      std::string const assignment = path + '=' + value;
+      if (isText) {
+        EXPECT_EQ(editOf(message, assignment).value.asText(), value);
+      } else {
+        EXPECT_THROW(editOf(message, assignment), EditFailure) << assignment;
+      }
+    }
+  });
+}
+
+Message messageNamed(std::string const& name) {
+  for (Message const& message : messages()) {
+    if (message.name() == name) return message;
+  }
+  ADD_FAILURE() << name;
+  return messages().front();
+}
+
+TEST(Edit, RefusesWhatLeadsNowhere) {
+  Message const message = messageNamed("configuration");
+  for (char const* const assignment :
+       {"", "=", "=x", "wireless", "nothing=1", "wireless.nothing=1", ".wireless=1", "wireless.=1",
+        "wireless..ssid=x", "wireless.ssid.x=1", "wireless ssid=1", "[0]=1", ".=1",
+        "a.b.c.d.e=1"}) {
+    EXPECT_THROW(editOf(message, assignment), EditFailure) << assignment;
+  }
+}
+
+TEST(Edit, SuggestsWhatMayHaveBeenMeant) {
+  try {
+    editOf(messageNamed("configuration"), "wireless.sid=x");
+    FAIL();
+  } catch (EditFailure const& failure) {
+    EXPECT_STREQ(failure.what(),
+                 "unknown member \"wireless.sid\". Did you mean \"wireless.ssid\"?");
+  }
+}
+
+TEST(Edit, TakesAllBehindTheFirstEqualsSign) {
+  Message const message = messageNamed("configuration");
+  EXPECT_EQ(editOf(message, "wireless.ssid=a=b = c").value.asText(), "a=b = c");
+  EXPECT_EQ(editOf(message, "wireless.ssid=").value.asText(), "");
+}
+
+TEST(Edit, TakesSecretsFromFiles) {
+  test::TemporaryFolder const folder;
+  std::string const file = folder.file("key");
+  test::writeFile(file, "sesame\r\n");
+  eachMember([&](Message const& message, MemberDescription const& member, std::string const& path) {
+    bool const isText = member.isSecret() && member.kind() == Value::Kind::text;
+    if (!isText) return;
+    Edit const edit = editOfFile(message, path + '=' + file);
+    EXPECT_EQ(edit.value.asText(), "sesame") << path;
+    EXPECT_TRUE(edit.value.isSecret()) << path;
+  });
+  EXPECT_THROW(editOfFile(messageNamed("configuration"), "wireless.ssid=" + file + "x"),
+               InputFailure);
+}
+
+TEST(Edit, ChangesNothingThatTheRecordCannotHave) {
+  Value record = Value::object({{"a", 1}});
+  EXPECT_THROW(apply({{"a.b", 1}}, record), EditFailure);
+  EXPECT_THROW(apply({{"b[1]", 1}}, record), EditFailure);
+  EXPECT_EQ(record, Value::object({{"a", 1}}));
+}
+
+}  // namespace
+
+}  // namespace Kovra::tool

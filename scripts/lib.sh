@@ -97,3 +97,52 @@ treeInto() {
     while IFS= read -r -d '' file; do if [[ -e $file ]]; then printf '%s\0' "$file"; fi; done |
     xargs -0 cp --parents --preserve=mode -t "$1")
 }
+
+# The addresses that sanitizers choose collide with strongly randomised ones; without a symbolizer
+# they need leave to ask binutils for names and lines.
+fixedAddresses=()
+if setarch -R true 2>/dev/null; then fixedAddresses=(setarch -R); fi
+export ASAN_OPTIONS=allow_addr2line=1 TSAN_OPTIONS=allow_addr2line=1
+export UBSAN_OPTIONS=print_stacktrace=1:allow_addr2line=1
+
+# build NAME PRESET COMPILER OPTION...: warnings are errors.
+build() {
+  local name=$1 preset=$2 compiler=$3
+  shift 3
+  quietly "$buildDir/$name.log" cmake --preset "$preset" -B "$buildDir/$name" \
+    -DCMAKE_CXX_COMPILER="$compiler" -DKOVRA_WERROR=ON -DKOVRA_BUILD_TESTS=ON "$@" &&
+    quietly "$buildDir/$name.log" \
+      "${fixedAddresses[@]}" cmake --build "$buildDir/$name" -j "$jobs"
+}
+
+# fuzzTargets: their names, a line each.
+fuzzTargets() {
+  local source
+  for source in "$root"/fuzz/*_fuzz.cpp; do basename "$source" .cpp; done
+}
+
+# writeWords NAME FILE: the printer's own words, as a dictionary for fuzz targets.
+writeWords() {
+  "${fixedAddresses[@]}" "$buildDir/$1/tools/kovra" vocabulary --format dict >"$2"
+}
+
+# fuzzSeeds TARGET: what a target begins with, a folder on each line.
+fuzzSeeds() {
+  echo "$root/samples"
+  if [[ -d $root/fuzz/corpus/${1%_fuzz} ]]; then echo "$root/fuzz/corpus/${1%_fuzz}"; fi
+}
+
+# fuzzTarget NAME TARGET FOUND OPTION...: fuzzes from the seeds; FOUND is made anew, and takes what
+# reaches something new and what fails.
+fuzzTarget() {
+  local name=$1 target=$2 found=$3 seeds
+  shift 3
+  mapfile -t seeds < <(fuzzSeeds "$target")
+  rm -rf "$found"
+  mkdir "$found"
+  "${fixedAddresses[@]}" "$buildDir/$name/fuzz/$target" -timeout=10 -artifact_prefix="$found/" "$@" \
+    "$found" "${seeds[@]}"
+}
+
+# fuzzingEnd LOG: what a target that failed has said, without its progress.
+fuzzingEnd() { grep -v '^#[0-9]' "$1" | tail -n 60 || true; }

@@ -1,5 +1,7 @@
 // The face for C++ and that for C: decoding, composing, values, and what they tell of themselves.
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -13,13 +15,18 @@
 #include <utility>
 #include <vector>
 
+#include "face/catalogue.hpp"
 #include "kovra.h"
 #include "kovra.hpp"
 #include "support/folder.hpp"
+#include "support/generated.hpp"
 #include "sweep/operation.hpp"
 
 namespace Kovra::sweep {
 namespace {
+
+constexpr char aText[] = "a text that needs a place of its own on the heap";
+constexpr char aName[] = "a_member_of_a_name_that_is_too_long_for_a_short_string";
 
 // ---- What is seen of results -----------------------------------------------------------------
 
@@ -89,20 +96,33 @@ Operation counting(std::string name, Tell tell) {
 
 // ---- Replies ---------------------------------------------------------------------------------
 
-/// Of each message that is read the shortest sample that its reader takes, by the message's name.
-std::map<std::string, std::string> const& samples() {
+/// A sample, and whether its record shows anything.
+struct Sample {
+  std::string text;
+  bool isFilled = false;
+
+  bool isBetterThan(Sample const& other) const {
+    if (isFilled != other.isFilled) return isFilled;
+    return text.size() < other.text.size();
+  }
+};
+
+/// Of each message that is read the shortest sample, if possible one that fills something, by the
+/// message's name.
+std::map<std::string, Sample> const& samples() {
   static auto const all = [] {
-    std::map<std::string, std::string> shortest;
+    std::map<std::string, Sample> best;
     for (auto const& entry : std::filesystem::recursive_directory_iterator(KOVRA_SAMPLES_DIR)) {
       if (entry.path().extension() != ".xml") continue;
       std::string const text = test::contentsOf(entry.path().string());
       Decoding const decoding = decode(text);
       for (Reading const& reading : decoding.readings()) {
-        auto const [known, isNew] = shortest.emplace(reading.message(), text);
-        if (!isNew && text.size() < known->second.size()) known->second = text;
+        Sample const sample = {text, !reading.record().empty()};
+        auto const [known, isNew] = best.emplace(reading.message(), sample);
+        if (!isNew && sample.isBetterThan(known->second)) known->second = sample;
       }
     }
-    return shortest;
+    return best;
   }();
   return all;
 }
@@ -120,9 +140,12 @@ std::string const& noteworthy() {
 constexpr char malformed[] = "<configuration><wireless></a_tag_that_closes_nothing>";
 
 void addDecoding(std::vector<Operation>& all) {
-  for (auto const& [message, text] : samples()) {
+  for (Message const& message : messages()) {
+    EXPECT_EQ(samples().count(message.name()), message.isRead() ? 1U : 0U) << message.name();
+  }
+  for (auto const& [message, sample] : samples()) {
     all.push_back(
-        making("Kovra::decode", [reply = text, as = message] { return decode(reply, as); }));
+        making("Kovra::decode", [reply = sample.text, as = message] { return decode(reply, as); }));
   }
   all.push_back(making("Kovra::decode", [] { return decode(noteworthy()); }));
   all.push_back(making("Kovra::decode", [] { return decode(malformed); }));
@@ -239,21 +262,20 @@ Value choicesOf(Message const& message) {
   return choices;
 }
 
-/// The record of a message as a reply had it, or one in which every text is the same.
+/// A record that a document is made of. Commands and changes do not take all that their rows do.
 Value recordFor(Message const& message) {
-  auto const reply = samples().find(message.recordOf());
-  if (reply != samples().end()) {
-    return decode(reply->second, reply->first).readings().front().record();
-  }
-  Value record = Value::object();
-  for (MemberDescription const& member : message.members()) {
-    if (member.kind() == Value::Kind::text) record.add(member.name(), "a text that is long enough");
-    if (member.kind() == Value::Kind::integer) record.add(member.name(), 1);
-    if (member.kind() == Value::Kind::keyword && !member.words().empty()) {
-      record.add(member.name(), member.words().front().word());
-    }
-  }
-  return record;
+  static std::map<std::string_view, Value> const chosen = {
+      {"security-key-change", Value::object({{"current_passkey", aText},
+                                             {"current_data_encryption_key", aText},
+                                             {"new_data_encryption_key", aText}})},
+      {"passkey-change", Value::object({{"current_passkey", aText}, {"new_passkey", aText}})},
+      {"device-control-motor", Value::object({{"state", "warm_up"}, {"rpm", 12}, {"period", 5}})},
+      {"device-control-calibrate", Value::object({{"type", "low"}, {"torque", 1.5}, {"rpm", 60}})},
+      {"device-control-laminator", Value::object({{"text", aText}})},
+  };
+  auto const known = chosen.find(message.name());
+  if (known != chosen.end()) return known->second;
+  return test::Generator(3).record(findRequest(message.name())->rows);
 }
 
 void addComposing(std::vector<Operation>& all) {
@@ -261,6 +283,9 @@ void addComposing(std::vector<Operation>& all) {
     if (!message.isWritten()) continue;
     auto const given =
         std::make_shared<std::pair<Value, Value>>(recordFor(message), choicesOf(message));
+    EXPECT_TRUE(static_cast<bool>(compose(message.name(), given->first, given->second)))
+        << message.name()
+        << " is not composed: " << shown(compose(message.name(), given->first, given->second));
     all.push_back(making("Kovra::compose", [given, name = message.name()] {
       return compose(name, given->first, given->second);
     }));
@@ -385,9 +410,6 @@ void addTellings(std::vector<Operation>& all) {
 }
 
 // ---- Values ----------------------------------------------------------------------------------
-
-constexpr char aText[] = "a text that needs a place of its own on the heap";
-constexpr char aName[] = "a_member_of_a_name_that_is_too_long_for_a_short_string";
 
 /// A record with a value of each kind.
 Value everyKind() {

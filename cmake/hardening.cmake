@@ -19,7 +19,13 @@ endif()
 
 # A build for the debugger is as it is written, and is not shipped. The processors name their protection
 # of returns and indirect calls differently.
-foreach(flag -fstack-protector-strong -fcf-protection=full -mbranch-protection=standard)
+set(protections -fstack-protector-strong)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+  list(APPEND protections -fcf-protection=full)
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+  list(APPEND protections -mbranch-protection=standard)
+endif()
+foreach(flag IN LISTS protections)
   string(MAKE_C_IDENTIFIER "KOVRA_HAS${flag}" has_flag)
   check_cxx_compiler_flag(${flag} ${has_flag})
   if(${has_flag})

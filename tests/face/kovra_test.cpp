@@ -104,6 +104,13 @@ TEST(Decode, LeavesOutReadersThatRecogniseNothing) {
   EXPECT_EQ(readingsOf(count(cards), "cards-until-cleaning"), Texts{"cards-until-cleaning false"});
 }
 
+TEST(Decode, TellsTheRootOfTheFirstReaderThatRecognisesSomething) {
+  Decoding const decoding = decoded(
+      "<get_free_ram/><get_free_flash><bytes_free>5</bytes_free></"
+      "get_free_flash><get_cleaning_status/>");
+  EXPECT_EQ(decoding.root(), "get_free_flash");
+}
+
 TEST(Decode, TakesOnlyTheBytesThatItIsGiven) {
   std::string_view const text = "<get_count/>rest";
   Decoding const whole = decode(text.substr(0, text.size() - 4));

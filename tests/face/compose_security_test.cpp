@@ -59,6 +59,16 @@ TEST(ComposeSecureRequest, NeedsEveryMemberAndAKnownAction) {
   EXPECT_EQ(outcome(compose("secure-action-request", request)), "action" + noText);
 }
 
+TEST(ComposeSecrets, RefusesMasksInAnyMemberOfAMessageOfSecrets) {
+  Value const request = Value::object(
+      {{"nonce", "8F31"}, {"serial", "******"}, {"model", "KX-200"}, {"action", "reset_oem"}});
+  EXPECT_EQ(outcome(compose("secure-action-request", request)),
+            "serial: found a masked secret; expected the secret itself");
+  Composition const open = compose("printer-id", Value::object({{"printer_model", "******"}}),
+                                   Value::object({{"fields", Value::list({"model"})}}));
+  EXPECT_NE(open.text().find("******"), std::string::npos) << "elsewhere it is a text";
+}
+
 Value directive() {
   return Value::object(
       {{"model", "KX-200"}, {"serial", "K1"}, {"nonce", "8F31"}, {"hmac", "9b1c"}});

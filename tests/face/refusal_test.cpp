@@ -256,6 +256,19 @@ TEST(Skipping, KnowsAByteOrderMark) {
   }
 }
 
+TEST(Decode, PassesOverTextUntilANameMayBegin) {
+  for (char const* const root : {"a", "z", "A", "Z", "_", "\xC3\xA4"}) {
+    Decoding const decoding =
+        decode(std::string("5 <0 ") + '<' + root + "/>", {}, ReadOptions().skipTextBefore());
+    EXPECT_EQ(decoding.root(), root);
+  }
+  for (char const* const document : {"<?xml version='1.0'?><get_count/>", "<!-- --><get_count/>"}) {
+    Decoding const decoding =
+        decode(std::string("<@<[<`<{") + document, {}, ReadOptions().skipTextBefore());
+    EXPECT_EQ(decoding.root(), "get_count");
+  }
+}
+
 TEST(Refusal, OfTextBeforeTheDocumentTellsWhereThatBegins) {
   std::string const reply = "<get_general_status><error>5</error></get_general_status>";
   Decoding const refused = decode("printer> status\n" + reply);

@@ -617,6 +617,16 @@ TEST_F(ThreadsDebugCopy, OfSeveralThreadsIsThatOfOne) {
   EXPECT_EQ(modeOf(copy), 0600U);
 }
 
+TEST_F(DebugCopy, IsWrittenForHostsThatClosedTheirInput) {
+  int const input = ::dup(0);
+  ASSERT_GE(input, 0);
+  ::close(0);
+  save();
+  ::dup2(input, 0);
+  ::close(input);
+  EXPECT_EQ(contentsOf(copy), saved());
+}
+
 TEST_F(DebugCopy, LeavesNoFileOpen) {
   auto const openFiles = [] {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});

@@ -1,0 +1,65 @@
+// What the tables say of all messages, row by row: the file beside this holds it as it is told. A
+// row that is dropped, or that goes elsewhere, a word that is another or has another code stands
+// out in it.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "kovra.hpp"
+
+namespace Kovra {
+namespace {
+
+void printWords(std::ostream& out, std::vector<Keyword> const& words) {
+  for (Keyword const& word : words) out << ' ' << word.word() << '=' << word.code();
+}
+
+/// With words where no element tells them.
+void printMembers(std::ostream& out, std::vector<MemberDescription> const& members,
+                  std::string const& path, bool withWords) {
+  for (MemberDescription const& member : members) {
+    out << "  " << path << member.name() << (member.isSecret() ? " secret" : "") << ' '
+        << static_cast<int>(member.kind()) << ' ' << member.mostBytes();
+    if (withWords) printWords(out, member.words());
+    out << '\n';
+    printMembers(out, member.members(), path + member.name() + '.', withWords);
+  }
+}
+
+void printElement(std::ostream& out, ElementDescription const& element, std::string const& path) {
+  std::string const inner = path + '/' + element.name();
+  out << "  " << inner;
+  if (element.mostTimes() != 1) out << " times " << element.mostTimes();
+  for (MemberDescription const& member : element.members()) out << ' ' << member.name();
+  for (std::string const& attribute : element.attributes()) out << " @" << attribute;
+  if (!element.words().empty()) out << ':';
+  printWords(out, element.words());
+  out << '\n';
+  for (ElementDescription const& child : element.elements()) printElement(out, child, inner);
+}
+
+std::string printed() {
+  std::ostringstream out;
+  for (Message const& message : messages()) {
+    out << message.name() << ": " << message.title() << '\n';
+    for (std::string const& root : message.roots()) out << "  <" << root << ">\n";
+    for (std::string const& name : message.required()) out << "  required " << name << '\n';
+    printMembers(out, message.members(), "", !message.isRead());
+    if (message.isRead()) printElement(out, message.root(), "");
+  }
+  return out.str();
+}
+
+TEST(Messages, AreToldRowByRow) {
+  std::ifstream file(std::string(KOVRA_SAMPLES_DIR) + "/../tests/catalogue/messages.txt");
+  std::string const golden{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_EQ(printed(), golden) << "printed:\n" << printed();
+}
+
+}  // namespace
+}  // namespace Kovra

@@ -43,6 +43,21 @@ void printElement(std::ostream& out, ElementDescription const& element, std::str
   for (ElementDescription const& child : element.elements()) printElement(out, child, inner);
 }
 
+/// What the tool's help is made of.
+void printCommand(std::ostream& out, Message const& message) {
+  out << "  command " << message.command() << ": " << message.purpose() << '\n'
+      << "  record of " << message.recordOf() << '\n'
+      << message.help() << '\n'
+      << "  group " << message.groupPurpose() << '\n'
+      << message.groupHelp() << '\n';
+  for (std::string const& path : message.secrets()) out << "  secret " << path << '\n';
+  for (Choice const& choice : message.choices()) {
+    out << "  choice " << choice.name();
+    for (std::string const& word : choice.words()) out << ' ' << word;
+    out << '\n';
+  }
+}
+
 std::string printed() {
   std::ostringstream out;
   for (Message const& message : messages()) {
@@ -50,6 +65,7 @@ std::string printed() {
     for (std::string const& root : message.roots()) out << "  <" << root << ">\n";
     for (std::string const& name : message.required()) out << "  required " << name << '\n';
     printMembers(out, message.members(), "", !message.isRead());
+    if (message.isWritten()) printCommand(out, message);
     if (message.isRead()) printElement(out, message.root(), "");
   }
   return out.str();

@@ -111,6 +111,17 @@ TEST(Decode, TellsTheRootOfTheFirstReaderThatRecognisesSomething) {
   EXPECT_EQ(decoding.root(), "get_free_flash");
 }
 
+TEST(Decode, MakesRoomForEveryServiceEvent) {
+  Decoding const decoding = decoded(
+      "<get_log_service_history><service><number>1</number></service>"
+      "<service><number>2</number></service></get_log_service_history>");
+  ASSERT_EQ(decoding.readings().size(), 1U);
+  Value const record = decoding.readings()[0].record();
+  EXPECT_EQ(record.at("count"), 2);
+  EXPECT_EQ(record.at("entries[1].number"), 2);
+  EXPECT_TRUE(decoding.notes().empty());
+}
+
 TEST(Decode, TakesOnlyTheBytesThatItIsGiven) {
   std::string_view const text = "<get_count/>rest";
   Decoding const whole = decode(text.substr(0, text.size() - 4));

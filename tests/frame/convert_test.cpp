@@ -214,5 +214,13 @@ TEST(Converted, NothingIsMadeOfNoText) {
   EXPECT_FALSE(open) << "this form always stores";
 }
 
+TEST(Converted, AddressesOfOtherLettersAreZero) {
+  for (char const* const text : {"gg:gg:gg:gg:gg:gg", "g0:00:00:00:00:00"}) {
+    std::array<unsigned char, 6> address{1, 2, 3, 4, 5, 6};
+    convertAddress(text, address.data());
+    EXPECT_EQ(address, (std::array<unsigned char, 6>{})) << text;
+  }
+}
+
 }  // namespace
 }  // namespace Kovra::frame

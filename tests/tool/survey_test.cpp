@@ -59,6 +59,17 @@ TEST(Redaction, FindsValuesInReferences) {
             "<x><password>phrase-1</password><y>phrase-1</y></x>");
 }
 
+// A reference by a number reaches to the next semicolon, whatever stands between.
+TEST(Redaction, WritesAnewWhatHidesAValueInAReference) {
+  std::string const text =
+      "<get_general_status><serial>abcdefgh</serial><y>&#x4t abcdefgh a=1 &#x41;&lt;</y>"
+      "</get_general_status>";
+  EXPECT_EQ(copyOf(text),
+            "<get_general_status><serial>aaaaaaab</serial><y>A&lt;</y>"
+            "</get_general_status>");
+  EXPECT_EQ(test::faultOfRedaction(text, Identities({})), "");
+}
+
 TEST(Redaction, LeavesNamesAndTellsOfThem) {
   std::string const text = "<x><password>badge</password><badge badge=\"1\">badge</badge></x>";
   Identities const identities({});

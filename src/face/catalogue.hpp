@@ -33,6 +33,9 @@ frame::MessageRow const* findRequest(std::string_view name);
 /// The elements of all messages whose texts are secrets.
 std::set<std::string_view> const& secretElements();
 
+/// Has some message an element of that name?
+bool isElement(std::string_view name);
+
 }  // namespace Kovra
 
 #endif

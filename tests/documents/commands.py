@@ -36,9 +36,9 @@ ELSEWHERE = [
     (r"find .*\| parallel|parallel ", "tests/fleet/parallel.sh", "parallel --pipepart -a stream"),
     (r"KOVRA_LIBRARY=.* unittest", "bindings/python/CMakeLists.txt", "-m unittest discover -t . -s tests"),
     (r"clang-tidy-14 ", "", "no other check needs that package, and what it says is for people"),
-    (r"build/fuzz/fuzz/<name>_fuzz ", "scripts/test", '"$buildDir/$name/fuzz/$target"'),
     (r"(build/bench/bench/)?kovra_bench|build/bench/", "bench/CMakeLists.txt", "COMMAND kovra_bench"),
-    (r"bench/report/", "bench/CMakeLists.txt", "report/${CMAKE_MATCH_1}.py"),
+    (r"bench/report/", "bench/CMakeLists.txt", "${report}/tables.py"),
+    (r"build/debug/tests/sweep/kovra_sweep", "tests/sweep/CMakeLists.txt", "kovra_sweep"),
     (r"size build/", "", "shows what a build has made, whatever that is"),
 ]
 
@@ -96,7 +96,10 @@ class Documents:
         elif command.startswith("scripts/"):
             script = self.tree / command.split()[0]
             self.expect(os.access(script, os.X_OK), place, "no script", script)
-            read = subprocess.run(["bash", "-n", script], stderr=subprocess.PIPE, text=True)
+            check = ["bash", "-n", script]
+            if "python" in script.read_text(encoding="utf-8").split("\n", 1)[0]:
+                check = [sys.executable, "-c", "import ast, sys; ast.parse(open(sys.argv[1]).read())", script]
+            read = subprocess.run(check, stderr=subprocess.PIPE, text=True)
             self.expect(read.returncode == 0, place, read.stderr)
         else:
             return False

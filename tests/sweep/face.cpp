@@ -337,6 +337,7 @@ void addMessages(std::vector<Operation>& all) {
   add("recordOf", &M::recordOf);
   add("secrets", &M::secrets);
   all.push_back(counting("Kovra::Message::isRead", [] { return message.isRead(); }));
+  all.push_back(counting("Kovra::Message::hasResult", [] { return message.hasResult(); }));
   all.push_back(counting("Kovra::Message::isWritten", [] { return message.isWritten(); }));
 }
 

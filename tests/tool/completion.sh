@@ -42,7 +42,7 @@ offers() {
   [[ $found == "$expected" ]] || complain "$shell offers behind '$*': $found" "instead of: $expected"
 }
 
-verbs=$("$tool" --help | awk '/^Subcommands:/ { on = 1; next } !NF { on = 0 } on { print $1 }' |
+verbs=$("$tool" --help | awk '/^Subcommands:/ { on = 1; next } !NF { on = 0 } on && /^  [a-z]/ { print $1 }' |
   LC_ALL=C sort | paste -sd' ')
 messages=$("$tool" list | cut -d' ' -f1 | grep ^card | LC_ALL=C sort | paste -sd' ')
 below=$("$tool" compose device-control --help |

@@ -40,7 +40,7 @@ done
 
 # Every verb has a page.
 kovra --help
-for verb in $(awk '/^Subcommands:/ { on = 1; next } !NF { on = 0 } on { print $1 }' <<<"$out"); do
+for verb in $(awk '/^Subcommands:/ { on = 1; next } !NF { on = 0 } on && /^  [a-z]/ { print $1 }' <<<"$out"); do
   checks=$((checks + 1))
   [[ -e $pages/kovra-$verb.1 ]] || complain "$verb has no page"
 done

@@ -380,7 +380,8 @@ With --dry-run there is no document, but a line for each member that would
 change: "~ wireless.channel: 6 -> 11". Whatever would be refused is refused.
 
 Examples:
-  kovra compose configuration --from configuration.xml --set wireless.ssid=NewNet
+  kovra compose configuration --from configuration.xml \
+      --set wireless.ssid=NewNet
   kovra compose configuration record.json --sections ethernet,wireless
   kovra compose device-control fan --state on
 

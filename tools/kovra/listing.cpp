@@ -138,15 +138,16 @@ void addList(CLI::App& command, ExitStatus&) {
   command.add_flag("--findings", *ofFindings, "List the kinds of findings instead");
   addOutput(command);
   command.footer(R"(Formats:
-  table   a line for each document that is read: its name, which decode takes with
-          --as, the names of its root element, and what it tells; of findings the
-          id, the severity, the name and the title
+  table   a line for each document that is read: its name, which decode takes
+          with --as, the names of its root element, and what it tells; of
+          findings the id, the severity, the name and the title
   json    for programs: a list of all documents, also those that are only
-          composed, with "name", "title", "roots", "read", "written" and "members"
-          and, of those that are composed, "command", "purpose", "required" and
-          "choices"; of a member "name", "kind", "elements", whether it is "secret"
-          and, where it has them, "title", "form", "most_bytes", the "words" of its
-          keywords, and the "members" of a record or a list
+          composed, with "name", "title", "roots", "read", "written" and
+          "members" and, of those that are composed, "command", "purpose",
+          "required" and "choices"; of a member "name", "kind", "elements",
+          whether it is "secret" and, where it has them, "title", "form",
+          "most_bytes", the "words" of its keywords, and the "members" of a
+          record or a list
 
 Examples:
   kovra list

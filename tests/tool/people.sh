@@ -51,7 +51,7 @@ TERM=dumb sees 80 out decode minimal.xml
 same "the terminal" "$wanted" "$out"
 sees 80 out decode --color never minimal.xml
 same "the terminal" "$wanted" "$out"
-NO_COLOR= sees 80 out decode minimal.xml
+NO_COLOR='' sees 80 out decode minimal.xml
 holds "the terminal" $'*\e[1;31m*' "$out"
 kovra decode --color always minimal.xml
 holds "standard output" $'*\e[1;31m*' "$out"

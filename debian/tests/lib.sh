@@ -15,6 +15,7 @@ expectHosts() {
   [[ $("$1/show_status" <<<"$reply") == *"state: printing"* ]] || fail "show_status shows no state"
   echo "$reply" >"$work/reply.xml"
   [[ $("$1/fleet_gaps" "$work/reply.xml") == *general-status* ]] || fail "fleet_gaps finds nothing"
+  # shellcheck disable=SC2154 # those who source this have it
   [[ $("$1/set_wifi" 'New Net' <<<"$wifi") == *"<ssid>New Net</ssid>"* ]] ||
     fail "set_wifi does not set the name"
 }

@@ -219,7 +219,8 @@ std::string Judge::label(std::vector<std::string> const& words,
 void Judge::record(Value const& record, std::vector<std::string> const& owner) {
   interval(record, owner);
   for (Member const& each : record.members()) {
-    std::string const step = (path_.empty() ? "" : ".") + std::string(each.name());
+    std::string step = path_.empty() ? "" : ".";
+    step += each.name();
     within(step, each.name(), each.value(), owner);
     if (isNumber(each.value())) level(record, each, owner);
   }

@@ -388,6 +388,9 @@ class KOVRA_EXPORT Choice {
 /// "flag", "integer", and so on; "nothing" for a kind that a later version has.
 KOVRA_EXPORT std::string_view nameOf(Value::Kind kind);
 
+/// "flag", "word", "words" or "number"; empty for a form that a later version has.
+KOVRA_EXPORT std::string_view nameOf(Choice::Form form);
+
 /// A word of the printer's, and its code in a record.
 class KOVRA_EXPORT Keyword {
  public:
@@ -436,6 +439,10 @@ class KOVRA_EXPORT MemberDescription {
   friend struct detail::FaceAccess;
   detail::Shared<detail::MemberData> data_;
 };
+
+/// "plain", "setting", "ipv4", "hardware_address" or "hexadecimal"; empty for a form that a later
+/// version has.
+KOVRA_EXPORT std::string_view nameOf(MemberDescription::Form form);
 
 /// An element of a reply: what it tells, and how.
 class KOVRA_EXPORT ElementDescription {

@@ -238,20 +238,6 @@ Answer composeAnswer(std::string_view message, std::string_view record, std::str
 
 // What there is.
 
-char const* nameOf(Choice::Form form) {
-  switch (form) {
-    case Choice::Form::flag:
-      return "flag";
-    case Choice::Form::word:
-      return "word";
-    case Choice::Form::words:
-      return "words";
-    case Choice::Form::number:
-      return "number";
-  }
-  return "";
-}
-
 void addMember(ResultWriter& json, MemberDescription const& member) {
   json.beginObject();
   json.pair("name", member.name());

@@ -48,6 +48,36 @@ std::string_view nameOf(Value::Kind kind) {
   return "nothing";
 }
 
+std::string_view nameOf(Choice::Form form) {
+  switch (form) {
+    case Choice::Form::flag:
+      return "flag";
+    case Choice::Form::word:
+      return "word";
+    case Choice::Form::words:
+      return "words";
+    case Choice::Form::number:
+      return "number";
+  }
+  return {};
+}
+
+std::string_view nameOf(MemberDescription::Form form) {
+  switch (form) {
+    case MemberDescription::Form::plain:
+      return "plain";
+    case MemberDescription::Form::setting:
+      return "setting";
+    case MemberDescription::Form::ipv4:
+      return "ipv4";
+    case MemberDescription::Form::hardwareAddress:
+      return "hardware_address";
+    case MemberDescription::Form::hexadecimal:
+      return "hexadecimal";
+  }
+  return {};
+}
+
 std::string_view nameOf(Severity severity) {
   switch (severity) {
     case Severity::information:

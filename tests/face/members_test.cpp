@@ -148,6 +148,24 @@ TEST(Members, OfEveryKindHaveANameForIt) {
   EXPECT_EQ("record", nameOf(Value::Kind::record));
 }
 
+TEST(Members, OfEveryFormHaveANameForIt) {
+  using Form = MemberDescription::Form;
+  EXPECT_EQ("plain", nameOf(Form::plain));
+  EXPECT_EQ("setting", nameOf(Form::setting));
+  EXPECT_EQ("ipv4", nameOf(Form::ipv4));
+  EXPECT_EQ("hardware_address", nameOf(Form::hardwareAddress));
+  EXPECT_EQ("hexadecimal", nameOf(Form::hexadecimal));
+  EXPECT_EQ("", nameOf(static_cast<Form>(99)));
+}
+
+TEST(Choices, OfEveryFormHaveANameForIt) {
+  EXPECT_EQ("flag", nameOf(Choice::Form::flag));
+  EXPECT_EQ("word", nameOf(Choice::Form::word));
+  EXPECT_EQ("words", nameOf(Choice::Form::words));
+  EXPECT_EQ("number", nameOf(Choice::Form::number));
+  EXPECT_EQ("", nameOf(static_cast<Choice::Form>(99)));
+}
+
 TEST(Members, TellTheirForm) {
   using Form = MemberDescription::Form;
   std::vector<MemberDescription> const settings = messageOf("configuration").members();

@@ -390,6 +390,8 @@ void addMembers(std::vector<Operation>& all) {
   all.push_back(counting("Kovra::Keyword::code", [] { return keyword.code(); }));
   all.push_back(making("Kovra::Keyword::word", [] { return keyword.word(); }));
   all.push_back(making("Kovra::nameOf", [] { return std::string(nameOf(group.kind())); }));
+  all.push_back(making("Kovra::nameOf", [] { return std::string(nameOf(group.form())); }));
+  all.push_back(making("Kovra::nameOf", [] { return std::string(nameOf(Choice::Form::number)); }));
 }
 
 void addElements(std::vector<Operation>& all) {

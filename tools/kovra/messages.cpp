@@ -45,34 +45,4 @@ CLI::Validator isMessage(bool (*isMeant)(Message const&)) {
   return CLI::Validator(check, std::move(set));
 }
 
-char const* nameOf(MemberDescription::Form form) {
-  switch (form) {
-    case MemberDescription::Form::plain:
-      break;
-    case MemberDescription::Form::setting:
-      return "setting";
-    case MemberDescription::Form::ipv4:
-      return "ipv4";
-    case MemberDescription::Form::hardwareAddress:
-      return "hardware_address";
-    case MemberDescription::Form::hexadecimal:
-      return "hexadecimal";
-  }
-  return "";
-}
-
-char const* nameOf(Choice::Form form) {
-  switch (form) {
-    case Choice::Form::flag:
-      return "flag";
-    case Choice::Form::word:
-      return "word";
-    case Choice::Form::words:
-      return "words";
-    case Choice::Form::number:
-      return "number";
-  }
-  return "";
-}
-
 }  // namespace Kovra::tool

@@ -21,12 +21,6 @@ std::vector<std::string> messageNames(bool (*isMeant)(Message const&));
 /// not. The names are what completions offer for it.
 CLI::Validator isMessage(bool (*isMeant)(Message const&));
 
-/// "setting", "ipv4" and so on, for programs; empty for a plain member.
-char const* nameOf(MemberDescription::Form form);
-
-/// "flag", "word", "words" or "number".
-char const* nameOf(Choice::Form form);
-
 }  // namespace Kovra::tool
 
 #endif

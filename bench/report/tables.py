@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Prints the tables of docs/performance.md from figures, between the marks that the document holds.
 
-  tables.py [--check] DOCUMENT BEFORE NOW
+  tables.py [--check] DOCUMENT BEFORE NOW TOOL
 
 A table stands between <!-- table: NAME --> and <!-- end -->. BEFORE and NOW are files of figures;
-what NOW lacks is shown as it was before. With --check nothing is written, and the
+what NOW lacks is shown as it was before. TOOL holds those of the tool. With --check nothing is written, and the
 result says whether the document holds the tables that it should.
 """
 
+import json
 import re
 import sys
 
@@ -41,8 +42,9 @@ def table(heads, lines):
 
 
 class Tables:
-    def __init__(self, before, now):
+    def __init__(self, before, now, tool_figures):
         self.stages = [before, now]
+        self.tool_figures = tool_figures
         self.latest = before | now
 
     def cell(self, row, value, form, most=None):
@@ -105,6 +107,21 @@ class Tables:
                           f"{ours['calls']:,}"])
         return table(heads, lines)
 
+    def tool(self):
+        figures = self.tool_figures
+        memory = " / ".join(f"{figures[key] / 1024:.1f} MB"
+                            for key in ("resident_short", "resident_long"))
+        count = figures["replies"]
+        return table(["", "measured", "promised"], [
+            ["processor time of a reply", f"{figures['microseconds']:.1f} µs", "at most 6 µs"],
+            ["a straightforward Python program ÷ that", f"{figures['python']:.1f}", "at least 10"],
+            ["`-j 2`: times as fast", f"{figures['two_workers']:.2f}", "at least 1.8 on idle cores"],
+            ["`-j 2`: processor time ÷", f"{figures['two_workers_processor']:.2f}", ""],
+            [f"resident memory, 2,000 / {10 * count:,} replies", memory, "the same"],
+            ["instructions of `kovra --version`", f"{figures['start']:,}", "at most 1,000,000"],
+            ["instructions of `kovra decode` of one reply", f"{figures['start_decode']:,}", ""],
+        ])
+
     def growth(self):
         heads = ["Entries"] + [f"instructions for one of the {name}" for name in LISTS]
         return table(heads, [[f"{count:,}"] + [
@@ -136,10 +153,12 @@ def filled(text, tables):
 
 def main(arguments):
     check = arguments[0] == "--check"
-    document, before, now = arguments[1:] if check else arguments
+    document, before, now, tool = arguments[1:] if check else arguments
     with open(document, encoding="utf-8") as file:
         text = file.read()
-    tables = Tables(load(before), load(now))
+    with open(tool, encoding="utf-8") as file:
+        tool_figures = json.load(file)
+    tables = Tables(load(before), load(now), tool_figures)
     wanted = filled(text, tables)
     if check:
         return 0 if text == wanted else f"{document} holds other figures: run scripts/measure"

@@ -43,6 +43,7 @@ TEST(CommandLine, DecodesAFileAlone) {
 TEST(CommandLine, AsksTheVerbForHelp) {
   EXPECT_EQ(wordsOf({"help", "check"}), (Words{"check", "--help"}));
   EXPECT_EQ(wordsOf({"help"}), (Words{"--help"}));
+  EXPECT_EQ(wordsOf({"help", "chekc"}), (Words{"chekc"}));
 }
 
 TEST(CommandLine, TakesFilesForFilesWhateverTheirNames) {

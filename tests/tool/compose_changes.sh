@@ -73,6 +73,8 @@ wrong "wireless.key is a secret, and every list of processes shows arguments; pu
 wrong 'unknown member "wireles.ssid". Did you mean "wireless.ssid"\?' \
   --from reply.xml --set wireles.ssid=x
 wrong 'unknown member "x".' --from reply.xml --set x=1
+wrong 'feeder_mode: expected one of: *' --from reply.xml --set feeder_mode=99
+wrong 'wireless.crypto: expected one of: *' --from reply.xml --set wireless.crypto=-1
 wrong 'unknown member "wireless.ssid.x".*' --from reply.xml --set wireless.ssid.x=1
 wrong 'error_control: expected one of: none, med, high. Did you mean "med"\?' \
   --from reply.xml --set error_control=mad

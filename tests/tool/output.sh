@@ -68,4 +68,12 @@ kovra decode --format json unknown-elements.xml
 expectStatus 0
 same "standard error" "" "$err"
 
+# What is standard output already is not replaced, whatever its name.
+{
+  echo before
+  "$tool" decode -o /dev/stdout "$samples/status/minimal.xml"
+  echo behind
+} >log 2>err
+holds "what others wrote, and the table" $'before\ngeneral-status*\nbehind' "$(<log)"
+
 finish

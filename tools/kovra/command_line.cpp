@@ -1,6 +1,7 @@
 #include "command_line.hpp"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <utility>
 
 #include "suggest.hpp"
@@ -20,6 +21,11 @@ std::string argument(std::string_view given) {
 /// Is it the name of a file? Verbs have neither a slash nor a point, so that more can be added.
 bool looksLikeFile(std::string_view word) {
   return word.front() != '-' && word.find_first_of("/.") != word.npos;
+}
+
+bool isVerb(std::string_view word) {
+  std::vector<Verb> const& all = verbs();
+  return std::any_of(all.begin(), all.end(), [&](Verb const& verb) { return verb.name == word; });
 }
 
 /// The command that the words name, as far as it was understood.
@@ -52,7 +58,8 @@ std::vector<std::string> wordsOf(std::vector<std::string_view> const& arguments)
   if (words.empty() || words.front().empty()) return words;
   if (words.front() == "help") {
     words.erase(words.begin());
-    words.emplace_back("--help");
+    // Of a verb that is none, there is no help: the parse says what may have been meant.
+    if (words.empty() || isVerb(words.front())) words.emplace_back("--help");
   } else if (looksLikeFile(words.front())) {
     words.insert(words.begin(), "decode");
   }

@@ -26,6 +26,7 @@ struct Target {
   bool isSecret = false;
   std::string path;                ///< of the value itself: a setting's is its `val`
   std::vector<std::string> parts;  ///< what a record has, or a keyword may be
+  std::vector<int> codes;          ///< of a keyword
 };
 
 std::string within(std::string_view outer, std::string_view inner) {
@@ -59,22 +60,25 @@ std::optional<Target> partOf(MemberDescription const& member, std::string_view r
   constexpr std::string_view bounds[] = {"val", "min", "max"};
   if (member.form() == MemberDescription::Form::setting) {
     bool const isPart = std::find(std::begin(bounds), std::end(bounds), rest) != std::end(bounds);
-    if (isPart) return Target{Value::Kind::real, false, {}, {}};
+    if (isPart) return Target{Value::Kind::real, false, {}, {}, {}};
   }
   for (Keyword const& word : member.words()) {
     bool const isFlag = member.kind() == Value::Kind::record && word.word() == rest;
-    if (isFlag) return Target{Value::Kind::flag, false, {}, {}};
+    if (isFlag) return Target{Value::Kind::flag, false, {}, {}, {}};
   }
   return std::nullopt;
 }
 
 Target targetOf(MemberDescription const& member, std::string const& path) {
-  Target target{member.kind(), member.isSecret(), path, {}};
+  Target target{member.kind(), member.isSecret(), path, {}, {}};
   if (member.form() == MemberDescription::Form::setting) {
     target.kind = Value::Kind::real;
     target.path += ".val";
   }
-  for (Keyword const& word : member.words()) target.parts.push_back(word.word());
+  for (Keyword const& word : member.words()) {
+    target.parts.push_back(word.word());
+    target.codes.push_back(word.code());
+  }
   for (MemberDescription const& part : member.members()) target.parts.push_back(part.name());
   return target;
 }
@@ -133,7 +137,11 @@ Value realFrom(std::string const& path, std::string_view text) {
 }
 
 Value keywordFrom(Target const& target, std::string_view text) {
-  if (auto const code = numberIn<std::int64_t>(text)) return *code;
+  // Another number would be written as a word that nobody chose.
+  auto const number = numberIn<std::int64_t>(text);
+  bool const isCode =
+      number && std::find(target.codes.begin(), target.codes.end(), *number) != target.codes.end();
+  if (isCode) return *number;
   bool const isWord =
       std::find(target.parts.begin(), target.parts.end(), text) != target.parts.end();
   if (isWord) return text;

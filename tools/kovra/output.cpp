@@ -57,6 +57,12 @@ void rememberUnfinished(std::string const& path) {
   }
 }
 
+bool isStandardOutput(struct stat const& file) {
+  struct stat mine {};
+  return ::fstat(STDOUT_FILENO, &mine) == 0 && mine.st_dev == file.st_dev &&
+         mine.st_ino == file.st_ino;
+}
+
 /// The file that a path means, so that a link stays one.
 std::string resolved(std::string const& path) {
   std::array<char, PATH_MAX> real{};
@@ -112,9 +118,11 @@ mode_t usualMode() {
 void Output::openFile(std::string const& path, bool isPrivate) {
   name_ = path;
   path_ = resolved(path);
-  isFile_ = true;
   struct stat old {};
   bool const isThere = ::stat(path_.c_str(), &old) == 0;
+  // What others have written there stays.
+  if (isThere && isStandardOutput(old)) return;
+  isFile_ = true;
   if (!isThere || S_ISREG(old.st_mode)) {
     mode_t const usual = isThere ? old.st_mode & 07777U : usualMode();
     return openBeside(path_, isPrivate ? 0600U : usual);

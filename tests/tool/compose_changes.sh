@@ -73,6 +73,9 @@ wrong "wireless.key is a secret, and every list of processes shows arguments; pu
 wrong 'unknown member "wireles.ssid". Did you mean "wireless.ssid"\?' \
   --from reply.xml --set wireles.ssid=x
 wrong 'unknown member "x".' --from reply.xml --set x=1
+wrong 'only one of the files can be standard input' --from - --set-file wireless.key=-
+wrong 'only one of the files can be standard input' \
+  --from reply.xml --set-file wireless.key=- --set-file wireless.ssid=-
 wrong 'feeder_mode: expected one of: *' --from reply.xml --set feeder_mode=99
 wrong 'wireless.crypto: expected one of: *' --from reply.xml --set wireless.crypto=-1
 wrong 'unknown member "wireless.ssid.x".*' --from reply.xml --set wireless.ssid.x=1

@@ -213,7 +213,18 @@ Record read(Input const& input, std::string const& name) {
   return input.reply.empty() ? recordFrom(text, name) : readReply(text, name);
 }
 
+/// It ends with the first that reads it.
+void requireOneStandardInput(Input const& input) {
+  auto const isIt = [](std::string const& change) {
+    return change.substr(std::min(change.find('='), change.size())) == "=-";
+  };
+  auto const uses = std::count_if(input.fileChanges.begin(), input.fileChanges.end(), isIt) +
+                    (input.name() == standardInput);
+  if (uses > 1) throw EditFailure("only one of the files can be standard input");
+}
+
 std::vector<Edit> editsOf(Input const& input, Message const& message) {
+  requireOneStandardInput(input);
   std::vector<Edit> edits;
   for (std::string const& change : input.changes) edits.push_back(editOf(message, change));
   for (std::string const& change : input.fileChanges) edits.push_back(editOfFile(message, change));

@@ -7,6 +7,7 @@
 #include "caps/caps_messages.hpp"
 #include "config/config_messages.hpp"
 #include "control/control_messages.hpp"
+#include "frame/lists.hpp"
 #include "identity/identity_messages.hpp"
 #include "logs/logs_messages.hpp"
 #include "media/media_messages.hpp"
@@ -78,7 +79,7 @@ namespace {
 void addSecrets(frame::Rows rows, std::set<std::string_view>& elements) {
   for (frame::Row const& row : rows) {
     if (row.kind->shape == frame::Shape::secret) elements.insert(row.element);
-    addSecrets(frame::rowsBelow(row), elements);
+    addSecrets(frame::rowsInside(row), elements);
   }
 }
 
@@ -91,7 +92,9 @@ std::set<std::string_view> secretsOf(Messages const& messages) {
 
 bool holdElement(frame::Rows rows, std::string_view name) {
   return std::any_of(rows.begin(), rows.end(), [&](frame::Row const& row) {
-    return row.element == name || holdElement(frame::rowsBelow(row), name);
+    frame::Entries const* const entries = frame::entriesIn(row);
+    return row.element == name || (entries != nullptr && entries->item == name) ||
+           holdElement(frame::rowsInside(row), name);
   });
 }
 

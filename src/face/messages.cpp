@@ -69,9 +69,9 @@ MemberDescription::Form formOf(Shape shape) {
 /// The words of a keyword, of a flag, of bits, or of a list's codes.
 std::span<Word const> wordsOf(Row const& row) {
   if (row.kind->words != nullptr) return row.kind->words(row).words;
-  if (row.kind->shape != Shape::list) return wordsIn(row);
-  Keywords const* const codes = static_cast<Entries const*>(row.with)->codes;
-  return codes != nullptr ? codes->read->words : std::span<Word const>();
+  Entries const* const entries = entriesIn(row);
+  if (entries == nullptr) return wordsIn(row);
+  return entries->codes != nullptr ? entries->codes->read->words : std::span<Word const>();
 }
 
 std::string titleOf(std::string_view member, Composing const& composing) {
@@ -87,8 +87,8 @@ std::string within(std::string_view outer, std::string_view inner) {
 }
 
 std::string elementOf(Row const& row) {
-  if (row.kind->shape != Shape::list) return std::string(row.element);
-  return within(row.element, static_cast<Entries const*>(row.with)->item);
+  Entries const* const entries = entriesIn(row);
+  return within(row.element, entries != nullptr ? entries->item : "");
 }
 
 void addOnce(std::vector<std::string>& names, std::string name) {
@@ -269,10 +269,7 @@ std::vector<std::string> MemberDescription::vocabulary() const {
 
 std::vector<MemberDescription> MemberDescription::members() const {
   if (data_ == nullptr) return {};
-  Row const& row = *data_->rows.front();
-  bool const isList = row.kind->shape == Shape::list;
-  return described(isList ? static_cast<Entries const*>(row.with)->rows : rowsBelow(row),
-                   Composing());
+  return described(rowsInside(*data_->rows.front()), Composing());
 }
 
 MemberDescription::Form MemberDescription::form() const {

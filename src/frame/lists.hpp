@@ -53,6 +53,17 @@ constexpr EntriesOf<Entry> atMost(std::size_t most, EntriesOf<Entry> entries) {
   return entries;
 }
 
+/// What the entries of a row that is a list are; null for another row.
+inline Entries const* entriesIn(Row const& row) {
+  return row.kind->shape == Shape::list ? static_cast<Entries const*>(row.with) : nullptr;
+}
+
+/// The rows of what a row holds, be it the members of a record or of each entry of a list.
+inline Rows rowsInside(Row const& row) {
+  Entries const* const entries = entriesIn(row);
+  return entries != nullptr ? entries->rows : rowsBelow(row);
+}
+
 /// The entry at `index` of those at `first`.
 inline void* entryAt(Entries const& entries, void* first, std::size_t index) {
   return static_cast<std::byte*>(first) + index * entries.size;

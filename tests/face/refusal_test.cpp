@@ -367,6 +367,17 @@ TEST(Refusal, InsideASecretNamesNothingFromThere) {
             "malformed: found </...> in <key>, opened at line 2; expected </key>");
 }
 
+// Whatever element of a reply it is: one of a setting, a list, an entry of a list, or within one.
+TEST(Refusal, InsideASecretNamesElementsOfReplies) {
+  for (std::string const name : {"wireless", "films", "film", "job", "uuid", "host_port"}) {
+    SCOPED_TRACE(name);
+    Decoding const decoding =
+        decode("<configuration><wireless><key>pa55w0rd</" + name + "></key></wireless>");
+    EXPECT_NE(decoding.refusal().message().find("found </" + name + ">"), std::string::npos)
+        << decoding.refusal().message();
+  }
+}
+
 TEST(Refusal, BesideASecretNamesWhatIsThere) {
   for (std::string const before : {"<key>a</key>", "<keys>", "<key>a</key ><keyword>", "<key/>"}) {
     SCOPED_TRACE(before);

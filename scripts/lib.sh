@@ -109,6 +109,8 @@ export UBSAN_OPTIONS=print_stacktrace=1:allow_addr2line=1
 build() {
   local name=$1 preset=$2 compiler=$3
   shift 3
+  # The largest, with all tests and a sanitizer's tables.
+  if [[ ! -e $buildDir/$name ]]; then needRoom 1400; fi
   quietly "$buildDir/$name.log" cmake --preset "$preset" -B "$buildDir/$name" \
     -DCMAKE_CXX_COMPILER="$compiler" -DKOVRA_WERROR=ON -DKOVRA_BUILD_TESTS=ON "$@" &&
     quietly "$buildDir/$name.log" \

@@ -275,10 +275,10 @@ std::string JsonReader::path() const {
     Level const& level = levels_[i];
     if (level.isRecord) {
       std::string_view const name = members_[member - 1].name();
-      path = (i > 0 ? "." : "") + std::string(name) + path;
+      path.insert(0, name).insert(0, i > 0 ? "." : "");
       member = level.first;
     } else {
-      path = '[' + std::to_string(item - level.first) + ']' + path;
+      path.insert(0, '[' + std::to_string(item - level.first) + ']');
       item = level.first;
     }
   }

@@ -49,7 +49,7 @@ class SchemaWriter {
   }
 
   template <class Names>
-  void requires_(Names const& names) {
+  void requireAll(Names const& names) {
     json_.key("required");
     json_.beginArray();
     for (std::string_view const name : names) json_.text(name);
@@ -254,7 +254,7 @@ void SchemaWriter::keywordObject(Outline const& vocabulary) {
   json_.endObject();
   json_.endObject();
   constexpr std::string_view needed[] = {"code"};
-  requires_(needed);
+  requireAll(needed);
   json_.key("additionalProperties");
   json_.flag(false);
 }
@@ -289,7 +289,7 @@ std::string schema(std::string_view name) {
   // Of a reply there may be anything or nothing.
   bool const isOnlyWritten = message->read == nullptr && message->composing != nullptr;
   if (isOnlyWritten && !message->composing->required.empty()) {
-    writer.requires_(message->composing->required);
+    writer.requireAll(message->composing->required);
   }
   json.endObject();
   return json.take() + '\n';

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdint>
+#include <memory>
 
 namespace Kovra::frame {
 
@@ -12,11 +12,10 @@ namespace Kovra::frame {
 void useLargePages(void* block, std::size_t size) {
   if (size < leastOfLargeBlocks) return;
   int const error = errno;
-  auto const page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-  auto const begin = reinterpret_cast<std::uintptr_t>(block);
-  auto const firstPage = (begin + page - 1) & ~(page - 1);
-  auto const length = (begin + size - firstPage) & ~(page - 1);
-  static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), length, MADV_HUGEPAGE));
+  auto const page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  if (std::align(page, page, block, size) != nullptr) {
+    static_cast<void>(::madvise(block, size & ~(page - 1), MADV_HUGEPAGE));
+  }
   errno = error;
 }
 

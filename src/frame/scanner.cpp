@@ -99,8 +99,9 @@ Reference characterReference(char const* p) {
     bool const letter =
         hexadecimal && ((*digit >= 'a' && *digit <= 'f') || (*digit >= 'A' && *digit <= 'F'));
     if (!letter && (*digit < '0' || *digit > '9')) return {};
-    reference.code +=
+    unsigned const added =
         worth * static_cast<unsigned>(letter ? (*digit | 0x20) - 'a' + 10 : *digit - '0');
+    reference.code += added;
     worth *= hexadecimal ? 16 : 10;
   }
   return reference;
@@ -729,11 +730,10 @@ bool Scanner::decode(char stop, bool condense, char*& to) {
 char* Scanner::decodeReference(char* from, char*& to) {
   if (startsReference(from)) {
     Reference const reference = characterReference(from);
-    if (reference.end != nullptr) {
-      if (!isPlain(from, reference, encoding_)) alter(from, reference.end);
-      to = putCharacter(reference.code, encoding_, to);
-    }
-    return const_cast<char*>(reference.end);
+    if (reference.end == nullptr) return nullptr;
+    if (!isPlain(from, reference, encoding_)) alter(from, reference.end);
+    to = putCharacter(reference.code, encoding_, to);
+    return from + (reference.end - from);
   }
   for (NamedReference const& known : namedReferences) {
     if (startsWith(from, known.text)) {

@@ -58,13 +58,13 @@ holds "standard output" '~ takeup_motor.S0: * \[*\] -> 1 \[*\]
 preview --set error_control=high masked.json
 expect 0 '~ error_control: med (1) -> high (2)' ""
 
-# What the chosen sections do not hold does not change.
+# Whatever it is, a change that the document cannot hold is refused beforehand: nobody shall take the
+# others for all that there is.
+left='wireless.channel: not in the document that this record and these choices make; --sections wireless writes it'
 preview --from reply.xml --sections ethernet --set wireless.channel=6 --set ethernet.dhcp=yes
-expect 0 '~ ethernet.dhcp: no -> yes' \
-  "kovra: warning: wireless.channel: not in the document that these choices make"
+expect 1 "" "reply.xml: error: $left"
 preview --from reply.xml --sections ethernet --set wireless.channel=6
-expect 0 "" "kovra: warning: wireless.channel: not in the document that these choices make
-kovra: nothing would change"
+expect 1 "" "reply.xml: error: $left"
 preview --from reply.xml --sections ethernet
 expect 0 "" "kovra: nothing would change"
 # Of two edits of one member the last one counts.
@@ -84,6 +84,8 @@ for arguments in "--from reply.xml" "--from reply.xml --set wireles.ssid=x" \
   "--from reply.xml --set ethernet.dhcp=no" "--from reply.xml --set wireless.ip_address=x" \
   "--from /dev/null --set error_control=high" "--set error_control=high /dev/null" \
   "--from reply.xml --sections nope --set error_control=high" \
+  "--from reply.xml --set tricolor_settings.red=1" "--from reply.xml --set lcd_contrast=64" \
+  "--from reply.xml --sections ethernet --set wireless.ssid=x" \
   "--set wireless.ssid=x --sections wireless masked.json"; do
   # shellcheck disable=SC2086 # words apart
   kovra compose configuration $arguments

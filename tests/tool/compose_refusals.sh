@@ -123,4 +123,51 @@ kovra compose device-control fan --state on --text $'\e[2J'
 expectStatus 2
 holds "standard error" "kovra: error: --text: $unfit"$'\n*' "$err"
 
+# A keyword that the document would say in another word.
+modes='expected one of: hopper (1), manual (0), auto (3), alreadyinprinter (2)'
+mode=(configuration --sections feeder_mode)
+for value in 99 -1 4 '{"code": 99}' '{"code": 99, "name": "auto"}'; do
+  refused '' "feeder_mode: found a code that no keyword has; $modes" "{\"feeder_mode\": $value}" \
+    "${mode[@]}"
+done
+for value in '{"code": 1, "name": "auto"}' '{"code": 1, "name": "hush"}' '{"code": 1, "name": 3}' \
+  '{"code": 1, "name": "HOPPER"}' '{"name": "auto", "code": 1}'; do
+  refused '' "feeder_mode: found the code and the name of different keywords; $modes" \
+    "{\"feeder_mode\": $value}" "${mode[@]}"
+done
+for value in '{"code": 1, "name": null, "raw": "hush"}' '{"code": 99, "name": null}'; do
+  refused '' "feeder_mode: found a word that is no keyword; $modes" "{\"feeder_mode\": $value}" \
+    "${mode[@]}"
+done
+for value in 3 '{"code": 3}' '{"code": 3, "name": "auto"}' '"auto"'; do
+  echo "{\"feeder_mode\": $value}" >record.json
+  kovra compose "${mode[@]}" record.json
+  expectStatus 0
+  holds "the document" '*<feeder_mode>auto</feeder_mode>*' "$out"
+done
+# At any depth, wherever the record stands, all of them.
+echo '{"readings": [{"document": "media", "record": {"cards": [{"coercivity": 7},
+  {"coercivity": {"code": 0, "name": "low"}}]}}]}' >record.json
+kovra compose media record.json
+words='expected one of: none (0), low (1), high (2)'
+expect 1 "" "record.json: error: readings[0].record.cards[0].coercivity: found a code that no keyword has; $words
+record.json: error: readings[0].record.cards[1].coercivity: found the code and the name of different keywords; $words"
+# What the document does not have may say what it likes, and so may what keeps its word.
+echo '{"feeder_mode": 99, "lcd_contrast": {"val": 1, "min": 0, "max": 9}}' >record.json
+kovra compose "${lcd[@]}" record.json
+expectStatus 0
+kovra compose configuration --set lcd_contrast=2 record.json
+expectStatus 0
+kovra compose configuration --set lcd_contrast=2 --set feeder_mode=auto record.json
+expectStatus 0
+# A reply says it in its own word.
+echo '<configuration><feeder_mode>tripel</feeder_mode><error_control>loud</error_control></configuration>' >reply.xml
+kovra compose "${mode[@]}" --from reply.xml
+expect 1 "" "reply.xml: error: feeder_mode: found a word that is no keyword; $modes"
+kovra compose configuration --from reply.xml --set feeder_mode=auto
+expectStatus 0
+holds "the document" '*<feeder_mode>auto</feeder_mode>*' "$out"
+kovra compose configuration --from reply.xml --set feeder_mode=auto --dry-run
+expect 0 '~ feeder_mode: "tripel" (1, unknown) -> auto (3)' ""
+
 finish

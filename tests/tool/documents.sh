@@ -71,19 +71,22 @@ kovra check --format json <<<'<get_wireless_status><ssid>Tom & Jerry</ssid></get
 expectStatus 1
 jq -r '(paths | .[] | strings), .findings[].kind' <<<"$out" | sort -u >>said
 
-# refusal RECORD: the message that json.md shows for it is the one that the tool gives.
+# refusal RECORD OPTION...: the message that json.md shows for it is the one that the tool gives.
 refusal() {
   printf '%s' "$1" >settings.json
-  kovra compose configuration --sections wireless settings.json
+  shift
+  kovra compose configuration "$@" settings.json
   expectStatus 1
   checks=$((checks + 1))
   grep -qxF "      ${err%$'\n'}" "$docs/json.md" || complain "json.md does not show" "$err"
   printf %s "$err" >>said
 }
 decoded='{"kovra": 1, "readings": [{"document": "configuration", "record": {'
-refusal "$decoded"'"wireless": {"channel": "six"}}}]}'
+refusal "$decoded"'"wireless": {"channel": "six"}}}]}' --sections wireless
+refusal "$decoded"'"lcd_contrast": {"val": 40, "min": 0, "max": 63}}}]}' --set lcd_contrast=64
+refusal "$decoded"'"error_control": 1}}]}' --set tricolor_settings.red=5
 refusal "$decoded"$'\n\n\n\n\n\n\n\n\n\n''"cards": [],
-      "cards": []}}]}'
+      "cards": []}}]}' --sections wireless
 
 kovra vocabulary
 expectStatus 0

@@ -6,10 +6,12 @@
 
 #include <functional>
 #include <kovra.hpp>
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "input.hpp"
+#include "record.hpp"
 #include "support/folder.hpp"
 
 namespace Kovra::tool {
@@ -92,10 +94,32 @@ Message messageNamed(std::string const& name) {
 
 TEST(Edit, RefusesWhatLeadsNowhere) {
   Message const message = messageNamed("configuration");
-  for (char const* const assignment :
-       {"", "=", "=x", "wireless", "nothing=1", "wireless.nothing=1", ".wireless=1", "wireless.=1",
-        "wireless..ssid=x", "wireless.ssid.x=1", "wireless ssid=1", "[0]=1", ".=1",
-        "a.b.c.d.e=1"}) {
+  for (char const* const assignment : {"",
+                                       "=",
+                                       "=x",
+                                       "wireless",
+                                       "nothing=1",
+                                       "wireless.nothing=1",
+                                       ".wireless=1",
+                                       "wireless.=1",
+                                       "wireless..ssid=x",
+                                       "wireless.ssid.x=1",
+                                       "wireless ssid=1",
+                                       "[0]=1",
+                                       ".=1",
+                                       "a.b.c.d.e=1",
+                                       "cards.type=1",
+                                       "cards[].type=1",
+                                       "cards[x].type=1",
+                                       "cards[0=1",
+                                       "cards[0]type=1",
+                                       "cards[0]].type=1",
+                                       "cards[0][0].type=1",
+                                       "wireless[0].ssid=1",
+                                       "cards[0].=1",
+                                       "cards[-1].type=1",
+                                       "[0].type=1",
+                                       "wireless.[0]=1"}) {
     EXPECT_THROW(editOf(message, assignment), EditFailure) << assignment;
   }
 }
@@ -108,6 +132,55 @@ TEST(Edit, SuggestsWhatMayHaveBeenMeant) {
     EXPECT_STREQ(failure.what(),
                  "unknown member \"wireless.sid\". Did you mean \"wireless.ssid\"?");
   }
+}
+
+TEST(Edit, SuggestsEntriesOfLists) {
+  Message const message = messageNamed("configuration");
+  auto const complaint = [&](std::string const& assignment) -> std::string {
+    try {
+      editOf(message, assignment);
+    } catch (EditFailure const& failure) {
+      return failure.what();
+    }
+    return "nothing";
+  };
+  for (char const* const path : {"cards[0]type", "cards[].type", "cards.type", "cards[0.type"}) {
+    EXPECT_EQ(complaint(std::string(path) + "=1"),
+              "unknown member \"" + std::string(path) + "\". Did you mean \"cards[0].type\"?");
+  }
+  EXPECT_EQ(complaint("cards[12]tipe=1"),
+            "unknown member \"cards[12]tipe\". Did you mean \"cards[12].type\"?");
+  EXPECT_EQ(complaint("cards[0]=1").substr(0, 45), "cards[0]: expected one of its members: type, ");
+}
+
+TEST(Edit, HoldsSettingsWithinTheirBounds) {
+  auto const refusal = [](Value const& setting, Value const& value) -> std::string {
+    try {
+      requireWithinBounds({{"a.b.val", value}},
+                          Value::object({{"a", Value::object({{"b", setting}})}}));
+    } catch (RecordFailure const& failure) {
+      return failure.why();
+    }
+    return "";
+  };
+  auto const setting = [](Value const& least, Value const& most) {
+    return Value::object({{"val", 1000}, {"min", least}, {"max", most}});
+  };
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  std::string const expected = "expected a number from -1.5 to 9, the bounds that the printer gave";
+  EXPECT_EQ(refusal(setting(-1.5, 9), 10), "a.b: found 10; " + expected);
+  EXPECT_EQ(refusal(setting(-1.5, 9), -1.75), "a.b: found -1.75; " + expected);
+  EXPECT_EQ(refusal(setting(-1.5, 9), nan), "a.b: found nan; " + expected);
+  for (Value const& value : {Value(-1.5), Value(-1), Value(0.25), Value(9)}) {
+    EXPECT_EQ(refusal(setting(-1.5, 9), value), "") << value.toJson();
+  }
+  for (Value const& none : {setting(0, 0), setting(5, 5), setting(9, 1), setting(nan, 1),
+                            setting("0", "1"), setting({}, {}), Value::object({{"val", 1}}),
+                            Value::object({{"val", 1}, {"min", 0}}), Value(7), Value()}) {
+    EXPECT_EQ(refusal(none, 1e9), "") << none.toJson();
+  }
+  EXPECT_NO_THROW(requireWithinBounds({{"val", 9}, {".val", 9}, {"a.max", 9}, {"x.y.val", 9}},
+                                      Value::object({{"a", setting(0, 1)}, {"val", 1}})));
 }
 
 TEST(Edit, TakesAllBehindTheFirstEqualsSign) {

@@ -19,6 +19,7 @@
 #include "record.hpp"
 #include "secret.hpp"
 #include "terminal.hpp"
+#include "written.hpp"
 
 namespace Kovra::tool {
 
@@ -157,27 +158,33 @@ void addMember(CLI::App& app, MemberDescription const& member, Object const& com
 
 using Sentences = std::vector<std::string>;
 
-/// Where a problem stands in the JSON.
-std::string pathIn(Record const& record, Problem const& problem) {
-  return problem.path().empty() ? record.path : joined(record.path, problem.path());
+/// Where something stands in the JSON.
+std::string pathIn(Record const& record, std::string const& path) {
+  return path.empty() ? record.path : joined(record.path, path);
 }
 
-/// What is wrong with a record of which there is no document.
-Sentences problemsOf(Composition const& composition, Record const& record) {
+/// What is wrong with the record itself.
+Sentences sentencesOf(std::vector<Problem> const& problems, Record const& record) {
   Sentences wrong;
-  for (Problem const& problem : composition.problems()) {
-    wrong.push_back(sentence(pathIn(record, problem), problem.found(), problem.expected()));
+  for (Problem const& problem : problems) {
+    wrong.push_back(sentence(pathIn(record, problem.path()), problem.found(), problem.expected()));
+  }
+  return wrong;
+}
+
+/// What the document would say in other words than the record.
+Sentences sentencesOf(std::vector<Misnomer> const& misnomers, Record const& record) {
+  Sentences wrong;
+  for (Misnomer const& misnomer : misnomers) {
+    wrong.push_back(sentence(pathIn(record, misnomer.path), misnomer.found, misnomer.expected));
   }
   return wrong;
 }
 
 /// In place of the document.
-void printPreview(Preview const& preview) {
-  print(preview.changes);
-  for (std::string const& path : preview.unwritten) {
-    complain("kovra: warning: " + path + ": not in the document that these choices make");
-  }
-  if (preview.changes.empty()) complain("kovra: nothing would change");
+void printPreview(std::string const& changes) {
+  print(changes);
+  if (changes.empty()) complain("kovra: nothing would change");
 }
 
 ExitStatus refuse(ExitStatus status, std::string const& file, Place place, std::string const& why) {
@@ -231,20 +238,40 @@ std::vector<Edit> editsOf(Input const& input, Message const& message) {
   return edits;
 }
 
+/// What there is to choose where changes are made, or what is wrong with them.
+struct Changed {
+  Value choices;
+  std::vector<Problem> problems = {};
+};
+
+Changed change(Message const& message, Value const& before, Record const& record,
+               std::vector<Edit> const& edits, Value const& choices) {
+  if (edits.empty()) return {choices};
+  requireWithinBounds(edits, before);
+  std::vector<Problem> problems = problemsOfAll(message, record.value, choices);
+  if (!problems.empty()) return {choices, std::move(problems)};
+  requireWritten(message, record.value, edits, choices);
+  return {choicesOfChanges(message, before, record.value, choices)};
+}
+
+/// Prints the document, or what would change; or says why there is none.
 Sentences composeChanged(Input const& input, Message const& message, Value const& choices) {
   std::vector<Edit> const edits = editsOf(input, message);
   Record record = read(input, message.recordOf());
   Value const before = record.value;
   apply(edits, record.value);
-  Value const chosen =
-      edits.empty() ? choices : choicesOfChanges(message, before, record.value, choices);
-  Composition const composition = compose(message.name(), record.value, chosen);
-  if (composition && input.isDryRun) {
-    printPreview(previewOf(message, before, edits, chosen));
+  Changed const changed = change(message, before, record, edits, choices);
+  if (!changed.problems.empty()) return sentencesOf(changed.problems, record);
+  Composition const composition = compose(message.name(), record.value, changed.choices);
+  if (!composition) return sentencesOf(composition.problems(), record);
+  Sentences wrong = sentencesOf(misnomers(message, record.value, changed.choices), record);
+  if (!wrong.empty()) return wrong;
+  if (input.isDryRun) {
+    printPreview(previewOf(message, before, record.value));
   } else {
     print(composition.text());
   }
-  return problemsOf(composition, record);
+  return {};
 }
 
 /// Whatever fails here is told with the name of the file: it is the one that somebody has to mend.
@@ -386,6 +413,9 @@ secret.
 A record may hold lists and objects of at most 256 entries, in one another at
 most 32 levels deep, names of at most 256 bytes, and at most 16384 values in
 all.
+
+A change is refused where the document does not have the member, and where the
+value of a setting is beyond the bounds that the record gives it.
 
 With --dry-run there is no document, but a line for each member that would
 change: "~ wireless.channel: 6 -> 11". Whatever would be refused is refused.

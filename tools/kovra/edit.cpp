@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "input.hpp"
+#include "keywords.hpp"
 #include "record.hpp"
 #include "suggest.hpp"
+#include "table.hpp"
 #include "words.hpp"
 
 namespace Kovra::tool {
@@ -26,78 +30,125 @@ struct Target {
   bool isSecret = false;
   std::string path;                ///< of the value itself: a setting's is its `val`
   std::vector<std::string> parts;  ///< what a record has, or a keyword may be
-  std::vector<int> codes;          ///< of a keyword
+  std::vector<Keyword> words;      ///< of a keyword, and of a text that may be one
+  MemberDescription::Form form = MemberDescription::Form::plain;
 };
 
 std::string within(std::string_view outer, std::string_view inner) {
   return std::string(outer) + (outer.empty() ? "" : ".") + std::string(inner);
 }
 
+/// "[2]" of "cards[2].type", and of whatever was meant to be that; "[0]" where no number is told.
+std::string entryIn(std::string_view path) {
+  std::size_t const bracket = path.find('[');
+  path.remove_prefix(std::min(bracket, path.size() - 1) + 1);
+  auto const end = std::find_if_not(path.begin(), path.end(), isDigit);
+  std::string const number(path.begin(), bracket == path.npos ? path.begin() : end);
+  return '[' + (number.empty() ? "0" : number) + ']';
+}
+
+/// Every path that somebody may have meant; of lists with this entry.
 void addPaths(std::vector<MemberDescription> const& members, std::string const& outer,
-              std::vector<std::string>& paths) {
+              std::string const& entry, std::vector<std::string>& paths) {
   for (MemberDescription const& member : members) {
     std::string const path = within(outer, member.name());
+    bool const isList = member.kind() == Value::Kind::list;
     paths.push_back(path);
-    if (member.kind() == Value::Kind::record) addPaths(member.members(), path, paths);
+    addPaths(member.members(), path + (isList ? entry : ""), entry, paths);
   }
 }
 
 [[noreturn]] void unknown(Message const& message, std::string const& path) {
   std::vector<std::string> paths;
-  addPaths(message.members(), {}, paths);
+  if (!path.empty()) addPaths(message.members(), {}, entryIn(path), paths);
   throw EditFailure("unknown member \"" + path + "\"." + suggestion(path, paths));
 }
 
-/// Takes the first name off a path: "cards" of "cards[0].type", with "[0]" gone.
-std::string takeName(std::string_view& path) {
+/// One name of a path, and which entry of it.
+struct Step {
+  std::string name;
+  bool isEntry = false;
+};
+
+/// Takes the first step off a path: "cards[0]" of "cards[0].type". None where it is no step.
+std::optional<Step> takeStep(std::string_view& path) {
   std::size_t const point = std::min(path.find('.'), path.size());
   std::string_view const step = path.substr(0, point);
   path.remove_prefix(std::min(point + 1, path.size()));
-  return std::string(step.substr(0, step.find('[')));
+  std::size_t const bracket = step.find('[');
+  if (bracket == step.npos) return Step{std::string(step), false};
+  std::string_view const number = step.substr(bracket + 1);
+  bool const isNumber = number.size() > 1 && number.back() == ']' &&
+                        std::all_of(number.begin(), number.end() - 1, isDigit);
+  if (!isNumber) return std::nullopt;
+  return Step{std::string(step.substr(0, bracket)), true};
 }
 
 std::optional<Target> partOf(MemberDescription const& member, std::string_view rest) {
   constexpr std::string_view bounds[] = {"val", "min", "max"};
   if (member.form() == MemberDescription::Form::setting) {
     bool const isPart = std::find(std::begin(bounds), std::end(bounds), rest) != std::end(bounds);
-    if (isPart) return Target{Value::Kind::real, false, {}, {}, {}};
+    if (isPart) return Target{Value::Kind::real, false, {}, {}, {}, {}};
   }
   for (Keyword const& word : member.words()) {
     bool const isFlag = member.kind() == Value::Kind::record && word.word() == rest;
-    if (isFlag) return Target{Value::Kind::flag, false, {}, {}, {}};
+    if (isFlag) return Target{Value::Kind::flag, false, {}, {}, {}, {}};
   }
   return std::nullopt;
 }
 
-Target targetOf(MemberDescription const& member, std::string const& path) {
-  Target target{member.kind(), member.isSecret(), path, {}, {}};
+/// The words by which other members say the same element: a text that is one of them is more than
+/// any other text.
+std::vector<Keyword> wordsBeside(MemberDescription const& member,
+                                 std::vector<MemberDescription> const& members) {
+  for (MemberDescription const& other : members) {
+    bool const isSame = other.name() != member.name() && other.elements() == member.elements();
+    if (isSame && other.kind() == Value::Kind::keyword) return other.words();
+  }
+  return {};
+}
+
+Target targetOf(MemberDescription const& member, std::vector<MemberDescription> const& members,
+                std::string const& path, bool isEntry) {
+  Target target{member.kind(), member.isSecret(), path, {}, {}, member.form()};
   if (member.form() == MemberDescription::Form::setting) {
     target.kind = Value::Kind::real;
     target.path += ".val";
   }
-  for (Keyword const& word : member.words()) {
-    target.parts.push_back(word.word());
-    target.codes.push_back(word.code());
-  }
+  if (isEntry) target.kind = Value::Kind::record;
+  target.words = member.kind() == Value::Kind::text ? wordsBeside(member, members) : member.words();
+  for (Keyword const& word : target.words) target.parts.push_back(word.word());
   for (MemberDescription const& part : member.members()) target.parts.push_back(part.name());
   return target;
+}
+
+/// The member that a step leads to; an entry is one of a list, and only there anything is below it.
+std::optional<MemberDescription> memberAt(std::vector<MemberDescription> const& members,
+                                          Step const& step, bool isLast) {
+  auto const member =
+      std::find_if(members.begin(), members.end(),
+                   [&](MemberDescription const& known) { return known.name() == step.name; });
+  if (member == members.end()) return std::nullopt;
+  bool const isList = member->kind() == Value::Kind::list;
+  bool const fits = isList ? step.isEntry || isLast : !step.isEntry;
+  return fits ? std::optional(*member) : std::nullopt;
 }
 
 Target find(Message const& message, std::string const& path) {
   std::vector<MemberDescription> members = message.members();
   std::string_view rest = path;
   while (!rest.empty()) {
-    std::string const name = takeName(rest);
-    auto const member =
-        std::find_if(members.begin(), members.end(),
-                     [&](MemberDescription const& known) { return known.name() == name; });
-    if (member == members.end()) break;
-    if (rest.empty()) return targetOf(*member, path);
+    bool const endsInPoint = rest.back() == '.';
+    std::optional<Step> const step = takeStep(rest);
+    bool const isLast = rest.empty() && !endsInPoint;
+    auto const member = step ? memberAt(members, *step, isLast) : std::nullopt;
+    if (!member) break;
+    if (isLast) return targetOf(*member, members, path, step->isEntry);
     if (std::optional<Target> part = partOf(*member, rest)) {
       part->path = path;
       return *part;
     }
-    members = std::vector<MemberDescription>(member->members());
+    members = member->members();
   }
   unknown(message, path);
 }
@@ -137,11 +188,8 @@ Value realFrom(std::string const& path, std::string_view text) {
 }
 
 Value keywordFrom(Target const& target, std::string_view text) {
-  // Another number would be written as a word that nobody chose.
   auto const number = numberIn<std::int64_t>(text);
-  bool const isCode =
-      number && std::find(target.codes.begin(), target.codes.end(), *number) != target.codes.end();
-  if (isCode) return *number;
+  if (number && isCode(target.words, *number)) return *number;
   bool const isWord =
       std::find(target.parts.begin(), target.parts.end(), text) != target.parts.end();
   if (isWord) return text;
@@ -171,6 +219,25 @@ Value valueFrom(Target const& target, std::string_view text) {
   return text;
 }
 
+/// Values of which not all are the same in a document that has the member.
+std::vector<Value> othersFor(Target const& target) {
+  using Form = MemberDescription::Form;
+  if (target.kind == Value::Kind::flag) return {false, true};
+  if (target.form == Form::ipv4) return {"192.0.2.1", "192.0.2.2"};
+  if (target.form == Form::hardwareAddress) return {"02:00:5e:00:53:01", "02:00:5e:00:53:02"};
+  bool const isText = target.kind == Value::Kind::text;
+  std::vector<Value> others;
+  if (isText) others = {"1", "2"};
+  for (Keyword const& word : target.words) {
+    others.push_back(isText ? Value(word.word()) : Value(word.code()));
+  }
+  return others.empty() ? std::vector<Value>{1, 2} : others;
+}
+
+Edit editFor(Target const& target, std::string_view text) {
+  return {target.path, valueFrom(target, text), othersFor(target)};
+}
+
 /// The two halves of "path=value".
 std::pair<std::string, std::string> halves(std::string const& assignment) {
   std::size_t const equals = assignment.find('=');
@@ -189,7 +256,7 @@ Edit editOf(Message const& message, std::string const& assignment) {
     throw EditFailure(path + " is a secret, and every list of processes shows arguments; put it " +
                       "into a file: --set-file " + path + "=FILE ('-': standard input)");
   }
-  return {target.path, valueFrom(target, text)};
+  return editFor(target, text);
 }
 
 namespace {
@@ -209,7 +276,7 @@ Edit editOfFile(Message const& message, std::string const& assignment) {
   std::string_view text = read(reader, file);
   if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
   if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-  Edit edit{target.path, valueFrom(target, text)};
+  Edit edit = editFor(target, text);
   if (target.isSecret) edit.value.markSecret();
   return edit;
 }
@@ -226,41 +293,45 @@ void apply(std::vector<Edit> const& edits, Value& record) {
 
 namespace {
 
-/// What a document of these choices is, or why there is none.
-std::string outcome(Message const& message, Value const& record, Value const& choices) {
-  Composition const composition = compose(message.name(), record, choices);
-  if (composition) return composition.text();
-  std::string problems;
-  for (Problem const& problem : composition.problems()) problems += problem.message() + '\n';
-  return problems;
+/// What stands behind a setting in the path of its value.
+constexpr std::string_view valuePart = ".val";
+
+bool isValueOfSetting(std::string_view path) {
+  return path.size() > valuePart.size() && path.substr(path.size() - valuePart.size()) == valuePart;
 }
 
-Value changedWords(Message const& message, Choice const& choice, Value const& before,
-                   Value const& after, Value const& choices) {
-  Value changed = Value::list();
-  for (std::string const& word : choice.words()) {
-    Value one = choices;
-    if (one.find("zero_missing") == nullptr) one.add("zero_missing", true);
-    one.add(choice.name(), Value::list({word}));
-    if (outcome(message, before, one) != outcome(message, after, one)) changed.append(word);
-  }
-  return changed;
+/// A bound of a setting; without one, or with one that is no number, there is none.
+double boundOf(Value const& setting, std::string_view name) {
+  constexpr double none = std::numeric_limits<double>::quiet_NaN();
+  Value const* const bound = setting.find(name);
+  return bound != nullptr ? bound->asReal(none) : none;
+}
+
+void requireWithin(Edit const& edit, Value const& setting) {
+  double const least = boundOf(setting, "min");
+  double const most = boundOf(setting, "max");
+  bool const areBounds = std::isfinite(least) && std::isfinite(most) && least < most;
+  double const value = edit.value.asReal(least);
+  bool const isWithin = value >= least && value <= most;
+  if (!areBounds || isWithin) return;
+  auto const shown = [](Value const& number) { return cell(number, Secrets::shown); };
+  throw RecordFailure({}, sentence(memberOf(edit), shown(edit.value),
+                                   "a number from " + shown(least) + " to " + shown(most) +
+                                       ", the bounds that the printer gave"));
 }
 
 }  // namespace
 
-Value choicesOfChanges(Message const& message, Value const& before, Value const& after,
-                       Value const& choices) {
-  Value all = choices;
-  for (Choice const& choice : message.choices()) {
-    bool const isOpen =
-        choice.form() == Choice::Form::words && choices.find(choice.name()) == nullptr;
-    if (!isOpen) continue;
-    Value changed = changedWords(message, choice, before, after, choices);
-    if (changed.empty()) throw RecordFailure({}, "nothing changes: the record says so already");
-    all.add(choice.name(), std::move(changed));
+std::string memberOf(Edit const& edit) {
+  std::size_t const end = edit.path.size() - valuePart.size();
+  return isValueOfSetting(edit.path) ? edit.path.substr(0, end) : edit.path;
+}
+
+void requireWithinBounds(std::vector<Edit> const& edits, Value const& record) {
+  for (Edit const& edit : edits) {
+    if (!isValueOfSetting(edit.path)) continue;
+    if (Value const* const setting = record.findAt(memberOf(edit))) requireWithin(edit, *setting);
   }
-  return all;
 }
 
 }  // namespace Kovra::tool

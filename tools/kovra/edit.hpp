@@ -22,7 +22,12 @@ class EditFailure : public std::runtime_error {
 struct Edit {
   std::string path;
   Value value;
+  /// Others that the member takes, to find out whether a document has it.
+  std::vector<Value> others = {};
 };
+
+/// The member that is changed, for messages: of a setting's value, the setting.
+std::string memberOf(Edit const& edit);
 
 /// From "path=value": a value as people write it, of the kind that the member has. A secret is
 /// refused, since every list of processes shows arguments. Throws an EditFailure.
@@ -35,11 +40,9 @@ Edit editOfFile(Message const& message, std::string const& assignment);
 /// Throws an EditFailure for a path that the record cannot have.
 void apply(std::vector<Edit> const& edits, Value& record);
 
-/// The choices that make a document of what differs between two records, and of nothing else: to
-/// those that were made already it adds the words of every choice of several, such as sections,
-/// whose documents differ. Throws a RecordFailure where none of them do.
-Value choicesOfChanges(Message const& message, Value const& before, Value const& after,
-                       Value const& choices);
+/// Throws a RecordFailure where the value of a setting is beyond the bounds that the record gives
+/// it; bounds that admit nothing are none.
+void requireWithinBounds(std::vector<Edit> const& edits, Value const& record);
 
 }  // namespace Kovra::tool
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
+#include <vector>
 
 #include "changes.hpp"
 
@@ -68,7 +68,9 @@ void measureLike(Value const& before, Value& after) {
   }
 }
 
-std::string shown(Message const& message, Value before, Value after) {
+}  // namespace
+
+std::string previewOf(Message const& message, Value before, Value after) {
   for (Value* const record : {&before, &after}) {
     unmark(*record);
     bringIntoForm(message.members(), *record);
@@ -79,39 +81,6 @@ std::string shown(Message const& message, Value before, Value after) {
     return change.kind == Change::Kind::masked && *change.before == *change.after;
   });
   return shownChanges(all, Secrets::masked);
-}
-
-/// Does the document say the same without the edit? Of one that a later one overwrites that is no
-/// wonder.
-bool isUnwritten(Message const& message, Value const& before, std::vector<Edit> const& edits,
-                 std::size_t index, Value const& choices) {
-  std::vector<Edit> others = edits;
-  others.erase(others.begin() + static_cast<std::ptrdiff_t>(index));
-  Value without = before;
-  Value with = before;
-  tool::apply(others, without);
-  tool::apply(edits, with);
-  return without != with && compose(message.name(), without, choices).text() ==
-                                compose(message.name(), with, choices).text();
-}
-
-}  // namespace
-
-Preview previewOf(Message const& message, Value const& before, std::vector<Edit> const& edits,
-                  Value const& choices) {
-  Preview preview;
-  std::vector<Edit> written;
-  for (std::size_t i = 0; i < edits.size(); ++i) {
-    if (isUnwritten(message, before, edits, i, choices)) {
-      preview.unwritten.push_back(edits[i].path);
-    } else {
-      written.push_back(edits[i]);
-    }
-  }
-  Value after = before;
-  tool::apply(written, after);
-  preview.changes = shown(message, before, after);
-  return preview;
 }
 
 }  // namespace Kovra::tool

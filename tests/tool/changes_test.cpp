@@ -95,18 +95,33 @@ TEST(Patch, LeavesAnUntouchedMemberOut) {
                             {"op":"remove","path":"/list/2"},{"op":"remove","path":"/list/1"}])"));
 }
 
-TEST(Patch, MasksSecretsAndCountsThem) {
+TEST(Patch, LeavesSecretsOutAndNamesThem) {
   Value key = "open sesame";
   key.markSecret();
-  Value const before = Value::object({{"a", 1}});
-  Value const after = Value::object({{"a", 2}, {"inner", Value::object({{"key", key}})}});
+  Value number = 4711;
+  number.markSecret();
+  Value const before = Value::object({{"a", 1}, {"key", "x"}, {"gone", key}});
+  Value const inner =
+      Value::object({{"ssid", "x"}, {"key", key}, {"deep", Value::object({{"n", number}})}});
+  Value const after = Value::object({{"a", 2},
+                                     {"key", key},
+                                     {"inner", inner},
+                                     {"keys", Value::list({key, key})},
+                                     {"list", Value::list({1, inner})}});
   Patch const patch = patchOf(changes(before, after), Secrets::masked);
-  EXPECT_EQ(patch.masked, 1U);
-  EXPECT_EQ(patch.text.find("sesame"), patch.text.npos);
-  Json const operation = Json::parse(patch.text)[1];
-  EXPECT_EQ(operation["value"]["key"], "******");
-  EXPECT_EQ(operation["masked"], true);
-  EXPECT_EQ(patchOf(changes(before, after), Secrets::shown).masked, 0U);
+  EXPECT_EQ(patch.leftOut, (std::vector<std::string>{"key", "inner.key", "inner.deep.n", "keys",
+                                                     "list[1].key", "list[1].deep.n"}));
+  for (char const* const secret : {"sesame", "4711", "***"}) {
+    EXPECT_EQ(patch.text.find(secret), patch.text.npos) << secret;
+  }
+  EXPECT_EQ(Json::parse(patch.text), Json::parse(R"([
+      {"op":"replace","path":"/a","value":2},
+      {"op":"add","path":"/inner","value":{"ssid":"x","deep":{}}},
+      {"op":"add","path":"/list","value":[1,{"ssid":"x","deep":{}}]},
+      {"op":"remove","path":"/gone"}])"));
+  EXPECT_TRUE(patchOf(changes(before, after), Secrets::shown).leftOut.empty());
+  EXPECT_EQ(jsonOf(before).patch(Json::parse(patchOf(changes(before, after), Secrets::shown).text)),
+            jsonOf(after));
 }
 
 TEST(Patch, PassesOverWhatWasNotCompared) {

@@ -199,9 +199,8 @@ std::string patchOf(Pair const& pair, Secrets secrets) {
     complain("kovra: warning: " + change.path + ": masked, not compared");
   }
   Patch const patch = patchOf(all, secrets);
-  if (patch.masked > 0) {
-    complain("kovra: warning: " + std::to_string(patch.masked) +
-             " operations hold ****** in place of secrets; see --show-secrets");
+  for (std::string const& path : patch.leftOut) {
+    complain("kovra: warning: " + path + ": a secret, left out of the patch; see --show-secrets");
   }
   return patch.text;
 }
@@ -263,7 +262,8 @@ Formats:
            ~ wireless.key: differ                       a secret
            ? wireless.key: not compared, masked in the first
   json   a patch (RFC 6902) that makes the second record of the first; secrets
-         are ****** in it, and the operation has "masked":true
+         are left out of it, and a message names each, unless --show-secrets is
+         given
 
 Examples:
   kovra diff before.xml after.xml

@@ -1,9 +1,10 @@
 #include "patch.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <nlohmann/json.hpp>
-#include <utility>
 
-#include "secret.hpp"
+#include "record.hpp"
 
 namespace Kovra::tool {
 
@@ -11,28 +12,44 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// The value with masks in place of secrets; true where there were any.
-bool maskSecrets(Value& value) {
-  if (isSecretValue(value)) {
-    value = mask;
-    return true;
-  }
-  bool hasAny = false;
-  for (Member& member : value.members()) hasAny |= maskSecrets(member.value());
-  for (Value& item : value.items()) hasAny |= maskSecrets(item);
-  return hasAny;
+/// A secret, or a list of them: without one of them the others would not be where they belong.
+bool isWhollySecret(Value const& value) {
+  return isSecretValue(value) || std::any_of(value.items().begin(), value.items().end(),
+                                             [](Value const& item) { return isSecretValue(item); });
 }
 
-/// Puts what is there now; true where a secret was masked.
-bool addOperation(Json& operations, Change const& change, Secrets secrets) {
-  Json operation = {{"op", change.kind == Change::Kind::added ? "add" : "replace"},
-                    {"path", change.pointer}};
+/// Takes the secrets out of a value that is none itself.
+void takeSecrets(Value& value, std::string const& path, std::vector<std::string>& taken) {
+  std::vector<std::string> secret;
+  for (Member& member : value.members()) {
+    std::string const inner = joined(path, member.name());
+    if (isWhollySecret(member.value())) {
+      secret.emplace_back(member.name());
+      taken.push_back(inner);
+    } else {
+      takeSecrets(member.value(), inner, taken);
+    }
+  }
+  for (std::string const& name : secret) value.erase(name);
+  for (std::size_t i = 0; i < value.items().size(); ++i) {
+    takeSecrets(value.items()[i], path + '[' + std::to_string(i) + ']', taken);
+  }
+}
+
+/// Puts what is there now.
+void addOperation(Json& operations, Change const& change, Value const& value) {
+  operations.push_back({{"op", change.kind == Change::Kind::added ? "add" : "replace"},
+                        {"path", change.pointer},
+                        {"value", Json::parse(value.toJson())}});
+}
+
+void put(Json& operations, Change const& change, Secrets secrets,
+         std::vector<std::string>& leftOut) {
+  if (secrets == Secrets::shown) return addOperation(operations, change, *change.after);
+  if (isWhollySecret(*change.after)) return leftOut.push_back(change.path);
   Value value = *change.after;
-  bool const isMasked = secrets == Secrets::masked && maskSecrets(value);
-  operation["value"] = Json::parse(value.toJson());
-  if (isMasked) operation["masked"] = true;
-  operations.push_back(std::move(operation));
-  return isMasked;
+  takeSecrets(value, change.path, leftOut);
+  addOperation(operations, change, value);
 }
 
 }  // namespace
@@ -44,7 +61,7 @@ Patch patchOf(std::vector<Change> const& changes, Secrets secrets) {
   Json operations = Json::array();
   for (Change const& change : changes) {
     bool const isPut = change.after != nullptr && change.kind != Change::Kind::masked;
-    if (isPut) patch.masked += addOperation(operations, change, secrets);
+    if (isPut) put(operations, change, secrets, patch.leftOut);
   }
   for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
     if (change->kind != Change::Kind::removed) continue;

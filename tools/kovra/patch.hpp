@@ -4,7 +4,6 @@
 #ifndef KOVRA_TOOL_PATCH_HPP
 #define KOVRA_TOOL_PATCH_HPP
 
-#include <cstddef>
 #include <kovra.hpp>
 #include <string>
 #include <vector>
@@ -16,10 +15,11 @@ namespace Kovra::tool {
 /// A patch of RFC 6902.
 struct Patch {
   std::string text;
-  std::size_t masked = 0;  ///< operations that hold masks in place of secrets
+  std::vector<std::string> leftOut;  ///< paths of secrets that it does not have
 };
 
-/// What was not compared is not in it.
+/// What was not compared is not in it. Nor are secrets, where they are masked: whoever applied the
+/// masks would have lost them.
 Patch patchOf(std::vector<Change> const& changes, Secrets secrets);
 
 }  // namespace Kovra::tool

@@ -78,8 +78,8 @@ offers bash "" decode --format "\$(touch ran)"
 checks=$((checks + 1))
 [[ ! -e ran ]] || complain "a word was run"
 
-kovra completion ksh
-expect 2 "" "kovra: error: SHELL: ksh not in {bash,zsh,fish}
+kovra completion tcl
+expect 2 "" "kovra: error: SHELL: tcl not in {bash,zsh,fish}
 Try 'kovra completion --help'."
 kovra completion
 expectStatus 2

@@ -25,6 +25,42 @@ wrong "--null requires --files-from" "kovra decode" decode --null minimal.xml
 wrong "The following argument was not expected: extra" "kovra list" list extra
 wrong "--format: xml not in {words,dict,json}" "kovra vocabulary" vocabulary --format xml
 wrong "--format: xml not in {table,json}" "kovra list" list --format xml
+# What may have been meant, wherever one of a few words stands.
+wrong '--format: jsn not in {table,flat,json,jsonl,prom}. Did you mean "json"?' "kovra decode" \
+  decode --format jsn minimal.xml
+wrong '--format: tabl not in {table,json}. Did you mean "table"?' "kovra list" list --format tabl
+wrong '--format: jsonk not in {text,json,jsonl}. Did you mean "json" or "jsonl"?' "kovra check" \
+  check --format jsonk minimal.xml
+wrong '--color: alway not in {auto,always,never}. Did you mean "always"?' "kovra diff" \
+  diff --color alway minimal.xml minimal.xml
+wrong "--color: x not in {auto,always,never}" "kovra diff" diff --color x minimal.xml minimal.xml
+wrong '--context: nevr not in {auto,always,never}. Did you mean "never"?' "kovra check" \
+  check --context nevr minimal.xml
+wrong '--keep: seril not in {serial,address,network,job}. Did you mean "serial"?' "kovra redact" \
+  redact --keep seril minimal.xml
+wrong '--only: mag-encodr not in {mag-encoder,internal-encoder}. Did you mean "mag-encoder"?' \
+  "kovra compose capabilities" compose capabilities --only mag-encodr record.json
+wrong '--as: unknown message "general-state". Did you mean "general-status"?' "kovra decode" \
+  decode --as general-state minimal.xml
+wrong '--as: unknown message "confguration". Did you mean "configuration"?' "kovra diff" \
+  diff --as confguration minimal.xml minimal.xml
+wrong 'SHELL: bsh not in {bash,zsh,fish}. Did you mean "bash" or "zsh"?' "kovra completion" \
+  completion bsh
+wrong 'SHELL: tcl not in {bash,zsh,fish}' "kovra completion" completion tcl
+# Options, those of decode where no verb stands in front of them.
+wrong 'The following argument was not expected: --formt. Did you mean "--format"?' "kovra check" \
+  check --formt json minimal.xml
+wrong 'The following argument was not expected: -format. Did you mean "--format"?' "kovra decode" \
+  decode -format json minimal.xml
+wrong 'The following argument was not expected: --formt. Did you mean "kovra decode --format"?' \
+  kovra --formt
+wrong 'The following argument was not expected: --formt. Did you mean "kovra decode --format"?' \
+  kovra --formt=json minimal.xml
+wrong 'The following argument was not expected: --vresion. Did you mean "--version"?' kovra --vresion
+wrong "The following argument was not expected: -x" kovra -x
+wrong "The following argument was not expected: --nothing-like-it" kovra --nothing-like-it
+wrong 'The following argument was not expected: --stat. Did you mean "--state"?' \
+  "kovra compose device-control fan" compose device-control fan --stat on
 for size in 0 -1 010 0x10 1e6 10M 99999999999999999999; do
   wrong "--max-size: \"$size\" is no number of bytes above 0" "kovra decode" \
     decode "--max-size=$size" minimal.xml

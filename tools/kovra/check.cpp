@@ -13,6 +13,7 @@
 #include "excerpt.hpp"
 #include "findings.hpp"
 #include "input.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "replies.hpp"
@@ -253,14 +254,14 @@ void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
   command.add_option("--format", options.format, "What to print: text (default), json or jsonl")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"text", "json", "jsonl"}));
+      ->check(isOneOf({"text", "json", "jsonl"}));
   command.add_flag("--strict", options.isStrict, "Findings of mere information fail, too");
   command
       .add_option("--context", options.context,
                   "The line of the reply below each finding, with a\n"
                   "caret: auto (default: on a terminal), always or never")
       ->option_text("WHEN")
-      ->check(CLI::IsMember({"auto", "always", "never"}));
+      ->check(isOneOf({"auto", "always", "never"}));
   addAs(command, options.as, "Check");
   addOutput(command);
   addColor(command);

@@ -35,19 +35,39 @@ CLI::App const& innermost(CLI::App const& app) {
   return *inner;
 }
 
-/// What may stand where somebody mistyped.
-std::vector<std::string> possible(CLI::App const& command, bool isOption) {
+std::vector<std::string> optionsOf(CLI::App const& command) {
   std::vector<std::string> names;
-  if (isOption) {
-    for (CLI::Option const* const option : command.get_options()) {
-      for (std::string const& name : option->get_lnames()) names.push_back("--" + name);
-    }
-  } else {
-    for (CLI::App const* const inner : command.get_subcommands(nullptr)) {
-      names.push_back(inner->get_name());
-    }
+  for (CLI::Option const* const option : command.get_options()) {
+    for (std::string const& name : option->get_lnames()) names.push_back("--" + name);
   }
   return names;
+}
+
+std::vector<std::string> subcommandsOf(CLI::App const& command) {
+  std::vector<std::string> names;
+  for (CLI::App const* const inner : command.get_subcommands(nullptr)) {
+    names.push_back(inner->get_name());
+  }
+  return names;
+}
+
+/// Of an option in front of any verb: a file alone is decoded, and so its options may be meant.
+std::string decodeSuggestion(std::string const& word) {
+  std::string const verb = "decode";
+  CLI::App app;
+  ExitStatus status = ExitStatus::good;
+  for (Verb const& known : verbs()) {
+    if (known.name == verb) known.describe(app, status);
+  }
+  std::vector<std::string> const meant = nearest(word, optionsOf(app));
+  return meant.empty() ? "" : " Did you mean \"kovra " + verb + ' ' + meant.front() + "\"?";
+}
+
+std::string unexpectedOption(CLI::App const& app, std::string const& word) {
+  CLI::App const& command = innermost(app);
+  std::string meant = suggestion(word, optionsOf(command));
+  if (meant.empty() && &command == &app) meant = decodeSuggestion(word);
+  return "The following argument was not expected: " + word + (meant.empty() ? meant : '.' + meant);
 }
 
 }  // namespace
@@ -79,13 +99,12 @@ std::string complaintOf(CLI::App const& app, CLI::Error const& error) {
   bool const isMissing = dynamic_cast<CLI::RequiredError const*>(&error) != nullptr;
   std::vector<std::string> const rest = app.remaining(true);
   if (rest.empty() || !(isSurplus || isMissing)) return error.what();
-  CLI::App const& command = innermost(app);
-  std::string const word = rest.front().substr(0, rest.front().find('='));
-  bool const isOption = word.substr(0, 1) == "-";
-  std::string const meant = suggestion(word, possible(command, isOption));
-  bool const isVerb = !isOption && !command.get_subcommands(nullptr).empty();
-  if (isVerb) return "unknown subcommand \"" + word + "\"." + meant;
-  return error.what() + (meant.empty() ? meant : '.' + meant);
+  std::string const& first = rest.front();
+  std::string const word = first.substr(0, first.find('='));
+  if (word.substr(0, 1) == "-") return unexpectedOption(app, word);
+  std::vector<std::string> const subcommands = subcommandsOf(innermost(app));
+  if (subcommands.empty()) return error.what();
+  return "unknown subcommand \"" + word + "\"." + suggestion(word, subcommands);
 }
 
 std::string commandName(CLI::App const& app) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "compose.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "verbs.hpp"
 
@@ -295,7 +296,7 @@ void addCompletion(CLI::App& command, ExitStatus&) {
   command.add_option("SHELL", *shell, "bash, zsh or fish")
       ->option_text(" ")
       ->required()
-      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+      ->check(isOneOf({"bash", "zsh", "fish"}));
   addOutput(command);
   command.footer(R"(Prints what a shell has to know to complete the words of a command line: verbs,
 options, the words that they take, names of messages, and files.

@@ -14,6 +14,7 @@
 #include "findings.hpp"
 #include "input.hpp"
 #include "max_size.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "preview.hpp"
 #include "record.hpp"
@@ -86,7 +87,7 @@ CLI::Option* addWordChoice(CLI::App& app, Choice const& choice, Object const& ch
   return app
       .add_option_function<std::string>(
           optionFor(choice), [add](std::string const& given) { add(given); }, choice.title())
-      ->check(CLI::IsMember(choice.words()));
+      ->check(isOneOf(choice.words()));
 }
 
 CLI::Option* addWordsChoice(CLI::App& app, Choice const& choice, Object const& choices) {
@@ -97,7 +98,7 @@ CLI::Option* addWordsChoice(CLI::App& app, Choice const& choice, Object const& c
           choice.title() + ", separated by commas:\n" + listed(choice.words()))
       ->delimiter(',')
       ->allow_extra_args(false)  // what follows is the record
-      ->check(CLI::IsMember(choice.words()));
+      ->check(isOneOf(choice.words()));
 }
 
 void addChoice(CLI::App& app, Choice const& choice, Object const& choices) {

@@ -17,6 +17,7 @@
 #include "characters.hpp"
 #include "excerpt.hpp"
 #include "findings.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "replies.hpp"
@@ -322,7 +323,7 @@ void addCoverage(CLI::App& command, ExitStatus& status) {
   addReplies(command, options->replies);
   command.add_option("--format", options->format, "What to print: text (default) or json")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"text", "json"}));
+      ->check(isOneOf({"text", "json"}));
   addOutput(command);
   addColor(command);
   command.footer(R"(Sums up what Kovra does not know of all the replies together: documents,

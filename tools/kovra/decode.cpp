@@ -14,6 +14,7 @@
 #include "findings.hpp"
 #include "flat.hpp"
 #include "input.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "prom.hpp"
@@ -214,7 +215,7 @@ void describe(CLI::App& command, Options& options) {
                   "What to print: table (default), flat, json, jsonl or\n"
                   "prom")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"table", "flat", "json", "jsonl", "prom"}));
+      ->check(isOneOf({"table", "flat", "json", "jsonl", "prom"}));
   addAs(command, options.as, "Read");
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not ******\n"
@@ -225,7 +226,7 @@ void describe(CLI::App& command, Options& options) {
                   "stdout (default), as an object like the others, or\n"
                   "stderr")
       ->option_text("WHERE")
-      ->check(CLI::IsMember({"stdout", "stderr"}));
+      ->check(isOneOf({"stdout", "stderr"}));
   command
       .add_option("--save-failures", options.failures,
                   "Keep the replies that were refused in this folder")

@@ -16,6 +16,7 @@
 #include "findings.hpp"
 #include "input.hpp"
 #include "max_size.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "patch.hpp"
 #include "printable.hpp"
@@ -241,7 +242,7 @@ void describe(CLI::App& command, Options& options) {
       ->expected(2);
   command.add_option("--format", options.format, "What to print: text (default) or json")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"text", "json"}));
+      ->check(isOneOf({"text", "json"}));
   addAs(command, options.as, "Read both");
   command.add_flag("--show-secrets", options.showSecrets,
                    "Show keys, pass phrases and track data, not only\n"

@@ -11,6 +11,7 @@
 #include "kinds.hpp"
 #include "lookup.hpp"
 #include "messages.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "suggest.hpp"
@@ -279,7 +280,7 @@ void addExplain(CLI::App& command, ExitStatus& status) {
       ->option_text(" ");
   command.add_option("--format", options->format, "What to print: text (default) or json")
       ->option_text("FORMAT")
-      ->check(CLI::IsMember({"text", "json"}));
+      ->check(isOneOf({"text", "json"}));
   addOutput(command);
   addColor(command);
   command.footer(R"(Explains whatever has that name:

@@ -10,6 +10,7 @@
 
 #include "kinds.hpp"
 #include "messages.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "table.hpp"
 #include "words.hpp"
@@ -125,7 +126,7 @@ std::shared_ptr<std::string const> addFormat(CLI::App& command,
   auto const format = std::make_shared<std::string>(formats.front());
   command.add_option("--format", *format, description)
       ->option_text("FORMAT")
-      ->check(CLI::IsMember(formats));
+      ->check(isOneOf(formats));
   return format;
 }
 

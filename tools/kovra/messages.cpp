@@ -2,20 +2,10 @@
 
 #include <algorithm>
 
+#include "one_of.hpp"
 #include "suggest.hpp"
 
 namespace Kovra::tool {
-
-namespace {
-
-/// As CLI11 describes a set.
-std::string setOf(std::vector<std::string> const& names) {
-  std::string set = "{";
-  for (std::string const& name : names) set += (set.size() > 1 ? "," : "") + name;
-  return set + '}';
-}
-
-}  // namespace
 
 bool anyMessage(Message const&) {
   return true;

@@ -19,6 +19,7 @@
 #include "findings.hpp"
 #include "identity.hpp"
 #include "input.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "pseudonyms.hpp"
 #include "replies.hpp"
@@ -365,7 +366,7 @@ void describe(CLI::App& command, Options& options) {
                   "network, job; never secrets")
       ->option_text("GROUP,...")
       ->delimiter(',')
-      ->check(CLI::IsMember(keptNames()));
+      ->check(isOneOf(keptNames()));
   command
       .add_option("--map", options.map,
                   "Write which value became which into this file, as\n"

@@ -15,6 +15,7 @@
 #include "messages.hpp"
 #include "output.hpp"
 #include "pipeline.hpp"
+#include "suggest.hpp"
 #include "terminal.hpp"
 
 namespace Kovra::tool {
@@ -189,10 +190,13 @@ unsigned workersOf(ReplyOptions const& options) {
   return options.jobs != 0 ? options.jobs : std::max(1U, std::thread::hardware_concurrency());
 }
 
-/// Empty for the name of a message that is read, else the complaint.
+/// Empty for the name of a message that is read, else the complaint: with all names, or with those
+/// that may have been meant.
 std::string checkMessage(std::string const& name) {
   Refusal const refusal = decode({}, name).refusal();
-  return kindOf(refusal) == "unknown_message" ? refusal.message() : "";
+  if (kindOf(refusal) != "unknown_message") return {};
+  std::string const meant = suggestion(name, messageNames(isReadMessage));
+  return meant.empty() ? refusal.message() : "unknown message \"" + name + "\"." + meant;
 }
 
 }  // namespace

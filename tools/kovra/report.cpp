@@ -12,6 +12,7 @@
 
 #include "findings.hpp"
 #include "input.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 #include "replies.hpp"
 #include "report_fleet.hpp"
@@ -159,7 +160,7 @@ void describe(CLI::App& command, Options& options) {
                   "Replies of one printer have the same name (the\n"
                   "default), folder or input: see below")
       ->option_text("WHAT")
-      ->check(CLI::IsMember({"name", "folder", "input"}));
+      ->check(isOneOf({"name", "folder", "input"}));
   addOutput(command);
   command.footer(R"(One HTML page that needs nothing else and asks the network for nothing: every
 printer with what needs a person, its states, and a bar for each supply and for

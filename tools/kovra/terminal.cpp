@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "characters.hpp"
+#include "one_of.hpp"
 #include "output.hpp"
 
 namespace Kovra::tool {
@@ -68,7 +69,7 @@ void addColor(CLI::App& command) {
           },
           "Colours: auto (default: on a terminal), always or\nnever")
       ->option_text("WHEN")
-      ->check(CLI::IsMember({"auto", "always", "never"}));
+      ->check(isOneOf({"auto", "always", "never"}));
 }
 
 bool isTerminal(int descriptor) {

@@ -50,6 +50,16 @@ printf '%s' "<get_general_status><error></get_general_status>$reply" >in && stre
 printf '%s' "<a b='>$reply" >in && streamed "1- 2+"
 printf '%s' "<a><!-- $declaration$reply" >in && streamed "1- 2+"
 printf '%s' "<a><![CDATA[ $reply$reply" >in && streamed "1- 2+ 3+"
+printf '%s' "<a><!-- $reply<get_general_status><!-- a note --></get_general_status>" >in &&
+  streamed "1- 2+ 3+"
+for ((length = 1; length < ${#declaration}; ++length)); do
+  printf '%s%s' "${declaration:0:length}" "$reply" >in && streamed "1- 2+"
+done
+for cut in '<' '<!' '<!-' '<![CDA' '<?' '</'; do
+  printf '%s%s' "<get_general_status>$cut" "$reply" >in && streamed "1- 2+"
+done
+printf '<get_general_status><error><action name="x"/>%s' "$reply" >in && streamed "1- 2+ 3+"
+printf '%s<get_general_status><error>' "$declaration" >in && streamed "1-"
 printf '<a>\0%s' "$reply" >in && streamed "1- 2+"
 printf '%s\0%s' "$declaration" "$reply" >in && streamed "1- 2+"
 
@@ -94,6 +104,24 @@ for options in "--stream" "--stream -j 2" "--lines" "--lines -j 2"; do
   [[ $(<summary) == "kovra: 3 read, 3 decoded, 0 refused, 0 notes, "*" seconds" ]] ||
     complain "$options: $(<summary)"
 done
+
+# A comment that was cut hides no more than 64 KiB of what follows in an open stream.
+mkfifo pipe
+"$tool" decode --stream --format jsonl <pipe >decoded 2>summary &
+exec 3>pipe
+printf '<a><!-- cut' >&3
+count=$(((1 << 16) / ${#reply} + 1))
+for ((i = 0; i < count; ++i)); do printf '%s' "$reply"; done >&3
+for ((i = 0; i < 100; ++i)); do
+  (($(wc -l <decoded) == count + 1)) && break
+  sleep 0.05
+done
+checks=$((checks + 1))
+[[ $(jq -c .ok decoded | sort | uniq -c | xargs) == "1 false $count true" ]] ||
+  complain "a cut comment" "$(jq -c .ok decoded | sort | uniq -c)"
+exec 3>&-
+wait
+rm pipe
 
 # Several at once give the same bytes, also where the first one is slow.
 {

@@ -22,10 +22,14 @@ using test::noLimit;
 using test::repliesOf;
 using test::Reply;
 
-Texts textsOf(std::string_view input, Division division = Division::reply) {
+Texts textsOf(std::vector<Reply> const& replies) {
   Texts texts;
-  for (Reply const& reply : repliesOf(input, division)) texts.push_back(reply.text);
+  for (Reply const& reply : replies) texts.push_back(reply.text);
   return texts;
+}
+
+Texts textsOf(std::string_view input, Division division = Division::reply) {
+  return textsOf(repliesOf(input, division));
 }
 
 /// The same replies are found wherever the input is cut, and where each byte comes alone.
@@ -92,6 +96,146 @@ TEST(ReplyStream, IsTheSameHoweverItArrives) {
   }
 }
 
+/// What is found behind a reply that was cut, in one piece and in others.
+void expectFoundBehind(std::string const& cut, Texts const& next) {
+  std::string input = cut;
+  for (std::string const& reply : next) input += reply;
+  Texts expected = next;
+  expected.insert(expected.begin(), cut);
+  EXPECT_EQ(textsOf(input), expected) << input;
+  expectTheSameInPieces(input);
+}
+
+constexpr char status[] = "<get_general_status><error>1</error></get_general_status>";
+
+TEST(ReplyStream, FindsWhatFollowsACutBeginningOfMarkup) {
+  for (std::string const before :
+       {"", "<a>", "<get_general_status><error>1", "<?xml version='1.0'?>"}) {
+    for (char const* const markup :
+         {"<", "</", "</erro", "<!", "<!-", "<![", "<![CDA", "<!DOCTYPE x", "<?", "<?x"}) {
+      expectFoundBehind(before + markup, {status});
+      expectFoundBehind(before + markup, {std::string(declaration) + "<b/>", status});
+    }
+  }
+}
+
+TEST(ReplyStream, FindsWhatFollowsACutDeclaration) {
+  std::string const declared = std::string(declaration) + "<b/>";
+  for (std::size_t length = 1; length < std::string_view(declaration).size(); ++length) {
+    std::string const cut(declaration, length);
+    expectFoundBehind(cut, {status});
+    expectFoundBehind(cut, {declared, "<b/>"});
+  }
+}
+
+/// All roots, where no reply holds one of them in an element of that name.
+TEST(ReplyStream, FindsRootsThatAreElementsOfOtherReplies) {
+  std::string const action = "<action name=\"x\"/>";
+  std::string const request = "<secure_action_request>" + action + "</secure_action_request>";
+  expectFoundBehind("<get_general_status><error>", {action, request});
+  expectFoundBehind("<get_general_status x='", {action, request});
+  expectFoundBehind("<get_gener", {action, request});
+  expectFoundBehind("<action><x>", {action});
+  EXPECT_EQ(textsOf(request + request), (Texts{request, request}));
+  // A request may hold it, and what else does is not known of other roots.
+  for (std::string const root : {"secure_action_request", "a"}) {
+    std::string const broken = "<" + root + "><b>" + action;
+    EXPECT_EQ(textsOf(broken + status), (Texts{broken, status}));
+    std::string const odd = "<" + root + " x='<'>" + action + "</" + root + ">";
+    EXPECT_EQ(textsOf(odd), Texts{odd});
+    expectTheSameInPieces(odd + broken + status);
+  }
+}
+
+struct Quoting {
+  std::string opening;
+  std::string ending;
+};
+
+Quoting const quotings[] = {{"<!-- ", "-->"}, {"<![CDATA[", "]]>"}, {"<?x ", "?>"}};
+
+/// A whole reply, and the end of another, which are neither.
+TEST(ReplyStream, LeavesQuotedRepliesAlone) {
+  for (Quoting const& quoting : quotings) {
+    std::string const quoted = quoting.opening + status + status + "</a><!DOCTYPE" + quoting.ending;
+    std::string const inside = "<a>" + quoted + quoted + "</a>";
+    EXPECT_EQ(textsOf(inside + status), (Texts{inside, status}));
+    expectTheSameInPieces(inside + status);
+    std::string const before = quoted + quoted + "<a></a>";
+    EXPECT_EQ(textsOf(before + status), (Texts{before, status}));
+    expectTheSameInPieces(before + status);
+  }
+}
+
+/// A reply that holds a comment cannot be quoted in one.
+TEST(ReplyStream, EndsACutCommentWhereTheNextReplyHasOne) {
+  for (Quoting const& quoting : quotings) {
+    std::string const note = quoting.opening + "note" + quoting.ending;
+    std::string const noted = "<get_general_status>" + note + "</get_general_status>";
+    for (char const* const before : {"", "<a>", "<get_general_status>"}) {
+      expectFoundBehind(before + (quoting.opening + "cut "), {noted, status});
+      expectFoundBehind(before + (quoting.opening + "cut "), {status, noted, status});
+      expectFoundBehind(before + (quoting.opening + quoting.opening),
+                        {declaration + noted, status});
+    }
+  }
+}
+
+/// The replies that are found while the input stays open.
+Texts foundInOpen(std::string const& input) {
+  struct Waits {};
+  std::size_t fed = 0;
+  test::FedPipe pipe(input, [&] {
+    std::size_t const size = std::min<std::size_t>(input.size() - fed, 1 << 15);
+    fed += size;
+    return size;
+  });
+  ReplyStream stream(pipe.path(), Division::reply, noLimit, [&] {
+    if (fed == input.size()) throw Waits();
+    pipe.feed();
+  });
+  Texts found;
+  try {
+    for (ReplyStream::Item item; stream.next(item);) found.emplace_back(item.text);
+    ADD_FAILURE() << "ends";
+  } catch (Waits const&) {
+  }
+  return found;
+}
+
+TEST(ReplyStream, GivesUpACommentThatGoesOnForLong) {
+  for (Quoting const& quoting : quotings) {
+    std::string const cut = "<get_general_status>" + quoting.opening + std::string(100000, 'x');
+    std::string input = cut;
+    std::size_t count = 0;
+    for (; input.size() <= cut.size() + Splitter::longestQuotation; ++count) input += status;
+    Texts const found = foundInOpen(input);
+    ASSERT_EQ(found.size(), 1 + count);
+    EXPECT_EQ(found.front(), cut);
+    EXPECT_EQ(found[1], status);
+    EXPECT_EQ(found.back(), status);
+  }
+}
+
+/// Up to the last byte it may end, however it arrives.
+TEST(ReplyStream, KnowsHowLongAQuotationMayBe) {
+  for (Quoting const& quoting : quotings) {
+    std::string const before = "<a>" + quoting.opening;
+    std::size_t const filling =
+        Splitter::longestQuotation - quoting.ending.size() + 1 - std::string_view(status).size();
+    for (std::size_t const surplus : {0U, 1U}) {
+      std::string const quoted = status + std::string(filling + surplus, 'x') + quoting.ending;
+      std::string const input = before + quoted + "</a>" + status;
+      Texts const whole = textsOf(input);
+      EXPECT_EQ(whole.front(), surplus == 0 ? before + quoted + "</a>" : before);
+      EXPECT_EQ(whole.back(), status);
+      for (std::size_t const size : {1U, 4096U}) {
+        EXPECT_EQ(textsOf(repliesOf(input, Division::reply, noLimit, [=] { return size; })), whole);
+      }
+    }
+  }
+}
+
 TEST(ReplyStream, TellsOfLargeRepliesOnceAndGoesOn) {
   std::string const large = "<a>" + std::string(100, 'x') + "</a>";
   std::string const next = std::string(declaration) + "<b/>";
@@ -101,6 +245,39 @@ TEST(ReplyStream, TellsOfLargeRepliesOnceAndGoesOn) {
   expectTheSameInPieces(large + large, Division::reply, 60);
   expectTheSameInPieces(large + '\0' + next, Division::reply, 60);
   expectTheSameInPieces(large + "<d/>" + next, Division::reply, 60);
+}
+
+/// Its own root is no other reply's, whether it is cut or too large.
+TEST(ReplyStream, TellsOnceOfWhatHasNoEnd) {
+  std::string const begun = std::string(declaration) + "\n<!-- x --><get_general_status>";
+  for (char const* const rest :
+       {"", "<error>1", "<!-- ", "<error x='", "<![CDATA[ <!-- --> ]]></err"}) {
+    EXPECT_EQ(textsOf(begun + rest), Texts{begun + rest});
+    expectTheSameInPieces(begun + rest);
+    std::string const large = begun + rest + std::string(300, 'x');
+    std::vector<Reply> const expected = {{"", 1, true}, {status, 2, false}};
+    EXPECT_EQ(repliesOf(large + status, Division::reply, 150), expected) << large;
+    expectTheSameInPieces(large + status, Division::reply, 150);
+  }
+}
+
+/// Some bytes more than the limit are looked at, and each may be the last one.
+TEST(ReplyStream, KnowsWhatIsTooLargeToTheByte) {
+  using namespace std::string_view_literals;
+  for (std::size_t filling = 0; filling < 100; ++filling) {
+    std::string const x(filling, 'x');
+    std::string const blanks(filling, ' ');
+    for (std::string const& large :
+         {"<a>" + x + "</a>", "<a>" + x, "<!--" + x + "-->" + blanks, "<?xml " + x, x + "<",
+          "<get_general_status " + x, "<a><!-- <get_general_status>" + x}) {
+      for (std::string_view const next : {"<get_free_ram/>"sv, "\0<b/>"sv, "<?xml?><b/>"sv, ""sv}) {
+        std::string const input = large + std::string(next);
+        std::vector<Reply> const whole = repliesOf(input, Division::reply, 20);
+        EXPECT_EQ(repliesOf(input, Division::reply, 20, [] { return 1; }), whole) << input;
+        EXPECT_EQ(repliesOf(input, Division::reply, 20, [] { return 7; }), whole) << input;
+      }
+    }
+  }
 }
 
 TEST(ReplyStream, CountsNoBlanksInFront) {
@@ -188,6 +365,53 @@ TEST(ReplyStream, TakesLongPiecesOfMarkup) {
   EXPECT_EQ(countOf("<!--" + filling), 1U);
   EXPECT_EQ(countOf("<a><![CDATA[" + filling), 1U);
   EXPECT_EQ(countOf("<?" + filling), 1U);
+}
+
+struct LongMarkup {
+  std::string begin;
+  std::string end;
+  /// What would end it, or begin something else.
+  std::string change = "' --> ]]> ?> /> <?xml?><get_general_status/></a><";
+};
+
+LongMarkup const longMarkups[] = {
+    {"<a", "/>"},
+    {"<a><b", "/></a>"},
+    {"<a><b ", "/></a>"},
+    {"<a><b x='", "'/></a>"},
+    {"<a></", "></a>"},
+    {"<a>", "</a>"},
+    {"<a><!-- ", "--></a>"},
+    {"<!-- <get_general_status/>", "--><a/>"},
+    {"<a><![CDATA[ ", "]]></a>"},
+    {"<?", " ?><a/>", " / = \"/"},  // whose end is looked for when its name is known
+    {"<?x ", "?><a/>"},
+    {"<?xml ", "?><a/>"},
+    {"<!x", "><a/>"},
+};
+
+/// So what was looked at may change: it takes linear time.
+TEST(Splitter, LooksAtNoByteTwice) {
+  constexpr std::size_t length = 1000;
+  for (LongMarkup const& markup : longMarkups) {
+    std::string text = markup.begin + std::string(length, 'x');
+    Splitter splitter;
+    EXPECT_FALSE(splitter.look(text, false).isWhole) << markup.begin;
+    text.replace(markup.begin.size() + length / 2, markup.change.size(), markup.change);
+    EXPECT_FALSE(splitter.look(text + "xx", false).isWhole) << markup.begin;
+    text += "xx" + markup.end;
+    EXPECT_EQ(splitter.look(text, false).length, text.size()) << markup.begin;
+  }
+}
+
+TEST(Splitter, LooksAtNoJunkTwice) {
+  for (char const* const begin : {"junk", "<1", "< "}) {
+    std::string text = begin + std::string(1000, 'x');
+    Splitter splitter;
+    EXPECT_FALSE(splitter.look(text, false).isWhole) << begin;
+    text[500] = '<';
+    EXPECT_EQ(splitter.look(text + "x<a/>", false).length, text.size() + 1) << begin;
+  }
 }
 
 TEST(ReplyStream, TakesManyPiecesOfMarkup) {

@@ -36,11 +36,6 @@ constexpr std::array<bool, 256> nameEnders = [] {
   return all;
 }();
 
-std::size_t nameEnd(std::string_view bytes, std::size_t from) {
-  while (from < bytes.size() && !nameEnders[static_cast<unsigned char>(bytes[from])]) ++from;
-  return from;
-}
-
 std::size_t find(std::string_view bytes, char letter, std::size_t from) {
   if (from >= bytes.size()) return npos;
   void const* const found = std::memchr(bytes.data() + from, letter, bytes.size() - from);
@@ -48,8 +43,6 @@ std::size_t find(std::string_view bytes, char letter, std::size_t from) {
              ? npos
              : static_cast<std::size_t>(static_cast<char const*>(found) - bytes.data());
 }
-
-enum class Answer { no, yes, later };
 
 /// Does `text` stand at `at`? Later, where that depends on bytes that are not there yet.
 Answer stands(std::string_view text, std::string_view bytes, std::size_t at) {
@@ -80,59 +73,124 @@ void addNames(ElementDescription const& around, std::set<std::string>& names) {
   }
 }
 
-/// The roots of replies that are the name of nothing else.
-std::vector<std::string> unmistakableRoots() {
-  std::set<std::string> inner;
-  std::set<std::string> roots;
-  for (Message const& message : messages()) {
-    addNames(message.root(), inner);
-    for (std::string& root : message.roots()) roots.insert(std::move(root));
-  }
-  std::vector<std::string> unmistakable;
-  std::set_difference(roots.begin(), roots.end(), inner.begin(), inner.end(),
-                      std::back_inserter(unmistakable));
-  return unmistakable;
+bool endsName(char letter) {
+  return nameEnders[static_cast<unsigned char>(letter)];
 }
 
 }  // namespace
 
-// Where replies end.
+// Roots of replies.
+
+/// The names of all roots. Some are the names of inner elements as well: a root shows that the next
+/// reply has begun where the one at hand cannot hold it.
+class Roots {
+ public:
+  /// The roots that a reply may hold.
+  using Inner = std::vector<bool>;
+
+  static Roots const& all();
+
+  /// npos for what is none.
+  std::size_t find(std::string_view name) const;
+  std::size_t longest() const { return longest_; }
+  /// A reply of an unknown root may hold what any other does.
+  Inner const& inside(std::string_view root) const;
+  Inner const& nothing() const { return nothing_; }
+
+ private:
+  Roots();
+  void addInner(Message const& message);
+  std::uint64_t& lengthsOf(char first) { return lengths_[static_cast<unsigned char>(first)]; }
+
+  std::vector<std::string> names_;            ///< sorted
+  std::array<std::uint64_t, 256> lengths_{};  ///< that they have, by their first letter
+  std::size_t longest_ = 0;
+  std::vector<Inner> inside_;  ///< replies of each root
+  Inner anywhere_;
+  Inner nothing_;
+};
+
+Roots const& Roots::all() {
+  static Roots const only;
+  return only;
+}
 
 /// Most names differ from all roots in their first letter or their length.
-Splitter::Splitter() : roots_(unmistakableRoots()) {
-  for (std::string const& root : roots_) lengthsOf(root.front()) |= lengthBit(root);
+Roots::Roots() {
+  std::set<std::string> names;
+  for (Message const& message : messages()) {
+    for (std::string& root : message.roots()) names.insert(std::move(root));
+  }
+  names_.assign(names.begin(), names.end());
+  for (std::string const& name : names_) {
+    lengthsOf(name.front()) |= lengthBit(name);
+    longest_ = std::max(longest_, name.size());
+  }
+  anywhere_ = nothing_ = Inner(names_.size());
+  inside_.assign(names_.size(), nothing_);
+  for (Message const& message : messages()) addInner(message);
 }
 
-std::uint64_t& Splitter::lengthsOf(char first) {
-  return lengths_[static_cast<unsigned char>(first)];
+void Roots::addInner(Message const& message) {
+  std::set<std::string> inner;
+  addNames(message.root(), inner);
+  for (std::string const& name : inner) {
+    std::size_t const index = find(name);
+    if (index == npos) continue;
+    anywhere_[index] = true;
+    for (std::string const& root : message.roots()) inside_[find(root)][index] = true;
+  }
 }
 
-bool Splitter::isRoot(std::string_view name) {
-  if (name.empty() || (lengthsOf(name.front()) & lengthBit(name)) == 0) return false;
-  return std::binary_search(roots_.begin(), roots_.end(), name, std::less<>());
+std::size_t Roots::find(std::string_view name) const {
+  if (name.empty()) return npos;
+  if ((lengths_[static_cast<unsigned char>(name.front())] & lengthBit(name)) == 0) return npos;
+  auto const place = std::lower_bound(names_.begin(), names_.end(), name);
+  if (place == names_.end() || *place != name) return npos;
+  return static_cast<std::size_t>(place - names_.begin());
+}
+
+Roots::Inner const& Roots::inside(std::string_view root) const {
+  std::size_t const index = find(root);
+  return index == npos ? anywhere_ : inside_[index];
+}
+
+// Where replies end.
+
+Splitter::Splitter() : roots_(Roots::all()) {
+  restart();
 }
 
 Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
   found_ = {};
   while (!found_.isWhole && step(bytes)) {
   }
-  if (found_.isWhole || !isAll) return found_;
-  std::size_t const next = nextBegin(bytes, 1);
-  endAt(std::min(next, bytes.size()));
+  if (!found_.isWhole && isAll) endAt(std::min(nextBegin(bytes, certain()), bytes.size()));
   return found_;
 }
 
-std::size_t Splitter::nextBegin(std::string_view bytes, std::size_t from) {
+std::size_t Splitter::nextBegin(std::string_view bytes, std::size_t from) const {
   for (std::size_t at = from; (at = find(bytes, '<', at)) != npos; ++at) {
-    if (isRootThere(bytes, at) || declarationStands(bytes, at) == Answer::yes) return at;
+    if (begins(bytes, at) == Answer::yes) return at;
   }
   return npos;
 }
 
-bool Splitter::isRootThere(std::string_view bytes, std::size_t at) {
-  std::size_t const end = nameEnd(bytes, at + 1);
-  if (end == bytes.size()) return false;
-  return isRoot(bytes.substr(at + 1, end - at - 1));
+/// Is this a root that the reply at hand cannot hold?
+bool Splitter::isNext(std::string_view name) const {
+  std::size_t const index = roots_.find(name);
+  return index != npos && !(*inner_)[index];
+}
+
+/// Does another reply begin at the bracket at `at`?
+Answer Splitter::begins(std::string_view bytes, std::size_t at) const {
+  Answer const declared = declarationStands(bytes, at);
+  if (declared != Answer::no) return declared;
+  std::string_view const name = bytes.substr(at + 1, roots_.longest() + 1);
+  auto const* const end = std::find_if(name.begin(), name.end(), endsName);
+  if (end == name.end()) return name.size() > roots_.longest() ? Answer::no : Answer::later;
+  return isNext(name.substr(0, static_cast<std::size_t>(end - name.begin()))) ? Answer::yes
+                                                                              : Answer::no;
 }
 
 /// Goes one piece of markup further; false where more bytes are needed.
@@ -144,8 +202,7 @@ bool Splitter::step(std::string_view bytes) {
   return at_ + 1 < bytes.size() && markup(bytes);
 }
 
-/// Before the root there are blanks and markup; anything else is a reply of its own, as far as the
-/// next markup.
+/// Before the root there are blanks and markup; anything else is a reply of its own.
 bool Splitter::prolog(std::string_view bytes) {
   constexpr std::string_view mark = "\xef\xbb\xbf";
   Answer const marked = stands(mark, bytes, at_);
@@ -153,76 +210,116 @@ bool Splitter::prolog(std::string_view bytes) {
   if (marked == Answer::later && at_ < bytes.size()) return false;
   while (at_ < bytes.size() && isBlank(bytes[at_])) ++at_;
   if (at_ == bytes.size()) return false;
-  if (bytes[at_] == '<') return true;
-  std::size_t const next = find(bytes, '<', at_);
-  return next != npos && endAt(next);
+  return bytes[at_] == '<' || junk(bytes, at_);
+}
+
+/// As far as the next markup.
+bool Splitter::junk(std::string_view bytes, std::size_t from) {
+  bracket_ = std::min(find(bytes, '<', std::max(from, bracket_)), bytes.size());
+  return bracket_ < bytes.size() && endAt(bracket_);
 }
 
 bool Splitter::markup(std::string_view bytes) {
   char const second = bytes[at_ + 1];
   if (second == '/') return endTag(bytes);
-  if (second == '?') {
-    Answer const declared = declarationStands(bytes, at_);
-    if (declared == Answer::later) return false;
-    if (declared == Answer::yes && (isInside_ || hasMarkup_)) return endAt(at_);
-    if (!pass(bytes, instruction_)) return false;
-    hasMarkup_ |= declared == Answer::yes;
-    return true;
-  }
-  if (second == '!') {
-    Answer const isComment = stands("<!--", bytes, at_);
-    Answer const isData = stands("<![CDATA[", bytes, at_);
-    if (isComment == Answer::later || isData == Answer::later) return false;
-    return pass(bytes, isComment == Answer::yes ? comment_
-                       : isData == Answer::yes  ? data_
-                                                : declaration_);
-  }
+  if (second == '?') return instruction(bytes);
+  if (second == '!') return declaration(bytes);
   if (beginsName(second)) return startTag(bytes);
-  hasMarkup_ = true;
-  ++at_;
+  return isInside_ ? goOn(at_ + 1) : junk(bytes, at_ + 1);
+}
+
+bool Splitter::instruction(std::string_view bytes) {
+  Answer const declared = declarationStands(bytes, at_);
+  if (declared == Answer::later) return false;
+  if (declared == Answer::yes && (isInside_ || isDeclared_)) return endAt(at_);
+  if (!findNameEnd(bytes, at_ + 2)) return false;
+  if (bytes[nameEnd_] == '<') return cutAt(nameEnd_);
+  if (!pass(bytes, declared == Answer::yes ? xmlDeclaration_ : instruction_)) return false;
+  isDeclared_ |= declared == Answer::yes && !found_.isWhole;
   return true;
 }
 
-/// Goes behind what ends the markup at hand.
-bool Splitter::pass(std::string_view bytes, Ending& ending) {
-  std::size_t const from = std::max(at_ + 2, ending.searched);
-  std::size_t const found = bytes.find(ending.text, from);
-  if (found == npos) {
-    ending.searched = std::max(from, bytes.size() - std::min(bytes.size(), ending.text.size() - 1));
-    return false;
+bool Splitter::declaration(std::string_view bytes) {
+  Answer const isComment = stands(comment_.opening, bytes, at_);
+  Answer const isData = stands(data_.opening, bytes, at_);
+  if (isComment == Answer::later || isData == Answer::later) return false;
+  return pass(bytes, isComment == Answer::yes ? comment_
+                     : isData == Answer::yes  ? data_
+                                              : declaration_);
+}
+
+/// Goes behind the construct at hand, or where it was cut.
+bool Splitter::pass(std::string_view bytes, Construct& construct) {
+  std::string_view const ending = construct.ending;
+  std::size_t const from = std::max(at_ + 2, construct.searched);
+  std::size_t const found = bytes.find(ending, from);
+  bool const isEnded = found != npos;
+  construct.searched =
+      isEnded ? found : std::max(from, bytes.size() - std::min(bytes.size(), ending.size() - 1));
+  // Of an ending that is there the last byte is left out: as much is looked at before it comes.
+  std::size_t const cut =
+      cutOf(bytes.substr(0, isEnded ? found + ending.size() - 1 : npos), construct);
+  if (cut != npos) return cutAt(cut);
+  return isEnded && goOn(found + ending.size());
+}
+
+/// Where a construct with all these bytes was cut; npos where nothing shows that it was.
+std::size_t Splitter::cutOf(std::string_view bytes, Construct const& construct) {
+  for (bracket_ = std::max(bracket_, at_ + 1);; ++bracket_) {
+    bracket_ = std::min(find(bytes, '<', bracket_), bytes.size());
+    if (quoted_ != npos && bracket_ - quoted_ > longestQuotation) return quoted_;
+    if (bracket_ == bytes.size()) return npos;
+    if (!construct.isQuoting) return bracket_;
+    Answer const begun = quoted_ == npos ? begins(bytes, bracket_) : Answer::no;
+    if (begun == Answer::yes) quoted_ = bracket_;
+    Answer const opens = quoted_ == npos ? Answer::no : stands(construct.opening, bytes, bracket_);
+    if (opens == Answer::yes) return quoted_;
+    if (begun == Answer::later || opens == Answer::later) return npos;
   }
-  ending.searched = found;
-  at_ = found + ending.text.size();
-  return true;
 }
 
 bool Splitter::startTag(std::string_view bytes) {
-  std::size_t const behind = nameEnd(bytes, at_ + 1);
-  if (behind == bytes.size()) return false;
-  std::string_view const name = bytes.substr(at_ + 1, behind - at_ - 1);
-  if (isInside_ && isRoot(name)) return endAt(at_);
-  std::size_t const end = tagEnd(bytes, behind);
-  if (end == npos) return false;
-  bool const isClosed = bytes[end] == '>' && bytes[end - 1] == '/';
-  if (!isInside_) root_ = name;
+  if (!findNameEnd(bytes, at_ + 1)) return false;
+  std::string_view const name = bytes.substr(at_ + 1, nameEnd_ - at_ - 1);
+  if (isInside_ && isNext(name)) return endAt(at_);
+  if (!findTagEnd(bytes)) return false;
+  bool const isWhole = bytes[tagEnd_] == '>';
+  bool const isClosed = isWhole && bytes[tagEnd_ - 1] == '/';
+  std::size_t const behind = tagEnd_ + (isWhole ? 1 : 0);
+  if (!isInside_) {
+    root_ = name;
+    // What was cut within its root's tag holds nothing. A bracket in a value cuts none.
+    bool const isCut = !isWhole && quote_ == '\0';
+    inner_ = isCut ? &roots_.nothing() : &roots_.inside(name);
+    if (isClosed) return endAt(behind);
+  }
   if (name == root_ && !isClosed) ++open_;
-  at_ = bytes[end] == '>' ? end + 1 : end;
-  tagAt_ = 0;
-  if (!isInside_ && isClosed) return endAt(at_);
   isInside_ = true;
-  return true;
+  return goOn(behind);
 }
 
-/// Of the bracket that ends the tag; in a broken one, of that which begins the next. A value that
-/// holds one has lost its quote.
-std::size_t Splitter::tagEnd(std::string_view bytes, std::size_t from) {
-  if (tagAt_ < from) {
-    tagAt_ = from;
-    quote_ = '\0';
-  }
-  for (; tagAt_ < bytes.size(); ++tagAt_) {
-    char const letter = bytes[tagAt_];
-    if (letter == '<' || (letter == '>' && quote_ == '\0')) return tagAt_;
+bool Splitter::endTag(std::string_view bytes) {
+  if (!findNameEnd(bytes, at_ + 2) || !findTagEnd(bytes)) return false;
+  std::string_view const name = bytes.substr(at_ + 2, nameEnd_ - at_ - 2);
+  std::size_t const behind = tagEnd_ + (bytes[tagEnd_] == '>' ? 1 : 0);
+  bool const closesRoot = isInside_ && name == root_ && --open_ == 0;
+  return closesRoot || !isInside_ ? endAt(behind) : goOn(behind);
+}
+
+/// Of the name that begins at `from`; false where it is not there yet.
+bool Splitter::findNameEnd(std::string_view bytes, std::size_t from) {
+  std::size_t end = std::max(nameEnd_, from);
+  while (end < bytes.size() && !endsName(bytes[end])) ++end;
+  nameEnd_ = end;
+  return end < bytes.size();
+}
+
+/// The bracket that ends the tag; in a broken one, that which begins the next. A value that holds
+/// one has lost its quote.
+bool Splitter::findTagEnd(std::string_view bytes) {
+  for (tagEnd_ = std::max(tagEnd_, nameEnd_); tagEnd_ < bytes.size(); ++tagEnd_) {
+    char const letter = bytes[tagEnd_];
+    if (letter == '<' || (letter == '>' && quote_ == '\0')) return true;
     if (letter != '"' && letter != '\'') continue;
     if (quote_ == '\0') {
       quote_ = letter;
@@ -230,20 +327,26 @@ std::size_t Splitter::tagEnd(std::string_view bytes, std::size_t from) {
       quote_ = '\0';
     }
   }
-  return npos;
+  return false;
 }
 
-bool Splitter::endTag(std::string_view bytes) {
-  std::size_t const behind = nameEnd(bytes, at_ + 2);
-  if (behind == bytes.size()) return false;
-  std::string_view const name = bytes.substr(at_ + 2, behind - at_ - 2);
-  std::size_t const end = tagEnd(bytes, behind);
-  if (end == npos) return false;
-  std::size_t const next = bytes[end] == '>' ? end + 1 : end;
-  tagAt_ = 0;
-  bool const closesRoot = isInside_ && name == root_ && --open_ == 0;
-  if (closesRoot || !isInside_) return endAt(next);
-  at_ = next;
+/// Behind the markup at hand. Always true.
+bool Splitter::goOn(std::size_t at) {
+  at_ = at;
+  nameEnd_ = tagEnd_ = bracket_ = 0;
+  quoted_ = npos;
+  quote_ = '\0';
+  return true;
+}
+
+/// What was cut before its root is a reply of its own.
+bool Splitter::cutAt(std::size_t at) {
+  return isInside_ ? goOn(at) : endAt(at);
+}
+
+bool Splitter::endAt(std::size_t length) {
+  found_ = {true, length};
+  restartBehind(length);
   return true;
 }
 
@@ -253,17 +356,14 @@ void Splitter::restart() {
 
 /// What was searched in vain stays searched.
 void Splitter::restartBehind(std::size_t length) {
-  at_ = open_ = tagAt_ = 0;
-  isInside_ = hasMarkup_ = false;
-  for (Ending* const ending : {&comment_, &data_, &instruction_, &declaration_}) {
-    ending->searched -= std::min(ending->searched, length);
+  goOn(0);
+  open_ = 0;
+  isInside_ = isDeclared_ = false;
+  inner_ = &roots_.nothing();
+  for (Construct* const construct :
+       {&comment_, &data_, &instruction_, &xmlDeclaration_, &declaration_}) {
+    construct->searched -= std::min(construct->searched, length);
   }
-}
-
-bool Splitter::endAt(std::size_t length) {
-  found_ = {true, length};
-  restartBehind(length);
-  return true;
 }
 
 // Replies of an input.
@@ -317,7 +417,8 @@ bool isNothing(std::string_view text) {
 }  // namespace
 
 /// Whether a reply is too large does not depend on how much of it is there at once: it is known
-/// when more is there than the limit and what it may take to see that the next one has begun.
+/// when more is there than the limit and what it may take to see that the next one has begun, and
+/// no more than that is looked at.
 bool ReplyStream::nextReply(Item& item) {
   for (;;) {
     skipBlanks();
@@ -331,15 +432,17 @@ bool ReplyStream::nextReply(Item& item) {
       continue;
     }
     bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > longestBeginning;
-    Splitter::Found const found = splitter_.look(bytes, isAll && !isLong);
-    if (found.isWhole ? found.length > limit_ : isLong) return passOver(item);
+    std::size_t const shown = isLong ? limit_ + longestBeginning + 1 : npos;
+    Splitter::Found const found = splitter_.look(bytes.substr(0, shown), isAll && !isLong);
     if (!found.isWhole) {
+      if (isLong) return passOver(item, std::min(splitter_.certain(), shown));
       fill();
       continue;
     }
     bool const isLast = isAll && found.length == bytes.size();
-    bool const isReply = !isLast || !isNothing(bytes);
-    if (isReply) item = {bytes.substr(0, found.length), ++number_, false};
+    bool const isTooLarge = found.length > limit_;
+    bool const isReply = isTooLarge || !isLast || !isNothing(bytes);
+    if (isReply) item = {bytes.substr(0, isTooLarge ? 0 : found.length), ++number_, isTooLarge};
     drop(found.length + (isLast && zero != npos ? 1 : 0));
     isBegun_ = false;
     if (isReply) return true;
@@ -356,12 +459,11 @@ void ReplyStream::skipBlanks() {
   isBegun_ = !text.empty();
 }
 
-/// Tells of a reply that is too large, of which more is to come.
-bool ReplyStream::passOver(Item& item) {
+/// Tells of a reply that is too large, of which more is to come behind `length` bytes.
+bool ReplyStream::passOver(Item& item, std::size_t length) {
   item = {{}, ++number_, true};
   isPassing_ = true;
-  drop(1);
-  splitter_.restart();
+  drop(length);
   return true;
 }
 
@@ -374,6 +476,7 @@ void ReplyStream::pass(std::string_view bytes, bool isAll) {
     return;
   }
   drop(next == npos ? std::min(bytes.size() + 1, rest().size()) : next);
+  splitter_.restart();
   isBegun_ = false;
 }
 

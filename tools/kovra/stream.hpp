@@ -4,9 +4,7 @@
 #ifndef KOVRA_TOOL_STREAM_HPP
 #define KOVRA_TOOL_STREAM_HPP
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -16,12 +14,29 @@
 
 namespace Kovra::tool {
 
+class Roots;
+
+/// Later: it depends on bytes that are not there yet.
+enum class Answer { no, yes, later };
+
 /// Tells where a reply ends and the next one begins, without judging it. A document ends with the
 /// end tag of its root; one that is broken ends where a NUL byte, an XML declaration or the root of
 /// another reply shows that the next one has begun.
+///
+/// A comment, a CDATA section and an instruction may quote all that, so what such a construct holds
+/// shows nothing before it ends. One that was cut never does, and would hide all replies to come.
+/// It ends where it seems to quote a reply when
+/// - it opens once more behind that: a text with such a construct cannot be quoted in one;
+/// - it goes on for longestQuotation bytes behind that;
+/// - there is nothing more of it: a NUL byte, the end of the input, or more than a reply may have.
+/// None of these depends on how the bytes arrive, and each keeps the next reply waiting for a
+/// bounded number of them.
 class Splitter {
  public:
   Splitter();
+
+  /// So much may follow, within a comment or its like, on what begins a reply.
+  static constexpr std::size_t longestQuotation = 1 << 16;
 
   /// What is known of a reply from its bytes so far.
   struct Found {
@@ -33,46 +48,63 @@ class Splitter {
   /// to follow where `isAll`; then what is there is whole.
   Found look(std::string_view bytes, bool isAll);
 
+  /// So many of the bytes that it looked at belong to this reply, whatever follows.
+  std::size_t certain() const { return isInside_ ? at_ : at_ + 1; }
+
   /// Where the next reply may begin, from `from` on; npos when it is not there yet.
-  std::size_t nextBegin(std::string_view bytes, std::size_t from);
+  std::size_t nextBegin(std::string_view bytes, std::size_t from) const;
 
   /// Forgets what it was shown.
   void restart();
 
  private:
-  /// The next place of a text that ends something. A search that was in vain is not done again.
-  struct Ending {
-    std::string_view text;
-    std::size_t searched = 0;  ///< it stands nowhere before
+  /// What goes on until a text that ends it.
+  struct Construct {
+    std::string_view opening;
+    std::string_view ending;
+    bool isQuoting;            ///< else a bracket in it shows that it was cut
+    std::size_t searched = 0;  ///< the ending stands nowhere before; this is not searched again
   };
 
   bool step(std::string_view bytes);
   bool prolog(std::string_view bytes);
+  bool junk(std::string_view bytes, std::size_t from);
   bool markup(std::string_view bytes);
+  bool instruction(std::string_view bytes);
+  bool declaration(std::string_view bytes);
   bool startTag(std::string_view bytes);
   bool endTag(std::string_view bytes);
-  bool pass(std::string_view bytes, Ending& ending);
+  bool pass(std::string_view bytes, Construct& construct);
+  std::size_t cutOf(std::string_view bytes, Construct const& construct);
+  bool goOn(std::size_t at);
+  bool cutAt(std::size_t at);
   bool endAt(std::size_t length);
   void restartBehind(std::size_t length);
-  std::size_t tagEnd(std::string_view bytes, std::size_t from);
-  std::uint64_t& lengthsOf(char first);
-  bool isRoot(std::string_view name);
-  bool isRootThere(std::string_view bytes, std::size_t at);
+  bool findNameEnd(std::string_view bytes, std::size_t from);
+  bool findTagEnd(std::string_view bytes);
+  bool isNext(std::string_view name) const;
+  Answer begins(std::string_view bytes, std::size_t at) const;
 
-  std::vector<std::string> roots_;            ///< those that stand in no reply, sorted
-  std::array<std::uint64_t, 256> lengths_{};  ///< that they have, by their first letter
-  std::size_t at_ = 0;                        ///< everything before was looked at
-  bool isInside_ = false;                     ///< behind the root's start tag
-  bool hasMarkup_ = false;                    ///< before it: a declaration, a comment
+  Roots const& roots_;
+  std::vector<bool> const* inner_;  ///< roots that the reply at hand may hold as well
+  std::size_t at_ = 0;              ///< everything before was looked at
+  bool isInside_ = false;           ///< behind the root's start tag
+  bool isDeclared_ = false;
   std::string root_;
-  std::size_t open_ = 0;   ///< elements of the root's name that are open
-  std::size_t tagAt_ = 0;  ///< how much of the tag at hand was looked at, where it is not all there
-  char quote_ = '\0';      ///< that is open in it
+  std::size_t open_ = 0;  ///< elements of the root's name that are open
+  // Of the markup at hand, where it is not all there: how much of it was looked at for what it is
+  // about, so that it is not looked at again.
+  std::size_t nameEnd_ = 0;
+  std::size_t tagEnd_ = 0;
+  std::size_t bracket_ = 0;  ///< or of junk
+  std::size_t quoted_;       ///< what begins a reply in it; npos: nothing
+  char quote_ = '\0';        ///< that is open in a tag
   Found found_;
-  Ending comment_{"-->"};
-  Ending data_{"]]>"};
-  Ending instruction_{"?>"};
-  Ending declaration_{">"};
+  Construct comment_{"<!--", "-->", true};
+  Construct data_{"<![CDATA[", "]]>", true};
+  Construct instruction_{"<?", "?>", true};
+  Construct xmlDeclaration_{"<?xml", "?>", false};
+  Construct declaration_{"<!", ">", false};
 };
 
 /// How an input is divided.
@@ -104,7 +136,7 @@ class ReplyStream {
   bool nextReply(Item& item);
   bool nextLine(Item& item);
   void skipBlanks();
-  bool passOver(Item& item);
+  bool passOver(Item& item, std::size_t length);
   void pass(std::string_view bytes, bool isAll);
   std::string_view unquoted(std::string_view line);
   void fill();

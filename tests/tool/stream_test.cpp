@@ -108,6 +108,28 @@ void expectFoundBehind(std::string const& cut, Texts const& next) {
 
 constexpr char status[] = "<get_general_status><error>1</error></get_general_status>";
 
+/// The replies that are found while the input stays open.
+Texts foundInOpen(std::string const& input) {
+  struct Waits {};
+  std::size_t fed = 0;
+  test::FedPipe pipe(input, [&] {
+    std::size_t const size = std::min<std::size_t>(input.size() - fed, 1 << 15);
+    fed += size;
+    return size;
+  });
+  ReplyStream stream(pipe.path(), Division::reply, noLimit, [&] {
+    if (fed == input.size()) throw Waits();
+    pipe.feed();
+  });
+  Texts found;
+  try {
+    for (ReplyStream::Item item; stream.next(item);) found.emplace_back(item.text);
+    ADD_FAILURE() << "ends";
+  } catch (Waits const&) {
+  }
+  return found;
+}
+
 TEST(ReplyStream, FindsWhatFollowsACutBeginningOfMarkup) {
   for (std::string const before :
        {"", "<a>", "<get_general_status><error>1", "<?xml version='1.0'?>"}) {
@@ -115,6 +137,9 @@ TEST(ReplyStream, FindsWhatFollowsACutBeginningOfMarkup) {
          {"<", "</", "</erro", "<!", "<!-", "<![", "<![CDA", "<!DOCTYPE x", "<?", "<?x"}) {
       expectFoundBehind(before + markup, {status});
       expectFoundBehind(before + markup, {std::string(declaration) + "<b/>", status});
+      // At once, and not when the input ends.
+      Texts const expected = {before + markup, status, "<b/>"};
+      EXPECT_EQ(foundInOpen(before + markup + status + "<b/>"), expected);
     }
   }
 }
@@ -179,28 +204,6 @@ TEST(ReplyStream, EndsACutCommentWhereTheNextReplyHasOne) {
                         {declaration + noted, status});
     }
   }
-}
-
-/// The replies that are found while the input stays open.
-Texts foundInOpen(std::string const& input) {
-  struct Waits {};
-  std::size_t fed = 0;
-  test::FedPipe pipe(input, [&] {
-    std::size_t const size = std::min<std::size_t>(input.size() - fed, 1 << 15);
-    fed += size;
-    return size;
-  });
-  ReplyStream stream(pipe.path(), Division::reply, noLimit, [&] {
-    if (fed == input.size()) throw Waits();
-    pipe.feed();
-  });
-  Texts found;
-  try {
-    for (ReplyStream::Item item; stream.next(item);) found.emplace_back(item.text);
-    ADD_FAILURE() << "ends";
-  } catch (Waits const&) {
-  }
-  return found;
 }
 
 TEST(ReplyStream, GivesUpACommentThatGoesOnForLong) {

@@ -13,7 +13,7 @@
 #include "excerpt.hpp"
 #include "findings.hpp"
 #include "input.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "replies.hpp"
@@ -252,20 +252,19 @@ void Run::printEnd() {
 
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
-  command.add_option("--format", options.format, "What to print: text (default), json or jsonl")
-      ->option_text("FORMAT")
-      ->check(isOneOf({"text", "json", "jsonl"}));
-  command.add_flag("--strict", options.isStrict, "Findings of mere information fail, too");
-  command
-      .add_option("--context", options.context,
-                  "The line of the reply below each finding, with a\n"
-                  "caret: auto (default: on a terminal), always or never")
-      ->option_text("WHEN")
-      ->check(isOneOf({"auto", "always", "never"}));
+  addOption(command, "--format", options.format, "What to print: text (default), json or jsonl")
+      .shows("FORMAT")
+      .isOneOf({"text", "json", "jsonl"});
+  addFlag(command, "--strict", options.isStrict, "Findings of mere information fail, too");
+  addOption(command, "--context", options.context,
+            "The line of the reply below each finding, with a\n"
+            "caret: auto (default: on a terminal), always or never")
+      .shows("WHEN")
+      .isOneOf({"auto", "always", "never"});
   addAs(command, options.as, "Check");
   addOutput(command);
   addColor(command);
-  command.footer(R"(Tells why a reply is refused, and all in it that was lost or changed:
+  addFooter(command, R"(Tells why a reply is refused, and all in it that was lost or changed:
 
   reply.xml:4:3: warning: <firmware>: unknown element, skipped [K101]
 
@@ -297,7 +296,7 @@ Exit status:
 void addCheck(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     tellWaiting(options->replies);
     status = Run(*options).all();
   });

@@ -9,6 +9,10 @@
 #include <string>
 #include <utility>
 
+namespace CLI {
+class App;
+}
+
 namespace Kovra::tool {
 
 /// The exit status of the tool. Of several, the highest counts.

@@ -11,9 +11,8 @@
 #include "command.hpp"
 
 namespace CLI {
-class App;
 class Error;
-}  // namespace CLI
+}
 
 namespace Kovra::tool {
 

@@ -1,5 +1,6 @@
 #include "completion.hpp"
 
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -7,7 +8,7 @@
 #include <vector>
 
 #include "compose.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "verbs.hpp"
 
@@ -293,12 +294,13 @@ std::string completionFor(std::string const& shell) {
 
 void addCompletion(CLI::App& command, ExitStatus&) {
   auto const shell = std::make_shared<std::string>();
-  command.add_option("SHELL", *shell, "bash, zsh or fish")
-      ->option_text(" ")
-      ->required()
-      ->check(isOneOf({"bash", "zsh", "fish"}));
+  addOption(command, "SHELL", *shell, "bash, zsh or fish")
+      .shows(" ")
+      .isRequired()
+      .isOneOf({"bash", "zsh", "fish"});
   addOutput(command);
-  command.footer(R"(Prints what a shell has to know to complete the words of a command line: verbs,
+  addFooter(command,
+            R"(Prints what a shell has to know to complete the words of a command line: verbs,
 options, the words that they take, names of messages, and files.
 
 Examples:
@@ -310,7 +312,7 @@ Exit status:
   0  the completions were printed
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([shell] { print(completionFor(*shell)); });
+  addWork(command, [shell] { print(completionFor(*shell)); });
 }
 
 }  // namespace Kovra::tool

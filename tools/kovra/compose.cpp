@@ -1,5 +1,6 @@
 #include "compose.hpp"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <kovra.hpp>
@@ -14,7 +15,7 @@
 #include "findings.hpp"
 #include "input.hpp"
 #include "max_size.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "preview.hpp"
 #include "record.hpp"
@@ -70,7 +71,7 @@ std::string optionFor(Choice const& choice) {
   return "--" + name;
 }
 
-CLI::Option* addNumberChoice(CLI::App& app, Choice const& choice, Object const& choices) {
+Option addNumberChoice(CLI::App& app, Choice const& choice, Object const& choices) {
   auto const add = choices.adder(choice.name());
   CLI::Option* const option = app.add_option_function<int>(
       optionFor(choice), [add](int given) { add(given); }, choice.title());
@@ -79,49 +80,45 @@ CLI::Option* addNumberChoice(CLI::App& app, Choice const& choice, Object const& 
     allowed.push_back(number);
   }
   if (!allowed.empty()) option->check(CLI::IsMember(allowed));
-  return option;
+  return Option(option);
 }
 
-CLI::Option* addWordChoice(CLI::App& app, Choice const& choice, Object const& choices) {
+Option addWordChoice(CLI::App& app, Choice const& choice, Object const& choices) {
   auto const add = choices.adder(choice.name());
-  return app
-      .add_option_function<std::string>(
-          optionFor(choice), [add](std::string const& given) { add(given); }, choice.title())
-      ->check(isOneOf(choice.words()));
+  return addOption(
+             app, optionFor(choice), [add](std::string const& given) { add(given); },
+             choice.title())
+      .isOneOf(choice.words());
 }
 
-CLI::Option* addWordsChoice(CLI::App& app, Choice const& choice, Object const& choices) {
+Option addWordsChoice(CLI::App& app, Choice const& choice, Object const& choices) {
   auto const add = choices.adder(choice.name());
-  return app
-      .add_option_function<std::vector<std::string>>(
-          optionFor(choice), [add](std::vector<std::string> const& given) { add(listOf(given)); },
-          choice.title() + ", separated by commas:\n" + listed(choice.words()))
-      ->delimiter(',')
-      ->allow_extra_args(false)  // what follows is the record
-      ->check(isOneOf(choice.words()));
+  auto* const option = app.add_option_function<std::vector<std::string>>(
+      optionFor(choice), [add](std::vector<std::string> const& given) { add(listOf(given)); },
+      choice.title() + ", separated by commas:\n" + listed(choice.words()));
+  // What follows is the record.
+  return Option(option).isSplitAt(',').takesOne().isOneOf(choice.words());
 }
 
 void addChoice(CLI::App& app, Choice const& choice, Object const& choices) {
-  CLI::Option* option = nullptr;
+  auto const describe = [&](Option option) {
+    option.shows(choice.example());
+    bool const followsFromChanges = choice.form() == Choice::Form::words;
+    if (choice.isRequired() && !followsFromChanges) option.isRequired();
+  };
   switch (choice.form()) {
-    case Choice::Form::flag: {
-      auto const add = choices.adder(choice.name());
-      app.add_flag_callback(
-          optionFor(choice), [add] { add(true); }, choice.title());
-      return;
-    }
+    case Choice::Form::flag:
+      addFlag(
+          app, optionFor(choice), [add = choices.adder(choice.name())] { add(true); },
+          choice.title());
+      break;
     case Choice::Form::word:
-      option = addWordChoice(app, choice, choices);
-      break;
+      return describe(addWordChoice(app, choice, choices));
     case Choice::Form::words:
-      option = addWordsChoice(app, choice, choices);
-      break;
+      return describe(addWordsChoice(app, choice, choices));
     case Choice::Form::number:
-      option = addNumberChoice(app, choice, choices);
-      break;
+      return describe(addNumberChoice(app, choice, choices));
   }
-  bool const followsFromChanges = choice.form() == Choice::Form::words;
-  option->option_text(choice.example())->required(choice.isRequired() && !followsFromChanges);
 }
 
 /// What changes are made of may be chosen or follow from them; without any it has to be chosen.
@@ -149,9 +146,9 @@ void addMember(CLI::App& app, MemberDescription const& member, Object const& com
           ->option_text("NUMBER");
       return;
     default:
-      app.add_option_function<std::string>(
-             option, [add](std::string const& given) { add(given); }, member.title())
-          ->option_text("WORD");
+      addOption(
+          app, option, [add](std::string const& given) { add(given); }, member.title())
+          .shows("WORD");
   }
 }
 
@@ -292,50 +289,50 @@ ExitStatus composeFrom(Input const& input, Message const& message, Value const& 
   std::string const& file = failure.path().empty() ? input.name() : failure.path();
   return refuse(failure.status(), file, {}, failure.what());
 } catch (EditFailure const& failure) {
-  throw CLI::ValidationError(failure.what());
+  refuseCommandLine(failure.what());
 } catch (std::bad_alloc const&) {
   dropOutput();
   return refuse(ExitStatus::refused, input.name(), {}, "not enough memory");
 }
 
 void addChanges(CLI::App& app, Input& input) {
-  app.add_option("--from", input.reply,
-                 "Take the record from this reply of the printer; '-':\n"
-                 "standard input")
-      ->option_text("REPLY");
-  app.add_option("--set", input.changes,
-                 "Change a member: wireless.ssid=NewNet; may be given\n"
-                 "again. What is not chosen otherwise is made of the\n"
-                 "sections that change")
-      ->option_text("PATH=VALUE")
-      ->allow_extra_args(false);
-  app.add_option("--set-file", input.fileChanges,
-                 "The same with what a file holds ('-': standard input),\n"
-                 "for secrets, which every list of processes would show")
-      ->option_text("PATH=FILE")
-      ->allow_extra_args(false);
-  app.add_flag("--dry-run", input.isDryRun,
-               "Print what would change, a line for each member, as\n"
-               "'kovra diff' does, and no document");
+  addOption(app, "--from", input.reply,
+            "Take the record from this reply of the printer; '-':\n"
+            "standard input")
+      .shows("REPLY");
+  addOption(app, "--set", input.changes,
+            "Change a member: wireless.ssid=NewNet; may be given\n"
+            "again. What is not chosen otherwise is made of the\n"
+            "sections that change")
+      .shows("PATH=VALUE")
+      .takesOne();
+  addOption(app, "--set-file", input.fileChanges,
+            "The same with what a file holds ('-': standard input),\n"
+            "for secrets, which every list of processes would show")
+      .shows("PATH=FILE")
+      .takesOne();
+  addFlag(app, "--dry-run", input.isDryRun,
+          "Print what would change, a line for each member, as\n"
+          "'kovra diff' does, and no document");
 }
 
 /// The record as a file, and the choices as options.
 void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
   auto const input = std::make_shared<Input>();
-  auto* const record = app.add_option("RECORD", input->file,
-                                      "The record as JSON: what 'kovra decode --format json'\n"
-                                      "prints, or its \"record\" alone (default: '-', standard\n"
-                                      "input)")
-                           ->option_text(" ");
+  Option const record = addOption(app, "RECORD", input->file,
+                                  "The record as JSON: what 'kovra decode --format json'\n"
+                                  "prints, or its \"record\" alone (default: '-', standard\n"
+                                  "input)")
+                            .shows(" ");
   addChanges(app, *input);
-  record->excludes(app.get_option("--from"));
+  record.excludes(optionOf(app, "--from"));
   addMaxSize(app, input->maxSize, "Refuse a larger record");
   Object const choices;
   for (Choice const& choice : message.choices()) addChoice(app, choice, choices);
   addOutput(app);
   addColor(app);
-  app.get_option("--dry-run")->excludes(app.get_option("--output"));
-  app.callback([&status, input, message, choices] {
+  optionOf(app, "--dry-run").excludes(optionOf(app, "--output"));
+  addWork(app, [&status, input, message, choices] {
     if (!input->changesAnything()) requireWords(message, choices.value());
     status = composeFrom(*input, message, choices.value());
   });
@@ -346,7 +343,7 @@ void addRecord(CLI::App& app, Message const& message, ExitStatus& status) {
   for (std::size_t i = 0; i + 1 < problems.size(); ++i) {
     complain("kovra: error: --" + problems[i].message());
   }
-  throw CLI::ValidationError("--" + problems.back().message());
+  refuseCommandLine("--" + problems.back().message());
 }
 
 /// The members as options: what does not fit is a mistake on the command line.
@@ -354,7 +351,7 @@ void addCommand(CLI::App& app, Message const& message) {
   Object const command;
   for (MemberDescription const& member : message.members()) addMember(app, member, command);
   addOutput(app);
-  app.callback([message, command] {
+  addWork(app, [message, command] {
     Composition const composition = compose(message.name(), command.value());
     if (!composition) refuseCommand(composition.problems());
     print(composition.text());

@@ -17,7 +17,7 @@
 #include "characters.hpp"
 #include "excerpt.hpp"
 #include "findings.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "replies.hpp"
@@ -321,12 +321,12 @@ void Run::printJson() const {
 void addCoverage(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   addReplies(command, options->replies);
-  command.add_option("--format", options->format, "What to print: text (default) or json")
-      ->option_text("FORMAT")
-      ->check(isOneOf({"text", "json"}));
+  addOption(command, "--format", options->format, "What to print: text (default) or json")
+      .shows("FORMAT")
+      .isOneOf({"text", "json"});
   addOutput(command);
   addColor(command);
-  command.footer(R"(Sums up what Kovra does not know of all the replies together: documents,
+  addFooter(command, R"(Sums up what Kovra does not know of all the replies together: documents,
 elements, attributes and words, each with how often it was there, in how many
 replies, and where for the first time; the most frequent ones first. Keys, pass
 phrases and track data are ****** there.
@@ -344,7 +344,7 @@ Exit status:
   1  some reply was refused; the others were counted all the same
   2  the command line is wrong; nothing was read
   3  some file could not be read, or the output not be written)");
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     tellWaiting(options->replies);
     status = Run(*options).all();
   });

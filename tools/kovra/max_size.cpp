@@ -1,5 +1,7 @@
 #include "max_size.hpp"
 
+#include "options.hpp"
+
 namespace Kovra::tool {
 
 namespace {
@@ -15,9 +17,9 @@ std::string checkSize(std::string const& size) {
 
 void addMaxSize(CLI::App& command, std::size_t& size, std::string const& description) {
   static_assert(defaultMaxSize == 8388608);
-  command.add_option("--max-size", size, description + " (default: 8388608, 8 MiB)")
-      ->option_text("BYTES")
-      ->check(checkSize);
+  addOption(command, "--max-size", size, description + " (default: 8388608, 8 MiB)")
+      .shows("BYTES")
+      .passes({checkSize, {}});
 }
 
 }  // namespace Kovra::tool

@@ -4,9 +4,10 @@
 #ifndef KOVRA_TOOL_MAX_SIZE_HPP
 #define KOVRA_TOOL_MAX_SIZE_HPP
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <string>
+
+#include "command.hpp"
 
 namespace Kovra::tool {
 

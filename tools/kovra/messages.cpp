@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "one_of.hpp"
 #include "suggest.hpp"
 
 namespace Kovra::tool {
@@ -23,16 +22,15 @@ std::vector<std::string> messageNames(bool (*isMeant)(Message const&)) {
   return names;
 }
 
-CLI::Validator isMessage(bool (*isMeant)(Message const&)) {
-  std::vector<std::string> names = messageNames(isMeant);
-  std::string set = setOf(names);
+Check isMessage(bool (*isMeant)(Message const&)) {
+  std::vector<std::string> const names = messageNames(isMeant);
   auto const check = [names](std::string const& name) -> std::string {
     if (std::find(names.begin(), names.end(), name) != names.end()) return {};
     std::string const meant = suggestion(name, names);
     return "unknown message \"" + name + "\"" +
            (meant.empty() ? "; 'kovra list' names those that are read" : '.' + meant);
   };
-  return CLI::Validator(check, std::move(set));
+  return {check, names};
 }
 
 }  // namespace Kovra::tool

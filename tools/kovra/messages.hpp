@@ -4,10 +4,11 @@
 #ifndef KOVRA_TOOL_MESSAGES_HPP
 #define KOVRA_TOOL_MESSAGES_HPP
 
-#include <CLI/CLI.hpp>
 #include <kovra.hpp>
 #include <string>
 #include <vector>
+
+#include "options.hpp"
 
 namespace Kovra::tool {
 
@@ -19,7 +20,7 @@ std::vector<std::string> messageNames(bool (*isMeant)(Message const&));
 
 /// Checks that an argument is one of those names, and says what may have been meant where it is
 /// not. The names are what completions offer for it.
-CLI::Validator isMessage(bool (*isMeant)(Message const&));
+Check isMessage(bool (*isMeant)(Message const&));
 
 }  // namespace Kovra::tool
 

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -17,6 +16,7 @@
 
 #include "command.hpp"
 #include "complaints.hpp"
+#include "options.hpp"
 #include "printable.hpp"
 
 namespace Kovra::tool {
@@ -197,13 +197,12 @@ void Output::failed(int reason) {
 }  // namespace
 
 void addOutput(CLI::App& command, std::string const& description) {
-  command
-      .add_option_function<std::string>(
-          "-o,--output", [](std::string const& path) { output().openFile(path); },
-          description.empty() ? "Write into this file, which appears when it is whole\n"
-                                "(default: standard output)"
-                              : description)
-      ->option_text("FILE");
+  addOption(
+      command, "-o,--output", [](std::string const& path) { output().openFile(path); },
+      description.empty() ? "Write into this file, which appears when it is whole\n"
+                            "(default: standard output)"
+                          : description)
+      .shows("FILE");
 }
 
 void print(std::string_view data) {

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <kovra.hpp>
 #include <memory>
@@ -13,6 +12,7 @@
 #include "findings.hpp"
 #include "input.hpp"
 #include "messages.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "pipeline.hpp"
 #include "suggest.hpp"
@@ -219,40 +219,36 @@ void forEachReply(ReplyOptions const& options, Work const& work) {
 }
 
 void addReplies(CLI::App& command, ReplyOptions& options) {
-  command.add_option("FILE", options.files, "Replies; '-' or none at all: standard input")
-      ->option_text(" ");
-  auto* const list = command
-                         .add_option("--files-from", options.list,
-                                     "Then the replies that this file names, one on each\n"
-                                     "line; '-': standard input")
-                         ->option_text("FILE");
-  command
-      .add_flag("-0,--null", options.nullSeparated,
-                "Names in that file end with a NUL byte, not with the line")
-      ->option_text(" ")
-      ->needs(list);
-  auto* const stream = command.add_flag_callback(
-      "--stream", [&] { options.division = Division::reply; },
+  addOption(command, "FILE", options.files, "Replies; '-' or none at all: standard input")
+      .shows(" ");
+  Option const list = addOption(command, "--files-from", options.list,
+                                "Then the replies that this file names, one on each\n"
+                                "line; '-': standard input")
+                          .shows("FILE");
+  addFlag(command, "-0,--null", options.nullSeparated,
+          "Names in that file end with a NUL byte, not with the line")
+      .shows(" ")
+      .needs(list);
+  Option const stream = addFlag(
+      command, "--stream", [&] { options.division = Division::reply; },
       "Each input holds replies, one after the other, with or\n"
       "without NUL bytes between them; each is taken as soon\n"
       "as it is there");
-  command
-      .add_flag_callback(
-          "--lines", [&] { options.division = Division::line; },
-          "Each input holds a reply a line, as it is or as a JSON\nstring")
-      ->excludes(stream);
-  command
-      .add_option("-j,--jobs", options.jobs,
-                  "How many replies are worked on at once (default: 1;\n0: one a core)")
-      ->option_text("N")
-      ->check(CLI::Range(0U, 1024U));
+  addFlag(
+      command, "--lines", [&] { options.division = Division::line; },
+      "Each input holds a reply a line, as it is or as a JSON\nstring")
+      .excludes(stream);
+  addOption(command, "-j,--jobs", options.jobs,
+            "How many replies are worked on at once (default: 1;\n0: one a core)")
+      .shows("N")
+      .isWithin(0, 1024);
   addMaxSize(command, options.maxSize, "Refuse larger replies");
 }
 
 void addAs(CLI::App& command, std::string& message, std::string const& verb) {
-  command.add_option("--as", message, verb + " as this document only; 'kovra list' has the names")
-      ->option_text("NAME")
-      ->check(CLI::Validator(checkMessage, isMessage(isReadMessage).get_description()));
+  addOption(command, "--as", message, verb + " as this document only; 'kovra list' has the names")
+      .shows("NAME")
+      .passes({checkMessage, messageNames(isReadMessage)});
 }
 
 void tellWaiting(ReplyOptions const& options) {

@@ -14,10 +14,6 @@
 #include "max_size.hpp"
 #include "stream.hpp"
 
-namespace CLI {
-class App;
-}
-
 namespace Kovra::tool {
 
 /// Which replies, and how they are taken.

@@ -9,6 +9,7 @@
 
 #include "messages.hpp"
 #include "oddities.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "suggest.hpp"
 
@@ -34,7 +35,7 @@ Message messageNamed(std::string const& name) {
 
 /// What somebody asks for is a mistake on the command line where no reply can say it.
 [[noreturn]] void refuse(std::string const& path, std::string const& why) {
-  throw CLI::ValidationError("--set " + path, why);
+  refuseCommandLine("--set " + path + ": " + why);
 }
 
 bool isControl(char letter) {
@@ -93,31 +94,28 @@ void printSamples(Options const& options) {
 }
 
 void describe(CLI::App& command, Options& options) {
-  command
-      .add_option("MESSAGE", options.message, "What is to be replied; 'kovra list' has the names")
-      ->option_text(" ")
-      ->required()
-      ->check(isMessage(isReadMessage));
-  command
-      .add_option("--seed", options.seed, "Which reply; the same for the same number (default: 1)")
-      ->option_text("N");
-  command
-      .add_option(
-          "--count", options.count,
-          "So many replies, one after the other, of the seeds from\nthat one on (default: 1)")
-      ->option_text("N")
-      ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1000000000}));
-  command
-      .add_option("--set", options.wishes,
-                  "The member at this path says that; may be given again.\n"
-                  "Paths are those of the record")
-      ->option_text("PATH=VALUE")
-      ->take_all()
-      ->allow_extra_args(false);
-  command.add_flag("--odd", options.sample.isOdd,
-                   "A reply that no printer should send, and that is read\nall the same");
+  addOption(command, "MESSAGE", options.message,
+            "What is to be replied; 'kovra list' has the names")
+      .shows(" ")
+      .isRequired()
+      .passes(isMessage(isReadMessage));
+  addOption(command, "--seed", options.seed,
+            "Which reply; the same for the same number (default: 1)")
+      .shows("N");
+  addOption(command, "--count", options.count,
+            "So many replies, one after the other, of the seeds from\nthat one on (default: 1)")
+      .shows("N")
+      .isWithin(1, 1000000000);
+  addOption(command, "--set", options.wishes,
+            "The member at this path says that; may be given again.\n"
+            "Paths are those of the record")
+      .shows("PATH=VALUE")
+      .takesOne();
+  addFlag(command, "--odd", options.sample.isOdd,
+          "A reply that no printer should send, and that is read\nall the same");
   addOutput(command);
-  command.footer(R"(Makes a reply for those who have no printer at hand: with every member that a
+  addFooter(command,
+            R"(Makes a reply for those who have no printer at hand: with every member that a
 reply of this kind can tell and with likely values. All of them are invented;
 addresses are from the ranges for documentation. Such a reply is decoded without
 a note. One that is --odd has unknown elements and words, repeated, empty and
@@ -160,7 +158,7 @@ Sample sampleOf(Message const& message, std::uint64_t seed, SampleOptions const&
 void addSample(CLI::App& command, ExitStatus&) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options] {
+  addWork(command, [options] {
     for (std::string const& wish : options->wishes) addWish(wish, options->sample.wishes);
     printSamples(*options);
   });

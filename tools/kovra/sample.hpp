@@ -4,7 +4,6 @@
 #ifndef KOVRA_TOOL_SAMPLE_HPP
 #define KOVRA_TOOL_SAMPLE_HPP
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <kovra.hpp>
 #include <set>

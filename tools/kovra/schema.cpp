@@ -6,6 +6,7 @@
 #include <string>
 
 #include "messages.hpp"
+#include "options.hpp"
 #include "output.hpp"
 
 namespace Kovra::tool {
@@ -25,11 +26,11 @@ std::string allSchemas() {
 
 void addSchema(CLI::App& command, ExitStatus&) {
   auto const message = std::make_shared<std::string>();
-  command.add_option("MESSAGE", *message, "Its name; none: all of them")
-      ->option_text(" ")
-      ->check(isMessage(anyMessage));
+  addOption(command, "MESSAGE", *message, "Its name; none: all of them")
+      .shows(" ")
+      .passes(isMessage(anyMessage));
   addOutput(command);
-  command.footer(R"(Prints the JSON Schema (draft 2020-12) of a message's record, which is what
+  addFooter(command, R"(Prints the JSON Schema (draft 2020-12) of a message's record, which is what
 'kovra decode --format json' shows under "record" and what 'kovra compose'
 takes.
 Without a MESSAGE it is an object with the schemas of all, by their names.
@@ -43,7 +44,7 @@ Exit status:
   0  the schema was printed
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([message] { print(message->empty() ? allSchemas() : schema(*message)); });
+  addWork(command, [message] { print(message->empty() ? allSchemas() : schema(*message)); });
 }
 
 }  // namespace Kovra::tool

@@ -3,13 +3,12 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
 #include "characters.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 
 namespace Kovra::tool {
@@ -59,17 +58,16 @@ int descriptorOf(Stream stream) {
 }  // namespace
 
 void addColor(CLI::App& command) {
-  command
-      .add_option_function<std::string>(
-          "--color",
-          [](std::string const& when) {
-            whenToColor() = when == "always"  ? When::always
-                            : when == "never" ? When::never
-                                              : When::automatic;
-          },
-          "Colours: auto (default: on a terminal), always or\nnever")
-      ->option_text("WHEN")
-      ->check(isOneOf({"auto", "always", "never"}));
+  addOption(
+      command, "--color",
+      [](std::string const& when) {
+        whenToColor() = when == "always"  ? When::always
+                        : when == "never" ? When::never
+                                          : When::automatic;
+      },
+      "Colours: auto (default: on a terminal), always or\nnever")
+      .shows("WHEN")
+      .isOneOf({"auto", "always", "never"});
 }
 
 bool isTerminal(int descriptor) {

@@ -8,10 +8,6 @@
 
 #include "command.hpp"
 
-namespace CLI {
-class App;
-}
-
 namespace Kovra::tool {
 
 /// A verb of the command line. Its options are made only when it is called.

@@ -1,6 +1,5 @@
 #include "decode.hpp"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <kovra.hpp>
@@ -14,7 +13,7 @@
 #include "findings.hpp"
 #include "flat.hpp"
 #include "input.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "prom.hpp"
@@ -210,32 +209,30 @@ void Run::finish(ReplyInput const& input, Shown const& shown) {
 
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
-  command
-      .add_option("--format", options.format,
-                  "What to print: table (default), flat, json, jsonl or\n"
-                  "prom")
-      ->option_text("FORMAT")
-      ->check(isOneOf({"table", "flat", "json", "jsonl", "prom"}));
+  addOption(command, "--format", options.format,
+            "What to print: table (default), flat, json, jsonl or\n"
+            "prom")
+      .shows("FORMAT")
+      .isOneOf({"table", "flat", "json", "jsonl", "prom"});
   addAs(command, options.as, "Read");
-  command.add_flag("--show-secrets", options.showSecrets,
-                   "Show keys, pass phrases and track data, not ******\n"
-                   "in their place");
-  command
-      .add_option("--errors", options.errors,
-                  "Where jsonl tells of replies that were refused:\n"
-                  "stdout (default), as an object like the others, or\n"
-                  "stderr")
-      ->option_text("WHERE")
-      ->check(isOneOf({"stdout", "stderr"}));
-  command
-      .add_option("--save-failures", options.failures,
-                  "Keep the replies that were refused in this folder")
-      ->option_text("DIR")
-      ->check(CLI::ExistingDirectory);
-  command.add_flag("--exit-zero", options.exitZero, "Replies that are refused are no failure");
+  addFlag(command, "--show-secrets", options.showSecrets,
+          "Show keys, pass phrases and track data, not ******\n"
+          "in their place");
+  addOption(command, "--errors", options.errors,
+            "Where jsonl tells of replies that were refused:\n"
+            "stdout (default), as an object like the others, or\n"
+            "stderr")
+      .shows("WHERE")
+      .isOneOf({"stdout", "stderr"});
+  addOption(command, "--save-failures", options.failures,
+            "Keep the replies that were refused in this folder")
+      .shows("DIR")
+      .isFolder();
+  addFlag(command, "--exit-zero", options.exitZero, "Replies that are refused are no failure");
   addOutput(command);
   addColor(command);
-  command.footer(R"(The reader is found by the name of the reply's root element. Only what the reply
+  addFooter(command,
+            R"(The reader is found by the name of the reply's root element. Only what the reply
 said is shown. What Kovra does not know in it is told in notes: on standard
 error beside a table, inside the object in JSON.
 
@@ -272,7 +269,7 @@ Exit status:
 void addDecode(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     tellWaiting(options->replies);
     status = Run(*options).all();
   });

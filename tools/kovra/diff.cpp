@@ -16,7 +16,7 @@
 #include "findings.hpp"
 #include "input.hpp"
 #include "max_size.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "patch.hpp"
 #include "printable.hpp"
@@ -233,24 +233,24 @@ ExitStatus compareFiles(Options const& options) {
 }
 
 void describe(CLI::App& command, Options& options) {
-  command
-      .add_option("FILE", options.files,
-                  "Two replies, or what 'decode --format json' prints\n"
-                  "of them; one may be '-': standard input")
-      ->option_text(" ")
-      ->required()
-      ->expected(2);
-  command.add_option("--format", options.format, "What to print: text (default) or json")
-      ->option_text("FORMAT")
-      ->check(isOneOf({"text", "json"}));
+  addOption(command, "FILE", options.files,
+            "Two replies, or what 'decode --format json' prints\n"
+            "of them; one may be '-': standard input")
+      .shows(" ")
+      .isRequired()
+      .takesJust(2);
+  addOption(command, "--format", options.format, "What to print: text (default) or json")
+      .shows("FORMAT")
+      .isOneOf({"text", "json"});
   addAs(command, options.as, "Read both");
-  command.add_flag("--show-secrets", options.showSecrets,
-                   "Show keys, pass phrases and track data, not only\n"
-                   "that they differ");
+  addFlag(command, "--show-secrets", options.showSecrets,
+          "Show keys, pass phrases and track data, not only\n"
+          "that they differ");
   addMaxSize(command, options.maxSize, "Refuse larger files");
   addOutput(command);
   addColor(command);
-  command.footer(R"(Compares what two replies say, member by member, and not their bytes. Entries of
+  addFooter(command,
+            R"(Compares what two replies say, member by member, and not their bytes. Entries of
 lists are compared by their numbers. A file that begins with { is JSON.
 
 Formats:
@@ -285,9 +285,9 @@ Exit status:
 void addDiff(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     if (options->files[0] == standardInput && options->files[1] == standardInput) {
-      throw CLI::ValidationError("only one of the files can be standard input");
+      refuseCommandLine("only one of the files can be standard input");
     }
     try {
       status = compareFiles(*options);

@@ -11,7 +11,7 @@
 #include "kinds.hpp"
 #include "lookup.hpp"
 #include "messages.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "printable.hpp"
 #include "suggest.hpp"
@@ -275,15 +275,13 @@ ExitStatus explain(Options const& options) {
 
 void addExplain(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
-  command.add_option("NAME", options->name, "What is to be explained")
-      ->required()
-      ->option_text(" ");
-  command.add_option("--format", options->format, "What to print: text (default) or json")
-      ->option_text("FORMAT")
-      ->check(isOneOf({"text", "json"}));
+  addOption(command, "NAME", options->name, "What is to be explained").isRequired().shows(" ");
+  addOption(command, "--format", options->format, "What to print: text (default) or json")
+      .shows("FORMAT")
+      .isOneOf({"text", "json"});
   addOutput(command);
   addColor(command);
-  command.footer(R"(Explains whatever has that name:
+  addFooter(command, R"(Explains whatever has that name:
 
   K104, repeated_element    a kind of finding
   general-status            a document, or its root element
@@ -306,7 +304,7 @@ Exit status:
   1  nothing has the name; what is near to it is told
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([options, &status] { status = explain(*options); });
+  addWork(command, [options, &status] { status = explain(*options); });
 }
 
 }  // namespace Kovra::tool

@@ -10,7 +10,7 @@
 
 #include "kinds.hpp"
 #include "messages.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "table.hpp"
 #include "words.hpp"
@@ -124,9 +124,7 @@ std::shared_ptr<std::string const> addFormat(CLI::App& command,
                                              std::vector<std::string> const& formats,
                                              std::string const& description) {
   auto const format = std::make_shared<std::string>(formats.front());
-  command.add_option("--format", *format, description)
-      ->option_text("FORMAT")
-      ->check(isOneOf(formats));
+  addOption(command, "--format", *format, description).shows("FORMAT").isOneOf(formats);
   return format;
 }
 
@@ -136,9 +134,9 @@ void addList(CLI::App& command, ExitStatus&) {
   auto const format =
       addFormat(command, {"table", "json"}, "What to print: table (default) or json");
   auto const ofFindings = std::make_shared<bool>(false);
-  command.add_flag("--findings", *ofFindings, "List the kinds of findings instead");
+  addFlag(command, "--findings", *ofFindings, "List the kinds of findings instead");
   addOutput(command);
-  command.footer(R"(Formats:
+  addFooter(command, R"(Formats:
   table   a line for each document that is read: its name, which decode takes
           with --as, the names of its root element, and what it tells; of
           findings the id, the severity, the name and the title
@@ -159,7 +157,7 @@ Exit status:
   0  the list was printed
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([format, ofFindings] {
+  addWork(command, [format, ofFindings] {
     if (*ofFindings) return print(findings(*format));
     print(*format == "json" ? json() : table());
   });
@@ -169,7 +167,7 @@ void addVocabulary(CLI::App& command, ExitStatus&) {
   auto const format =
       addFormat(command, {"words", "dict", "json"}, "What to print: words (default), dict or json");
   addOutput(command);
-  command.footer(R"(Formats:
+  addFooter(command, R"(Formats:
   words   one on each line
   dict    a dictionary for libFuzzer and its kin
   json    a list
@@ -181,7 +179,7 @@ Exit status:
   0  the words were printed
   2  the command line is wrong
   3  the output could not be written)");
-  command.callback([format] { print(words(*format)); });
+  addWork(command, [format] { print(words(*format)); });
 }
 
 }  // namespace Kovra::tool

@@ -4,8 +4,6 @@
 #ifndef KOVRA_TOOL_LISTING_HPP
 #define KOVRA_TOOL_LISTING_HPP
 
-#include <CLI/CLI.hpp>
-
 #include "command.hpp"
 
 namespace Kovra::tool {

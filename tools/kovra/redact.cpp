@@ -19,7 +19,7 @@
 #include "findings.hpp"
 #include "identity.hpp"
 #include "input.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "pseudonyms.hpp"
 #include "replies.hpp"
@@ -360,29 +360,26 @@ void printList(Options const& options) {
 
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
-  command
-      .add_option("--keep", options.kept,
-                  "Leave these groups as they are: serial, address,\n"
-                  "network, job; never secrets")
-      ->option_text("GROUP,...")
-      ->delimiter(',')
-      ->check(isOneOf(keptNames()));
-  command
-      .add_option("--map", options.map,
-                  "Write which value became which into this file, as\n"
-                  "JSON, for you alone (mode 0600)")
-      ->option_text("FILE");
-  auto* const folder = command
-                           .add_option("--output-dir", options.folder,
-                                       "Write each copy into this folder, under the name of\n"
-                                       "its reply")
-                           ->option_text("DIR")
-                           ->check(CLI::ExistingDirectory);
-  command.add_flag("--force", options.overwrites, "Replace files that are there");
-  command.add_flag("--list", options.lists, "Print what is replaced, and exit");
+  addOption(command, "--keep", options.kept,
+            "Leave these groups as they are: serial, address,\n"
+            "network, job; never secrets")
+      .shows("GROUP,...")
+      .isSplitAt(',')
+      .isOneOf(keptNames());
+  addOption(command, "--map", options.map,
+            "Write which value became which into this file, as\n"
+            "JSON, for you alone (mode 0600)")
+      .shows("FILE");
+  Option const folder = addOption(command, "--output-dir", options.folder,
+                                  "Write each copy into this folder, under the name of\n"
+                                  "its reply")
+                            .shows("DIR")
+                            .isFolder();
+  addFlag(command, "--force", options.overwrites, "Replace files that are there");
+  addFlag(command, "--list", options.lists, "Print what is replaced, and exit");
   addOutput(command);
-  command.get_option("--output")->excludes(folder);
-  command.footer(R"(A copy has the bytes of its reply, but for keys, pass phrases, track data,
+  optionOf(command, "--output").excludes(folder);
+  addFooter(command, R"(A copy has the bytes of its reply, but for keys, pass phrases, track data,
 serial numbers, addresses, names of networks, and names of jobs and users. In
 their place stand made-up values of the same form; one value has the same
 everywhere in a run, in all replies and in the names of the copies' files, and
@@ -416,10 +413,10 @@ Exit status:
 void addRedact(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     if (options->lists) return printList(*options);
     if (options->replies.areSeveral() && options->folder.empty()) {
-      throw CLI::ValidationError("several replies need --output-dir");
+      refuseCommandLine("several replies need --output-dir");
     }
     tellWaiting(options->replies);
     status = Run(*options).all();

@@ -4,8 +4,6 @@
 #ifndef KOVRA_TOOL_REDACT_HPP
 #define KOVRA_TOOL_REDACT_HPP
 
-#include <CLI/CLI.hpp>
-
 #include "command.hpp"
 
 namespace Kovra::tool {

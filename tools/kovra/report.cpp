@@ -12,7 +12,7 @@
 
 #include "findings.hpp"
 #include "input.hpp"
-#include "one_of.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "replies.hpp"
 #include "report_fleet.hpp"
@@ -155,14 +155,14 @@ void Run::note(Noted& note) {
 
 void describe(CLI::App& command, Options& options) {
   addReplies(command, options.replies);
-  command
-      .add_option("--group-by", options.grouping,
-                  "Replies of one printer have the same name (the\n"
-                  "default), folder or input: see below")
-      ->option_text("WHAT")
-      ->check(isOneOf({"name", "folder", "input"}));
+  addOption(command, "--group-by", options.grouping,
+            "Replies of one printer have the same name (the\n"
+            "default), folder or input: see below")
+      .shows("WHAT")
+      .isOneOf({"name", "folder", "input"});
   addOutput(command);
-  command.footer(R"(One HTML page that needs nothing else and asks the network for nothing: every
+  addFooter(command,
+            R"(One HTML page that needs nothing else and asks the network for nothing: every
 printer with what needs a person, its states, and a bar for each supply and for
 the time until it is to be cleaned; those that need somebody come first. What
 was refused, and notes, stand at the end. In a browser the page can be sorted
@@ -196,7 +196,7 @@ Exit status:
 void addReport(CLI::App& command, ExitStatus& status) {
   auto const options = std::make_shared<Options>();
   describe(command, *options);
-  command.callback([options, &status] {
+  addWork(command, [options, &status] {
     tellWaiting(options->replies);
     status = Run(*options).all();
   });

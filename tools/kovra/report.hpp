@@ -4,8 +4,6 @@
 #ifndef KOVRA_TOOL_REPORT_HPP
 #define KOVRA_TOOL_REPORT_HPP
 
-#include <CLI/CLI.hpp>
-
 #include "command.hpp"
 
 namespace Kovra::tool {

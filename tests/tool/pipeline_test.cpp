@@ -42,6 +42,7 @@ class Gate {
 };
 
 void doNothing() {}
+void doNoJob(Pipeline::Turn&) {}
 
 std::vector<int> countedTo(int count) {
   std::vector<int> numbers(static_cast<std::size_t>(count));
@@ -55,13 +56,14 @@ TEST(ThreadsPipeline, FinishesInOrderWhateverTakesLong) {
     std::vector<int> finished;
     Pipeline pipeline(workers, doNothing);
     for (int i = 0; i < count; ++i) {
-      pipeline.add([&finished, i]() -> Pipeline::Finish {
+      pipeline.add([&finished, i](Pipeline::Turn& turn) {
+        turn.finish([&finished, i] { finished.push_back(2 * i); });
         if (i % 7 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return [&finished, i] { finished.push_back(i); };
+        turn.finish([&finished, i] { finished.push_back(2 * i + 1); });
       });
     }
     pipeline.finish();
-    EXPECT_EQ(finished, countedTo(count)) << workers;
+    EXPECT_EQ(finished, countedTo(2 * count)) << workers;
   }
 }
 
@@ -74,9 +76,9 @@ TEST(ThreadsPipeline, TakesNoMoreJobsThanKeepItBusy) {
   Pipeline pipeline(workers, doNothing);
   std::thread producer([&] {
     for (int i = 0; i < 5 * most; ++i) {
-      pipeline.add([&gate, &finished, i]() -> Pipeline::Finish {
+      pipeline.add([&gate, &finished, i](Pipeline::Turn& turn) {
         if (i == 0) gate.pass();
-        return [&finished] { ++finished; };
+        turn.finish([&finished] { ++finished; });
       });
       ++added;
     }
@@ -91,6 +93,30 @@ TEST(ThreadsPipeline, TakesNoMoreJobsThanKeepItBusy) {
   EXPECT_EQ(finished, 5 * most);
 }
 
+TEST(ThreadsPipeline, FinishesAtOnceWhatHasItsTurn) {
+  std::atomic<int> finished = 0;
+  Gate second;
+  Pipeline pipeline(2, doNothing);
+  pipeline.add([&](Pipeline::Turn& turn) {
+    for (int i = 1; i < 10; ++i) {
+      turn.finish([&] { ++finished; });
+      EXPECT_EQ(finished, i);
+    }
+    second.pass();
+    EXPECT_EQ(finished, 9) << "the second one does not wait for its turn";
+  });
+  pipeline.add([&](Pipeline::Turn& turn) {
+    turn.finish([&] { ++finished; });
+    second.open();
+    while (finished < 10) {
+      std::this_thread::yield();
+      turn.finish(doNothing);  // its turn comes in its midst
+    }
+  });
+  pipeline.finish();
+  EXPECT_EQ(finished, 10);
+}
+
 /// What adding jobs and finishing throws, and the numbers of those that were finished.
 struct Outcome {
   std::string thrown;
@@ -102,8 +128,8 @@ Outcome outcomeOf(std::function<Pipeline::Finish(int, Pipeline::Finish const&)> 
   try {
     Pipeline pipeline(3, doNothing);
     for (int i = 0; i < 100; ++i) {
-      pipeline.add([&outcome, &work, i] {
-        return work(i, [&outcome, i] { outcome.finished.push_back(i); });
+      pipeline.add([&outcome, &work, i](Pipeline::Turn& turn) {
+        turn.finish(work(i, [&outcome, i] { outcome.finished.push_back(i); }));
       });
     }
     pipeline.finish();
@@ -134,23 +160,28 @@ TEST(ThreadsPipeline, ThrowsWhatAFinishThrowsAndStops) {
 
 TEST(ThreadsPipeline, GoesOnThrowingAfterAFailure) {
   Pipeline pipeline(1, doNothing);
-  pipeline.add([]() -> Pipeline::Finish { throw std::runtime_error("job"); });
+  pipeline.add([](Pipeline::Turn&) { throw std::runtime_error("job"); });
   EXPECT_THROW(pipeline.finish(), std::runtime_error);
   EXPECT_THROW(pipeline.finish(), std::runtime_error);
-  EXPECT_THROW(pipeline.add([]() -> Pipeline::Finish { return doNothing; }), std::runtime_error);
+  EXPECT_THROW(pipeline.add(doNoJob), std::runtime_error);
+}
+
+TEST(ThreadsPipeline, FinishesNothingOfAJobTwice) {
+  std::vector<int> finished;
+  Pipeline pipeline(1, doNothing);
+  pipeline.add([&](Pipeline::Turn& turn) {
+    turn.finish([&] { finished.push_back(0); });
+    turn.finish([] { throw std::runtime_error("finish"); });
+    turn.finish([&] { finished.push_back(1); });
+  });
+  EXPECT_THROW(pipeline.finish(), std::runtime_error);
+  EXPECT_EQ(finished, countedTo(1));
 }
 
 TEST(ThreadsPipeline, ThrowsWhatItsIdleCallThrows) {
-  Gate gate;
-  Pipeline pipeline(1, [&] {
-    gate.open();
-    throw std::runtime_error("idle");
-  });
+  Pipeline pipeline(1, [] { throw std::runtime_error("idle"); });
   auto const addAndFinish = [&] {
-    pipeline.add([&gate]() -> Pipeline::Finish {
-      gate.pass();
-      return doNothing;
-    });
+    pipeline.add(doNoJob);
     pipeline.finish();
   };
   EXPECT_THROW(addAndFinish(), std::runtime_error);
@@ -165,11 +196,11 @@ TEST(ThreadsPipeline, ForgetsWhatHasNotBegunWhenItEnds) {
   {
     Pipeline pipeline(1, doNothing);
     for (int i = 0; i < 5; ++i) {
-      pipeline.add([&]() -> Pipeline::Finish {
+      pipeline.add([&](Pipeline::Turn& turn) {
         begun.open();
         gate.pass();
         ++done;
-        return [&] { ++finished; };
+        turn.finish([&] { ++finished; });
       });
     }
     begun.pass();
@@ -183,13 +214,25 @@ TEST(ThreadsPipeline, ForgetsWhatHasNotBegunWhenItEnds) {
   EXPECT_EQ(finished, 0);
 }
 
-TEST(ThreadsPipeline, CallsBeforeItWaits) {
+/// And nobody waits for jobs to be finished who does not wait for that.
+TEST(ThreadsPipeline, CallsWhereTheNextJobIsNotDone) {
   std::atomic<int> calls = 0;
-  Pipeline pipeline(2, [&] { ++calls; });
-  while (calls == 0) std::this_thread::yield();
-  pipeline.add([]() -> Pipeline::Finish { return doNothing; });
+  Pipeline pipeline(2, [&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    ++calls;
+  });
+  for (int i = 1; i < 4; ++i) {
+    pipeline.add(doNoJob);
+    pipeline.finish();
+    EXPECT_EQ(calls, i);
+  }
+  Gate gate;
+  pipeline.add(doNoJob);
+  pipeline.add([&](Pipeline::Turn&) { gate.pass(); });
+  while (calls < 4) std::this_thread::yield();
+  gate.open();
   pipeline.finish();
-  while (calls < 2) std::this_thread::yield();
+  EXPECT_EQ(calls, 5);
 }
 
 /// What every reply's second half gets to see.

@@ -6,47 +6,60 @@
 
 namespace Kovra::tool {
 
+// What one job does.
+
+void Pipeline::Turn::finish(Finish finish) {
+  if (!hasCome_) return pending_.push_back(std::move(finish));
+  catchUp();
+  finish();
+}
+
+/// What is thrown, too, is thrown when its turn has come.
+void Pipeline::Turn::run() try { std::exchange(job_, nullptr)(*this); } catch (...) {
+  pending_.emplace_back([failure = std::current_exception()] { std::rethrow_exception(failure); });
+}
+
+void Pipeline::Turn::catchUp() {
+  std::vector<Finish> const finishes = std::exchange(pending_, {});
+  for (Finish const& finish : finishes) finish();
+}
+
+// All of them.
+
 Pipeline::Pipeline(unsigned workers, std::function<void()> whenIdle)
     : most_(2 * std::size_t{workers} + 3), whenIdle_(std::move(whenIdle)) {
-  threads_.reserve(std::size_t{workers} + 1);
-  threads_.emplace_back([this] { write(); });
+  threads_.reserve(workers);
   try {
     for (unsigned i = 0; i < workers; ++i) threads_.emplace_back([this] { work(); });
   } catch (std::system_error const&) {
-    if (threads_.size() > 1) return;  // fewer of them do the same
-    end();
-    throw;
+    if (threads_.empty()) throw;  // fewer of them do the same
   }
 }
 
 Pipeline::~Pipeline() {
-  end();
-}
-
-void Pipeline::end() {
   {
     std::lock_guard const lock(mutex_);
     isEnding_ = true;
     waiting_.clear();
+    if (!turns_.empty()) turns_.front()->hasCome_ = false;
   }
   hasJob_.notify_all();
-  hasDone_.notify_all();
   for (std::thread& thread : threads_) thread.join();
 }
 
 void Pipeline::add(Job job) {
   std::unique_lock lock(mutex_);
-  hasRoom_.wait(lock, [&] { return slots_.size() < most_ || failure_ != nullptr; });
+  hasRoom_.wait(lock, [&] { return turns_.size() < most_ || failure_ != nullptr; });
   rethrow();
-  slots_.push_back(std::make_unique<Slot>());
-  slots_.back()->job = std::move(job);
-  waiting_.push_back(slots_.back().get());
+  turns_.push_back(std::make_unique<Turn>(std::move(job)));
+  waiting_.push_back(turns_.back().get());
+  if (!isFinishing_) passTurn();
   hasJob_.notify_one();
 }
 
 void Pipeline::finish() {
   std::unique_lock lock(mutex_);
-  hasRoom_.wait(lock, [&] { return (slots_.empty() && !isFinishing_) || failure_ != nullptr; });
+  hasFinished_.wait(lock, [&] { return !isFinishing_ || failure_ != nullptr; });
   rethrow();
 }
 
@@ -54,56 +67,51 @@ void Pipeline::rethrow() {
   if (failure_ != nullptr) std::rethrow_exception(failure_);
 }
 
-namespace {
-
-/// What is thrown, too, is thrown when its turn has come.
-Pipeline::Finish done(Pipeline::Job const& job) try { return job(); } catch (...) {
-  return [failure = std::current_exception()] { std::rethrow_exception(failure); };
+void Pipeline::passTurn() {
+  isFinishing_ = !turns_.empty();
+  if (isFinishing_) {
+    turns_.front()->hasCome_ = true;
+  } else {
+    hasFinished_.notify_all();
+  }
 }
-
-}  // namespace
 
 void Pipeline::work() {
   std::unique_lock lock(mutex_);
   for (;;) {
     hasJob_.wait(lock, [&] { return isEnding_ || !waiting_.empty(); });
     if (waiting_.empty()) return;
-    Slot& slot = *waiting_.front();
+    Turn& turn = *waiting_.front();
     waiting_.pop_front();
-    Job const job = std::move(slot.job);
     lock.unlock();
-    Finish finish = done(job);
+    turn.run();
     lock.lock();
-    slot.finish = std::move(finish);
-    slot.isDone = true;
-    hasDone_.notify_one();
+    turn.isDone_ = true;
+    if (turn.hasCome_) finishDone(lock);
   }
 }
 
-void Pipeline::write() try {
-  std::unique_lock lock(mutex_);
-  for (;;) {
-    if (!hasNext()) {
-      lock.unlock();
-      whenIdle_();
-      lock.lock();
-      hasDone_.wait(lock, [&] { return isEnding_ || hasNext(); });
-    }
-    if (isEnding_) return;
-    std::unique_ptr<Slot> const slot = std::move(slots_.front());
-    slots_.pop_front();
-    isFinishing_ = true;
-    hasRoom_.notify_all();
+/// The first job, and those behind it that wait for nothing else.
+void Pipeline::finishDone(std::unique_lock<std::mutex>& lock) try {
+  while (!isEnding_ && isNextDone()) {
+    Turn& turn = *turns_.front();
     lock.unlock();
-    slot->finish();
+    turn.catchUp();
     lock.lock();
-    isFinishing_ = false;
-    hasRoom_.notify_all();
+    turns_.pop_front();
+    // Whoever adds jobs is woken for several of them.
+    if (turns_.size() == most_ / 2) hasRoom_.notify_all();
+    if (isNextDone()) continue;
+    lock.unlock();
+    whenIdle_();
+    lock.lock();
   }
+  if (!isEnding_) passTurn();
 } catch (...) {
-  std::lock_guard const lock(mutex_);
+  if (!lock.owns_lock()) lock.lock();
   failure_ = std::current_exception();
   hasRoom_.notify_all();
+  hasFinished_.notify_all();
 }
 
 }  // namespace Kovra::tool

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <kovra.hpp>
 #include <memory>
+#include <mutex>
 #include <new>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -28,24 +30,82 @@ constexpr std::size_t batchBytes = 1 << 18;
 constexpr std::size_t batchReplies = 512;
 constexpr std::size_t batchFiles = 16;
 
+/// A piece of a batch's text.
+struct Stretch {
+  std::size_t begin = 0;
+  std::size_t length = 0;
+};
+
 /// A reply on its way to a worker.
 struct Item {
-  std::string source;
+  Stretch source;
   std::size_t number = 0;
-  std::size_t begin = 0;  ///< of its text in the batch
-  std::size_t length = 0;
+  Stretch text;
   bool isFile = false;  ///< it is read only when its turn has come
   std::shared_ptr<InputFailure const> failure = nullptr;
 };
 
-struct Batch {
-  std::vector<Item> items;
-  std::string text;
-
-  bool isFull() const {
-    return text.size() >= batchBytes ||
-           items.size() >= (items.back().isFile ? batchFiles : batchReplies);
+/// Replies that go to a worker together. It is used again and again, with the memory that it has.
+class Batch {
+ public:
+  void addFile(std::string const& path) { items_.push_back({sourceOf(path), 0, {}, true}); }
+  void addReply(ReplyInput const& input) {
+    Item item{sourceOf(input.source), input.number, stretchOf(input.text)};
+    if (input.failure != nullptr) item.failure = std::make_shared<InputFailure>(*input.failure);
+    items_.push_back(std::move(item));
   }
+
+  std::vector<Item> const& items() const { return items_; }
+  std::string_view operator[](Stretch const& stretch) const {
+    return std::string_view(text_).substr(stretch.begin, stretch.length);
+  }
+  bool isFull() const {
+    return text_.size() >= batchBytes ||
+           items_.size() >= (items_.back().isFile ? batchFiles : batchReplies);
+  }
+  /// Was a reply in it so large that its memory is not worth keeping?
+  bool isLarge() const { return text_.capacity() > 4 * batchBytes; }
+  void clear() {
+    items_.clear();
+    text_.clear();
+  }
+
+ private:
+  Stretch stretchOf(std::string_view text) {
+    Stretch const stretch{text_.size(), text.size()};
+    text_ += text;
+    return stretch;
+  }
+  /// Most replies have that of the one before.
+  Stretch sourceOf(std::string_view source) {
+    bool const isSame = !items_.empty() && (*this)[items_.back().source] == source;
+    return isSame ? items_.back().source : stretchOf(source);
+  }
+
+  std::vector<Item> items_;
+  std::string text_;
+};
+
+/// Batches that are used again.
+class Batches {
+ public:
+  std::shared_ptr<Batch> take() {
+    std::lock_guard const lock(mutex_);
+    if (spare_.empty()) return std::make_shared<Batch>();
+    std::shared_ptr<Batch> batch = std::move(spare_.back());
+    spare_.pop_back();
+    return batch;
+  }
+  void giveBack(std::shared_ptr<Batch> batch) {
+    if (batch->isLarge()) return;
+    batch->clear();
+    std::lock_guard const lock(mutex_);
+    spare_.push_back(std::move(batch));
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::shared_ptr<Batch>> spare_;
 };
 
 /// Where replies go that were found: each to the work.
@@ -92,23 +152,22 @@ class Sequence : public Receiver {
 class Crowd : public Receiver {
  public:
   Crowd(Work const& work, std::size_t maxSize, unsigned workers)
-      : work_(work), maxSize_(maxSize), pipeline_(workers, flushOutput) {}
+      : work_(work), maxSize_(maxSize), batch_(batches_.take()), pipeline_(workers, flushOutput) {}
 
   void file(std::string const& path) override {
-    batch_.items.push_back({path, 0, 0, 0, true});
-    if (batch_.isFull()) pause();
+    batch_->addFile(path);
+    if (batch_->isFull()) pause();
   }
   void reply(ReplyInput const& input) override {
-    Item item{std::string(input.source), input.number, batch_.text.size(), input.text.size()};
-    if (input.failure != nullptr) item.failure = std::make_shared<InputFailure>(*input.failure);
-    batch_.text += input.text;
-    batch_.items.push_back(std::move(item));
-    if (batch_.isFull()) pause();
+    batch_->addReply(input);
+    if (batch_->isFull()) pause();
   }
   void pause() override {
-    if (batch_.items.empty()) return;
-    auto batch = std::make_shared<Batch>(std::exchange(batch_, {}));
-    pipeline_.add([this, batch] { return workOn(*batch); });
+    if (batch_->items().empty()) return;
+    pipeline_.add([this, batch = std::exchange(batch_, batches_.take())](Pipeline::Turn& turn) {
+      workOn(*batch, turn);
+      batches_.giveBack(batch);
+    });
   }
   void end() override {
     pause();
@@ -116,23 +175,22 @@ class Crowd : public Receiver {
   }
 
  private:
-  Finish workOn(Batch const& batch) {
-    auto finishes = std::make_shared<std::vector<Finish>>();
-    InputReader reader(maxSize_);
-    for (Item const& item : batch.items) {
-      std::string_view const text = std::string_view(batch.text).substr(item.begin, item.length);
-      finishes->push_back(item.isFile
-                              ? workOnFile(work_, reader, item.source)
-                              : work_({item.source, item.number, text, item.failure.get()}));
+  void workOn(Batch const& batch, Pipeline::Turn& turn) const {
+    std::optional<InputReader> reader;
+    for (Item const& item : batch.items()) {
+      if (item.isFile) {
+        if (!reader) reader.emplace(maxSize_);
+        turn.finish(workOnFile(work_, *reader, std::string(batch[item.source])));
+      } else {
+        turn.finish(work_({batch[item.source], item.number, batch[item.text], item.failure.get()}));
+      }
     }
-    return [finishes] {
-      for (Finish const& finish : *finishes) finish();
-    };
   }
 
   Work const& work_;
   std::size_t maxSize_;
-  Batch batch_;
+  Batches batches_;
+  std::shared_ptr<Batch> batch_;
   Pipeline pipeline_;
 };
 

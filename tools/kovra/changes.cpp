@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "paths.hpp"
 #include "printable.hpp"
 #include "secret.hpp"
 #include "table.hpp"
@@ -138,10 +139,10 @@ void addLines(std::string& lines, Style style, std::string_view mark, std::strin
     return;
   }
   for (Member const& member : value.members()) {
-    addLines(lines, style, mark, path + '.' + std::string(member.name()), member.value(), secrets);
+    addLines(lines, style, mark, memberPath(path, member.name()), member.value(), secrets);
   }
   for (std::size_t i = 0; i < value.size() && value.isList(); ++i) {
-    addLines(lines, style, mark, path + '[' + std::to_string(i) + ']', value.items()[i], secrets);
+    addLines(lines, style, mark, entryPath(path, i), value.items()[i], secrets);
   }
 }
 

@@ -74,6 +74,7 @@ std::string unexpectedOption(CLI::App const& app, std::string const& word) {
 
 std::vector<std::string> wordsOf(std::vector<std::string_view> const& arguments) {
   std::vector<std::string> words;
+  words.reserve(arguments.size());
   for (std::string_view const given : arguments) words.push_back(argument(given));
   if (words.empty() || words.front().empty()) return words;
   if (words.front() == "help") {

@@ -17,6 +17,7 @@
 #include "max_size.hpp"
 #include "options.hpp"
 #include "output.hpp"
+#include "paths.hpp"
 #include "preview.hpp"
 #include "record.hpp"
 #include "secret.hpp"
@@ -158,7 +159,7 @@ using Sentences = std::vector<std::string>;
 
 /// Where something stands in the JSON.
 std::string pathIn(Record const& record, std::string const& path) {
-  return path.empty() ? record.path : joined(record.path, path);
+  return path.empty() ? record.path : memberPath(record.path, path);
 }
 
 /// What is wrong with the record itself.

@@ -261,7 +261,7 @@ std::vector<std::string> rowOf(std::size_t category, Key const& key, Tally const
 
 /// On a terminal that has no room for it beside the rest, the example goes below.
 std::string fitted(std::vector<std::vector<std::string>> rows) {
-  std::string const wide = columns(rows);
+  std::string wide = columns(rows);
   std::size_t const width = lineWidth();
   bool fits = true;
   for (std::size_t at = 0; at < wide.size();) {

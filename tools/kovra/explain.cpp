@@ -39,16 +39,17 @@ std::vector<KindText> findingsIn(Matches const& matches) {
 /// Elements from the root on; only written documents have no root that is known.
 std::vector<std::string> elementPaths(Entry const& entry) {
   std::vector<std::string> const roots = entry.message->roots();
-  std::string const root = roots.empty() ? "" : '/' + roots.front();
+  std::string const around = roots.empty() ? "" : '/' + roots.front() + '/';
   std::vector<std::string> paths;
   for (std::string const& element : entry.elements) {
-    paths.push_back(root + (root.empty() ? "" : "/") + element);
+    paths.push_back(around + element);
   }
   return paths;
 }
 
 std::vector<std::string> namesOf(std::vector<MemberDescription> const& members) {
   std::vector<std::string> names;
+  names.reserve(members.size());
   for (MemberDescription const& member : members) names.push_back(member.name());
   return names;
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "paths.hpp"
 #include "printable.hpp"
 #include "record.hpp"
 #include "secret.hpp"
@@ -33,10 +34,10 @@ void add(std::string& lines, std::string_view prefix, std::string const& path, V
   if (!isContainer) return addLine(lines, prefix, path, single(value, secrets));
   if (value.empty()) return addLine(lines, prefix, path, value.isList() ? "[]" : "{}");
   for (std::size_t i = 0; i < value.items().size(); ++i) {
-    add(lines, prefix, path + '[' + std::to_string(i) + ']', value.items()[i], secrets);
+    add(lines, prefix, entryPath(path, i), value.items()[i], secrets);
   }
   for (Member const& member : value.members()) {
-    add(lines, prefix, joined(path, member.name()), member.value(), secrets);
+    add(lines, prefix, memberPath(path, member.name()), member.value(), secrets);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "paths.hpp"
 #include "secret.hpp"
 #include "words.hpp"
 
@@ -174,7 +175,7 @@ Identities::Identities(std::set<Group> kept) : kept_(std::move(kept)) {
 void Identities::add(Message const& message, MemberDescription const& member,
                      std::string const& path, std::vector<Node*> const& places,
                      std::vector<Node*> const& roots) {
-  std::string const own = path.empty() ? member.name() : path + '.' + member.name();
+  std::string const own = memberPath(path, member.name());
   std::optional<Identity> const identity = identityOf(member);
   std::vector<Node*> below;
   for (Node* const place : places) {

@@ -142,7 +142,8 @@ std::vector<std::string> within(std::vector<std::string> const& outer,
   if (inner.empty()) return outer;
   std::vector<std::string> all;
   for (std::string const& around : outer) {
-    for (std::string const& element : inner) all.push_back(around + '/' + element);
+    std::string const before = around + '/';
+    for (std::string const& element : inner) all.push_back(before + element);
   }
   return all;
 }

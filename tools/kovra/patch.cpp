@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <nlohmann/json.hpp>
 
+#include "paths.hpp"
 #include "record.hpp"
 
 namespace Kovra::tool {
@@ -22,7 +23,7 @@ bool isWhollySecret(Value const& value) {
 void takeSecrets(Value& value, std::string const& path, std::vector<std::string>& taken) {
   std::vector<std::string> secret;
   for (Member& member : value.members()) {
-    std::string const inner = joined(path, member.name());
+    std::string const inner = memberPath(path, member.name());
     if (isWhollySecret(member.value())) {
       secret.emplace_back(member.name());
       taken.push_back(inner);
@@ -32,7 +33,7 @@ void takeSecrets(Value& value, std::string const& path, std::vector<std::string>
   }
   for (std::string const& name : secret) value.erase(name);
   for (std::size_t i = 0; i < value.items().size(); ++i) {
-    takeSecrets(value.items()[i], path + '[' + std::to_string(i) + ']', taken);
+    takeSecrets(value.items()[i], entryPath(path, i), taken);
   }
 }
 

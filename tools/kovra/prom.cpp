@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "paths.hpp"
 #include "words.hpp"
 
 namespace Kovra::tool {
@@ -51,15 +52,11 @@ bool endsWith(std::string_view text, std::string_view end) {
 
 /// Some endings promise kinds of metrics that a printer's numbers are not.
 std::string metricOf(std::string_view path) {
-  std::string const name = "kovra_" + withoutUnits(nameOf(path));
+  std::string name = "kovra_" + withoutUnits(nameOf(path));
   for (std::string_view const ending : {"_total", "_count", "_sum", "_bucket", "_info"}) {
     if (endsWith(name, ending)) return name + "_value";
   }
   return name;
-}
-
-std::string within(std::string_view outer, std::string_view inner) {
-  return std::string(outer) + (outer.empty() ? "" : ".") + std::string(inner);
 }
 
 // Texts.
@@ -114,7 +111,7 @@ class Walk {
             std::string const& labels);
   void add(std::string const& path, std::string const& labels, std::string value) {
     samples_.push_back(
-        {metricOf(message_ + '.' + path), path + " of " + message_, labels, std::move(value)});
+        {metricOf(memberPath(message_, path)), path + " of " + message_, labels, std::move(value)});
   }
 
   std::string message_;
@@ -129,11 +126,11 @@ void Walk::record(Value const& record, std::vector<MemberDescription> const& kno
         known.begin(), known.end(),
         [&](MemberDescription const& description) { return description.name() == member.name(); });
     value(member.value(), found != known.end() ? *found : MemberDescription(),
-          within(path, member.name()), labels, texts);
+          memberPath(path, member.name()), labels, texts);
   }
   if (texts.empty()) return;
-  samples_.push_back({"kovra_" + withoutUnits(nameOf(within(message_, path))) + "_info",
-                      "texts of " + within(message_, path), joinedLabels(labels, texts), "1"});
+  samples_.push_back({"kovra_" + withoutUnits(nameOf(memberPath(message_, path))) + "_info",
+                      "texts of " + memberPath(message_, path), joinedLabels(labels, texts), "1"});
 }
 
 void Walk::value(Value const& value, MemberDescription const& known, std::string const& path,
@@ -244,8 +241,8 @@ std::string Metrics::text() const {
   std::string text;
   for (std::string const& name : order_) {
     Metric const& metric = metrics_.find(name)->second;
-    text += "# HELP " + name + ' ' + escaped(metric.help) + "\n# TYPE " + name + " gauge\n";
-    text += metric.lines;
+    text.append("# HELP ").append(name).append(" ").append(escaped(metric.help));
+    text.append("\n# TYPE ").append(name).append(" gauge\n").append(metric.lines);
   }
   return text;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "flat.hpp"
+#include "paths.hpp"
 
 namespace Kovra::tool {
 
@@ -100,7 +101,7 @@ class Builder final : public nlohmann::json_sax<Json> {
            "at most " + std::to_string(maxName));
     }
     if (record.find(name) != nullptr) {
-      fail(joined(path(open_.size() - 1), name), keyOffset(), "a key for the second time",
+      fail(memberPath(path(open_.size() - 1), name), keyOffset(), "a key for the second time",
            "each key once");
     }
     record.add(name, {});
@@ -187,8 +188,8 @@ class Builder final : public nlohmann::json_sax<Json> {
     for (std::size_t i = 0; i < levels; ++i) {
       Value const& container = *open_[i];
       if (container.empty()) continue;
-      path = container.isRecord() ? joined(path, container.members().back().name())
-                                  : path + '[' + std::to_string(container.size() - 1) + ']';
+      path = container.isRecord() ? memberPath(path, container.members().back().name())
+                                  : entryPath(path, container.size() - 1);
     }
     return path;
   }
@@ -260,10 +261,6 @@ Record recordIn(Value& readings, std::string_view message) {
 std::string sentence(std::string const& path, std::string const& found,
                      std::string const& expected) {
   return (path.empty() ? "" : path + ": ") + "found " + found + "; expected " + expected;
-}
-
-std::string joined(std::string const& path, std::string_view name) {
-  return path + (path.empty() ? "" : ".") + std::string(name);
 }
 
 Record recordFrom(std::string_view text, std::string_view message) {

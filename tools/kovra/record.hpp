@@ -47,9 +47,6 @@ class RecordFailure : public std::exception {
 std::string sentence(std::string const& path, std::string const& found,
                      std::string const& expected);
 
-/// The path of the member `name` of what stands at `path`.
-std::string joined(std::string const& path, std::string_view name);
-
 /// A record, and where in the JSON it stands: "" or "readings[0].record".
 struct Record {
   Value value;

@@ -21,6 +21,7 @@
 #include "input.hpp"
 #include "options.hpp"
 #include "output.hpp"
+#include "paths.hpp"
 #include "pseudonyms.hpp"
 #include "replies.hpp"
 #include "survey.hpp"
@@ -91,17 +92,16 @@ class Comparison {
 
   /// A value that is replaced may be there in one of them only, where it is no good one.
   bool areMembersGood(Value const& old, Value const& now, std::string const& path) {
-    auto const pathOf = [&](Member const& member) {
-      return path.empty() ? std::string(member.name()) : path + '.' + std::string(member.name());
-    };
     for (Member const& member : old.members()) {
       Value const* const other = now.find(member.name());
-      bool const isFine = other != nullptr ? isGood(member.value(), *other, pathOf(member))
-                                           : identities_.isReplaced(message_, pathOf(member));
+      bool const isFine = other != nullptr
+                              ? isGood(member.value(), *other, memberPath(path, member.name()))
+                              : identities_.isReplaced(message_, memberPath(path, member.name()));
       if (!isFine) return false;
     }
     return std::all_of(now.members().begin(), now.members().end(), [&](Member const& member) {
-      return old.find(member.name()) != nullptr || identities_.isReplaced(message_, pathOf(member));
+      return old.find(member.name()) != nullptr ||
+             identities_.isReplaced(message_, memberPath(path, member.name()));
     });
   }
 
@@ -341,6 +341,7 @@ void printList(Options const& options) {
   std::stable_sort(listed.begin(), listed.end(),
                    [](auto const& a, auto const& b) { return a.group < b.group; });
   std::vector<std::vector<std::string>> rows;
+  rows.reserve(listed.size());
   for (Identities::Listed const& member : listed) {
     rows.push_back({std::string(nameOf(member.group)), member.message, member.path});
   }

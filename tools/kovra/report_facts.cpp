@@ -163,7 +163,7 @@ bool isOn(Value const& value) {
 
 /// Bits by their numbers, from 0 on; anything else as tables show it.
 std::string said(Value const& value) {
-  std::string const shown = cell(value, Secrets::masked);
+  std::string shown = cell(value, Secrets::masked);
   std::uint64_t const bits = value.isHexadecimal() ? value.asNatural() : 0;
   if (bits == 0) return shown;
   std::string numbers;

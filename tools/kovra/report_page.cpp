@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "html.hpp"
+#include "paths.hpp"
 #include "report_assets.hpp"
 #include "table.hpp"
 
@@ -285,10 +286,10 @@ void Members::add(std::string const& path, Value const& value) {
     return row(path, cell(value, Secrets::masked));
   }
   for (std::size_t i = 0; i < value.items().size(); ++i) {
-    add(path + '[' + std::to_string(i) + ']', value.items()[i]);
+    add(entryPath(path, i), value.items()[i]);
   }
   for (Member const& member : value.members()) {
-    add((path.empty() ? "" : path + '.') + std::string(member.name()), member.value());
+    add(memberPath(path, member.name()), member.value());
   }
 }
 

@@ -5,6 +5,8 @@
 #include <numeric>
 #include <utility>
 
+#include "paths.hpp"
+
 namespace Kovra::tool {
 
 namespace {
@@ -141,7 +143,7 @@ std::vector<Node> Sampler::entriesOf(ElementDescription const& element, Place co
   std::size_t& next = entries_[list];
   std::size_t const count = entriesIn(list, element.mostTimes());
   for (std::size_t i = 0; i < count; ++i) {
-    entries.push_back(entryOf(element, place, list + '[' + std::to_string(next++) + ']'));
+    entries.push_back(entryOf(element, place, entryPath(list, next++)));
   }
   return entries;
 }
@@ -182,9 +184,9 @@ std::vector<Node> Sampler::flagsOf(ElementDescription const& element, Place cons
   Words words = wordsOf(element, true);
   random_.shuffle(words);
   for (std::string const& word : words) {
-    std::string const* const wished = wish(path + '.' + word);
+    std::string const* const wished = wish(memberPath(path, word));
     bool const isSet = wished != nullptr ? *wished == "yes" : nodes.empty() || random_.once(2);
-    tell(path + '.' + word);
+    tell(memberPath(path, word));
     if (!isSet) continue;
     Node& node = nodes.emplace_back(Node{element.name()});
     node.nodes.push_back(piece(word));
@@ -255,12 +257,12 @@ void Sampler::fillSetting(Node& node, ElementDescription const& element, std::st
   parts.insert(parts.end(), attributes.begin(), attributes.end());
   std::string const* all = wish(path);
   for (std::string const& part : parts) {
-    tell(path + '.' + part);
-    if (all == nullptr) all = wish(path + '.' + part);
+    tell(memberPath(path, part));
+    if (all == nullptr) all = wish(memberPath(path, part));
   }
   node.isFixed = all != nullptr;
   auto const valueOf = [&](std::string const& part, std::string const& likely) {
-    std::string const* const one = wish(path + '.' + part);
+    std::string const* const one = wish(memberPath(path, part));
     return one != nullptr ? *one : all != nullptr ? *all : likely;
   };
   for (std::string const& name : attributes) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 
+#include "paths.hpp"
 #include "printable.hpp"
 #include "secret.hpp"
 #include "terminal.hpp"
@@ -167,11 +168,11 @@ class Tabulation {
                      need != needs_.end() ? need->second : Need::none});
     if (isSetting(value)) return;
     for (std::size_t i = 0; i < value.items().size(); ++i) {
-      add(depth + 1, std::to_string(i + 1), path + '[' + std::to_string(i) + ']', value.items()[i]);
+      add(depth + 1, std::to_string(i + 1), entryPath(path, i), value.items()[i]);
     }
     for (Member const& member : value.members()) {
       std::string const inner(member.name());
-      add(depth + 1, inner, path + '.' + inner, member.value());
+      add(depth + 1, inner, memberPath(path, inner), member.value());
     }
   }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "keywords.hpp"
+#include "paths.hpp"
 #include "record.hpp"
 
 namespace Kovra::tool {
@@ -208,7 +209,7 @@ class Search {
                std::string const& path) {
     for (MemberDescription const& member : members) {
       if (Value const* const inner = record.find(member.name())) {
-        value(member, *inner, joined(path, member.name()));
+        value(member, *inner, memberPath(path, member.name()));
       }
     }
   }
@@ -217,7 +218,7 @@ class Search {
   void value(MemberDescription const& member, Value const& value, std::string const& path) {
     if (member.kind() == Value::Kind::keyword) return keyword(member, value, path);
     for (std::size_t i = 0; i < value.items().size(); ++i) {
-      members(member.members(), value.items()[i], path + '[' + std::to_string(i) + ']');
+      members(member.members(), value.items()[i], entryPath(path, i));
     }
     members(member.members(), value, path);
   }

@@ -90,6 +90,7 @@ TEST(ReplyStream, IsTheSameHoweverItArrives) {
         "<a><!-- </a> --><![CDATA[</a>]]><?x </a>?></a><b x='>' y=\">\"/>"sv,
         "<a><c><get_general_status/></a><get_general_status><b/></get_general_status>"sv,
         "<a/>\0\0 <b>\0</b>\0<c/><!-- x -->"sv, "\xef\xbb\xbf<a/>\xef\xbb\xbf<b/>"sv,
+        "\xef\xbb\xbf\xef\xbb\xbf <a/>\xef\xbb\xbf\xef\xbb\xbfx<b/> \xef\xbb\xbf\n\xef<c/>"sv,
         "junk<a/>junk <b></b ><c"sv, "</a><!DOCTYPE x><a></a><!-- <a/>"sv, "< <a<b></a></b><<"sv,
         "<a x='<b y='></a></b>"sv, "<?xm?><?xml?><?xml?><?xmlx?><a/>"sv}) {
     expectTheSameInPieces(input);
@@ -142,6 +143,13 @@ TEST(ReplyStream, FindsWhatFollowsACutBeginningOfMarkup) {
       EXPECT_EQ(foundInOpen(before + markup + status + "<b/>"), expected);
     }
   }
+}
+
+/// Where a construct ends is known before, and blanks between replies do not move it.
+TEST(ReplyStream, FindsEndsBehindBlanks) {
+  EXPECT_EQ(textsOf("<?xml <b/>   <?xml?><a/>"), (Texts{"<?xml ", "<b/>", "<?xml?><a/>"}));
+  EXPECT_EQ(textsOf("<! <b/>\n\n<!x><a/>"), (Texts{"<! ", "<b/>", "<!x><a/>"}));
+  expectTheSameInPieces("<?xml <b/>   <?xml?><a/>  <! <b/>  \n<!x><a/>");
 }
 
 TEST(ReplyStream, FindsWhatFollowsACutDeclaration) {

@@ -158,7 +158,7 @@ Roots::Inner const& Roots::inside(std::string_view root) const {
 // Where replies end.
 
 Splitter::Splitter() : roots_(Roots::all()) {
-  restart();
+  restartBehind(0);
 }
 
 Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
@@ -202,14 +202,17 @@ bool Splitter::step(std::string_view bytes) {
   return at_ + 1 < bytes.size() && markup(bytes);
 }
 
-/// Before the root there are blanks and markup; anything else is a reply of its own.
+/// Before the root there are blanks, byte order marks and markup; anything else is a reply of its
+/// own.
 bool Splitter::prolog(std::string_view bytes) {
   constexpr std::string_view mark = "\xef\xbb\xbf";
-  Answer const marked = stands(mark, bytes, at_);
-  if (marked == Answer::yes) at_ += mark.size();
-  if (marked == Answer::later && at_ < bytes.size()) return false;
-  while (at_ < bytes.size() && isBlank(bytes[at_])) ++at_;
-  if (at_ == bytes.size()) return false;
+  for (;; at_ += mark.size()) {
+    while (at_ < bytes.size() && isBlank(bytes[at_])) ++at_;
+    if (at_ == bytes.size()) return false;
+    Answer const marked = stands(mark, bytes, at_);
+    if (marked == Answer::later) return false;
+    if (marked == Answer::no) break;
+  }
   return bytes[at_] == '<' || junk(bytes, at_);
 }
 
@@ -350,10 +353,6 @@ bool Splitter::endAt(std::size_t length) {
   return true;
 }
 
-void Splitter::restart() {
-  restartBehind(npos);
-}
-
 /// What was searched in vain stays searched.
 void Splitter::restartBehind(std::size_t length) {
   goOn(0);
@@ -455,7 +454,9 @@ void ReplyStream::skipBlanks() {
   if (isBegun_) return;
   std::string_view text = rest();
   dropBlanks(text);
-  drop(rest().size() - text.size());
+  std::size_t const blanks = rest().size() - text.size();
+  drop(blanks);
+  splitter_.restartBehind(blanks);
   isBegun_ = !text.empty();
 }
 
@@ -476,7 +477,7 @@ void ReplyStream::pass(std::string_view bytes, bool isAll) {
     return;
   }
   drop(next == npos ? std::min(bytes.size() + 1, rest().size()) : next);
-  splitter_.restart();
+  splitter_.restartBehind(npos);
   isBegun_ = false;
 }
 

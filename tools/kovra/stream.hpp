@@ -54,8 +54,8 @@ class Splitter {
   /// Where the next reply may begin, from `from` on; npos when it is not there yet.
   std::size_t nextBegin(std::string_view bytes, std::size_t from) const;
 
-  /// Forgets what it was shown.
-  void restart();
+  /// Forgets what it was shown, but for what follows on so many bytes of it: that is shown again.
+  void restartBehind(std::size_t length);
 
  private:
   /// What goes on until a text that ends it.
@@ -79,7 +79,6 @@ class Splitter {
   bool goOn(std::size_t at);
   bool cutAt(std::size_t at);
   bool endAt(std::size_t length);
-  void restartBehind(std::size_t length);
   bool findNameEnd(std::string_view bytes, std::size_t from);
   bool findTagEnd(std::string_view bytes);
   bool isNext(std::string_view name) const;

@@ -76,4 +76,58 @@ same "standard error" "" "$err"
 } >log 2>err
 holds "what others wrote, and the table" $'before\ngeneral-status*\nbehind' "$(<log)"
 
+# Where nothing could be read there is nothing to be told: the file of yesterday stays, and where
+# there was none there is none.
+printf 'minimal.xml\n' >names
+mkdir folder
+for call in decode "decode --format flat" "decode --format json" "decode --format prom" \
+  "decode --format jsonl --errors stderr" "decode --stream" "decode --lines" check \
+  "check --format json" coverage "coverage --format json" report redact; do
+  for inputs in missing.xml "missing.xml folder" "--files-from missing" "missing.xml lost.xml -j 3"; do
+    [[ $call != redact || $inputs == missing.xml ]] || continue # it takes one, or a folder
+    echo yesterday >kept
+    # shellcheck disable=SC2086 # words apart
+    kovra $call $inputs --output kept
+    expectStatus 3
+    same "standard output" "" "$out"
+    same "the file" "yesterday" "$(<kept)
+"
+    # shellcheck disable=SC2086
+    kovra $call $inputs --output new
+    expectStatus 3
+    checks=$((checks + 1))
+    [[ ! -e new ]] || complain "$called: there is a new file" "$(<new)"
+  done
+done
+# What is too large was not read either.
+kovra decode missing.xml minimal.xml --max-size 5 --output kept
+expectStatus 3
+same "the file" "yesterday" "$(<kept)
+"
+# But one that was read is told of, and so are inputs that are data themselves.
+kovra decode missing.xml minimal.xml --output kept
+expectStatus 3
+holds "the file" "*printer_state  offline*" "$(<kept)"
+echo '<nobody/>' >refused.xml
+echo yesterday >kept
+kovra decode missing.xml refused.xml --output kept
+expectStatus 3
+same "the file" "" "$(<kept)"
+kovra decode --format jsonl missing.xml --output kept
+expectStatus 3
+holds "the file" '{"source":"missing.xml",*' "$(<kept)"
+: >none
+kovra decode --files-from none --output kept
+expectStatus 0
+same "the file" "" "$(<kept)"
+# Standard output has what there is.
+kovra check --format json missing.xml
+expectStatus 3
+same "unreadable" "1" "$(jq .unreadable <<<"$out")
+"
+kovra check --format json missing.xml --output /dev/stdout
+expectStatus 3
+same "unreadable" "1" "$(jq .unreadable <<<"$out")
+"
+
 finish

@@ -144,12 +144,13 @@ Run::Run(Options const& options)
 
 ExitStatus Run::all() {
   if (options_.format == "json") print("{\n  \"kovra\": 1,\n  \"findings\": [");
-  forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
+  bool const isAnyRead = forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
     auto result = std::make_shared<Checked const>(checked(input));
     return [this, result] { finish(*result); };
   });
   progress_.end();
   if (options_.format == "json") printEnd();
+  if (!isAnyRead) keepReplaced();
   return status_;
 }
 

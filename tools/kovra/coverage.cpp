@@ -168,12 +168,13 @@ class Run {
 };
 
 ExitStatus Run::all() {
-  forEachReply(options_.replies, [this](ReplyInput const& input) -> Finish {
+  bool const isAnyRead = forEachReply(options_.replies, [this](ReplyInput const& input) -> Finish {
     auto seen = std::make_shared<Seen const>(seenIn(input));
     return [this, seen] { finish(*seen); };
   });
   progress_.end();
   options_.format == "json" ? printJson() : printText();
+  if (!isAnyRead) keepReplaced();
   return status_;
 }
 

@@ -80,7 +80,7 @@ class Run {
 
 ExitStatus Run::all() {
   summary_.show(areFailuresData());
-  forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
+  bool const isAnyRead = forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
     auto shown = std::make_shared<Shown const>(shownOf(input));
     return [this, shown, number = input.number, source = std::string(input.source)] {
       finish({source, number, {}, nullptr}, *shown);
@@ -88,6 +88,7 @@ ExitStatus Run::all() {
   });
   print(metrics_.text());
   summary_.end();
+  if (!isAnyRead && !areFailuresData()) keepReplaced();
   bool const isForgiven = options_.exitZero && status_ == ExitStatus::refused;
   return isForgiven ? ExitStatus::good : status_;
 }

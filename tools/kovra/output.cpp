@@ -87,6 +87,9 @@ class Output {
   void flush();
   void close();
   void drop();
+  void keepReplaced() {
+    if (!temporary_.empty()) drop();
+  }
 
  private:
   void openBeside(std::string const& path, mode_t mode);
@@ -223,6 +226,10 @@ void closeOutput() {
 
 void dropOutput() {
   output().drop();
+}
+
+void keepReplaced() {
+  output().keepReplaced();
 }
 
 void complain(std::string_view line) {

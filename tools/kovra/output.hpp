@@ -41,6 +41,10 @@ void closeOutput();
 /// There will be no data: a file that was to be replaced stays as it was.
 void dropOutput();
 
+/// All data so far says nothing of any input: a file that was to be replaced stays as it was.
+/// Elsewhere the data goes on.
+void keepReplaced();
+
 /// One line on standard error, made printable, behind all data so far. On a terminal it is wrapped,
 /// and an "error: ", "warning: " or "note: " in it has a colour.
 void complain(std::string_view line);

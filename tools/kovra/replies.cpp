@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <kovra.hpp>
 #include <memory>
 #include <mutex>
@@ -265,7 +266,15 @@ std::string nameOf(ReplyInput const& input) {
   return name;
 }
 
-void forEachReply(ReplyOptions const& options, Work const& work) {
+bool forEachReply(ReplyOptions const& options, Work const& given) {
+  std::atomic<bool> isAnyRead = false;
+  std::atomic<bool> isAnyLost = false;
+  Work const work = [&](ReplyInput const& input) {
+    bool const isLost = input.failure != nullptr && input.failure->status() == ExitStatus::failed;
+    if (input.failure == nullptr) isAnyRead = true;
+    if (isLost) isAnyLost = true;
+    return given(input);
+  };
   unsigned const workers = workersOf(options);
   std::unique_ptr<Receiver> receiver;
   if (workers == 1) {
@@ -274,6 +283,7 @@ void forEachReply(ReplyOptions const& options, Work const& work) {
     receiver = std::make_unique<Crowd>(work, options.maxSize, workers);
   }
   Finder(options, *receiver).all();
+  return isAnyRead || !isAnyLost;
 }
 
 void addReplies(CLI::App& command, ReplyOptions& options) {

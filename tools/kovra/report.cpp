@@ -88,7 +88,7 @@ std::time_t now() {
 }
 
 ExitStatus Run::all() {
-  forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
+  bool const isAnyRead = forEachReply(options_.replies, [&](ReplyInput const& input) -> Finish {
     auto heard = std::make_shared<Heard>(heardOf(input));
     return [this, heard] { finish(*heard); };
   });
@@ -96,6 +96,7 @@ ExitStatus Run::all() {
   fleet_.printers = printersOf(std::move(reports_));
   fleet_.made = now();
   print(page(fleet_));
+  if (!isAnyRead) keepReplaced();
   return status_;
 }
 

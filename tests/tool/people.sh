@@ -137,7 +137,8 @@ same "the terminal" "laminator-response <lam_ndc_rsp>
 printf '<get_media_status><film><description>\xe6\xbc\xa2\xe5\xad\x97 \xe6\xbc\xa2\xe5\xad\x97 r\xc3\xa9sum\xc3\xa9 x</description></film></get_media_status>' >wide.xml
 for locale in C C.UTF-8; do
   LC_ALL=$locale sees 30 out decode wide.xml
-  same "the terminal" "media-status <get_media_status>
+  same "the terminal" "media-status
+  <get_media_status>
   film
     description  漢字 漢字
                  résumé x
@@ -175,5 +176,42 @@ checks=$((checks + 1))
 [[ $out != *"reports false"* ]] || complain "$called: false is said of a message that always has it"
 kovra decode "$samples/status/empty-elements.xml"
 holds "standard output" $'*\n  (the library reports false for this reply)\n' "$out"
+
+# On the narrowest terminals values stand below their names. No line is longer than a word that no
+# line can hold, and no word is lost.
+words() { tr -s ' \n' '\n' | LC_ALL=C sort; }
+for file in full.xml odd.xml media_full.xml unknown-elements.xml; do
+  kovra decode --color never $file
+  wanted=$(words <<<"$out")
+  for columns in 10 20 30 39; do
+    sees $columns out decode --color never $file
+    same "all words" "$wanted" "$(words <<<"$out")
+"
+    checks=$((checks + 1))
+    long=$(awk -v most=$columns 'length($0) > most && NF > 1' <<<"$out")
+    [[ -z $long ]] || complain "$called: too wide" "$long"
+  done
+done
+sees 20 out decode full.xml
+holds "the terminal" '*
+  physical_address
+   02:00:5e:10:20:3a
+  ethernet
+    ip_address
+      192.168.40.21
+*
+    ssid     Badge
+             office,
+             second
+             floor
+*' "$out"
+for columns in 1 5; do # whatever it looks like
+  sees $columns out decode full.xml
+  expectStatus 0
+  sees $columns out check full.xml odd.xml
+  sees $columns out diff full.xml odd.xml
+  sees $columns out explain wireless
+  sees $columns out+err decode odd.xml missing.xml
+done
 
 finish

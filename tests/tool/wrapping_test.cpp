@@ -13,7 +13,8 @@ namespace {
 TEST(Wrapped, BreaksAtBlanks) {
   EXPECT_EQ(wrapped("one two three", 7, 0), "one two\nthree");
   EXPECT_EQ(wrapped("one two three", 8, 0), "one two\nthree");
-  EXPECT_EQ(wrapped("one two three", 6, 2), "one\n  two\n  three");
+  EXPECT_EQ(wrapped("one two three", 6, 2), "one\n  two\n three");
+  EXPECT_EQ(wrapped("one two three", 7, 2), "one two\n  three");
   EXPECT_EQ(wrapped("one two three", 13, 0), "one two three");
   EXPECT_EQ(wrapped("one two three", 12, 0), "one two\nthree");
   EXPECT_EQ(wrapped("", 10, 4), "");
@@ -37,8 +38,8 @@ TEST(Wrapped, CountsCharactersAndNotBytes) {
             "\xc3\xa4\xc3\xb6\xc3\xbc \xc3\xa4\xc3\xb6\nb");
 }
 
-/// No line is wider than it may be, unless it is one word, and no word is lost. Where lines are
-/// narrow the indent is less than was asked for.
+/// No line is wider than it may be, and no word is lost. Where a line is too narrow for a word
+/// behind the indent, that is less than was asked for.
 TEST(Wrapped, FitsWhateverTheWidth) {
   std::string const text = "The quick brown fox jumps over the lazy dog and runs away";
   for (std::size_t width = 5; width < 70; ++width) {
@@ -47,8 +48,11 @@ TEST(Wrapped, FitsWhateverTheWidth) {
     for (std::size_t at = 0; at <= lines.size();) {
       std::size_t const end = std::min(lines.find('\n', at), lines.size());
       std::string line = lines.substr(at, end - at);
-      EXPECT_TRUE(line.size() <= width || line.find(' ', at == 0 ? 0 : 3) == line.npos) << line;
-      all += (at == 0 ? "" : " ") + line.substr(at == 0 ? 0 : 3);
+      EXPECT_LE(line.size(), width) << line;
+      std::size_t const indent = line.find_first_not_of(' ');
+      std::string const word = line.substr(indent, line.find(' ', indent) - indent);
+      EXPECT_EQ(indent, at == 0 ? 0 : std::min<std::size_t>({3, width - word.size()})) << line;
+      all += (at == 0 ? "" : " ") + line.substr(indent);
       at = end + 1;
     }
     EXPECT_EQ(all, text);

@@ -181,15 +181,39 @@ class Tabulation {
   std::vector<Row> rows_;
 };
 
-/// The row with its value in a column of its own, wrapped within that.
+constexpr std::size_t markWidth = 2;
+constexpr std::size_t gap = 2;
+
+std::size_t firstWordOf(Row const& row) {
+  return shownColumns(row.value.substr(0, row.value.find(' ')));
+}
+
+/// How many blanks stand between a name and its value: so many that values stand below each other,
+/// fewer where the value's first word fits only so; none where the value needs a line of its own.
+std::size_t gapOf(Row const& row, std::size_t nameWidth, std::size_t lineWidth) {
+  std::size_t const used = shownColumns(row.name);
+  std::size_t const aligned = std::max(nameWidth, used) - used + gap;
+  if (lineWidth == 0) return aligned;
+  auto const fits = [&](std::size_t blanks) {
+    return markWidth + used + blanks + firstWordOf(row) <= lineWidth;
+  };
+  return fits(aligned) ? aligned : fits(gap) ? gap : 0;
+}
+
+/// The row with its value in a column of its own, wrapped within that; below the name where lines
+/// are too narrow for both.
 std::string lineOf(Row const& row, std::size_t nameWidth, std::size_t lineWidth) {
-  std::string line = styled(styleOf(row.need), markOf(row.need)) + row.name;
-  if (!row.value.empty()) {
-    std::size_t const used = shownColumns(row.name);
-    line.append(std::max(nameWidth, used) - used + 2, ' ');
-    line += styled(styleOf(row.need), row.value);
+  std::string const name = styled(styleOf(row.need), markOf(row.need)) + row.name;
+  if (row.value.empty()) return name + '\n';
+  std::string const value = styled(styleOf(row.need), row.value);
+  if (std::size_t const blanks = gapOf(row, nameWidth, lineWidth)) {
+    std::string const line = name + std::string(blanks, ' ') + value;
+    return wrapped(line, lineWidth, markWidth + nameWidth + gap) + '\n';
   }
-  return wrapped(line, lineWidth, nameWidth + 4) + '\n';
+  std::size_t const room = lineWidth - std::min(lineWidth, firstWordOf(row));
+  std::size_t const below = markWidth + row.name.find_first_not_of(' ') + gap;
+  std::size_t const indent = std::min(below, room);
+  return name + '\n' + wrapped(std::string(indent, ' ') + value, lineWidth, indent) + '\n';
 }
 
 using Rows = std::vector<std::vector<std::string>>;
@@ -248,12 +272,17 @@ bool isResultTold(Reading const& reading) {
 std::string table(Reading const& reading, std::string_view root, Secrets secrets,
                   std::string_view source) {
   Value const& record = reading.record();
-  std::string out = source.empty() ? "" : printable(source) + ": ";
-  out += styled(Style::heading, reading.message()) + " <" + printable(root) + ">\n";
+  auto const line = [](std::string const& text) {
+    return wrapped(text, lineWidth(), markWidth) + '\n';
+  };
+  auto const remark = [&](char const* text) { return line("  " + styled(Style::faint, text)); };
+  std::string const from = source.empty() ? "" : printable(source) + ": ";
+  std::string out =
+      line(from + styled(Style::heading, reading.message()) + " <" + printable(root) + '>');
   out += rows(record, secrets, signsOf(factsOf(reading.message(), record)));
-  if (record.empty()) out += "  " + styled(Style::faint, "(nothing that Kovra knows)") + '\n';
+  if (record.empty()) out += remark("(nothing that Kovra knows)");
   if (!reading.result() && isResultTold(reading)) {
-    out += "  " + styled(Style::faint, "(the library reports false for this reply)") + '\n';
+    out += remark("(the library reports false for this reply)");
   }
   return out;
 }

@@ -120,9 +120,12 @@ std::string wrapped(std::string_view text, std::size_t width, std::size_t indent
     std::size_t const blank = text.find(' ');
     std::string_view const word = text.substr(0, blank);
     bool const isGap = word.empty() || out.empty() || out.back() == ' ';
-    bool const fits = width == 0 || isGap || column + 1 + shownColumns(word) <= width;
-    if (!isFirst) out += fits ? " " : '\n' + std::string(indent, ' ');
-    column = (fits ? column + !isFirst : indent) + shownColumns(word);
+    std::size_t const shown = shownColumns(word);
+    bool const fits = width == 0 || isGap || column + 1 + shown <= width;
+    // A word that fits on no line stays where others begin.
+    std::size_t const before = shown > width ? indent : std::min(indent, width - shown);
+    if (!isFirst) out += fits ? " " : '\n' + std::string(before, ' ');
+    column = (fits ? column + !isFirst : before) + shown;
     out += word;
     isFirst = false;
     text.remove_prefix(blank == text.npos ? text.size() : blank + 1);

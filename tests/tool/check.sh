@@ -112,9 +112,9 @@ context "    1 | ...000000000000000000--><x>1</x><!--000000000000000000000000000
 
 # Colours only where they are asked for, and an excerpt only where it is or on a terminal.
 kovra check --color always --context always warned.xml
-same "in colours" $'\e[1mwarned.xml:2:3:\e[0m \e[33mwarning:\e[0m <firmware>: unknown element, skipped [K101]
+same "in colours" $'\e[1mwarned.xml:2:3:\e[0m \e[35mwarning:\e[0m <firmware>: unknown element, skipped [K101]
 \e[2m    2 | \e[0m  <firmware>1.2</firmware>
-\e[2m      | \e[0m\e[33m  ^~~~~~~~~~~~~~~~~~~~~~~~\e[0m' "$out"
+\e[2m      | \e[0m\e[35m  ^~~~~~~~~~~~~~~~~~~~~~~~\e[0m' "$out"
 
 # Nothing tells a secret, however broken the reply is.
 hushed() {

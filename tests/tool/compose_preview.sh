@@ -28,7 +28,7 @@ expect 0 "$changes" ""
 preview "${edits[@]}" <record.json
 expect 0 "$changes" ""
 preview "${edits[@]}" --color always record.json
-holds "standard output" $'\e\[33m~ \e\[0methernet*' "$out"
+holds "standard output" $'\e\[35m~ \e\[0methernet*' "$out"
 
 # The same as diff tells of the reply and the document; that lacks what does not change.
 edits=(--set error_control=high --set usb_timeout.read=31)

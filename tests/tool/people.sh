@@ -33,7 +33,7 @@ fits() {
   (($(widest "$out") <= $1)) || complain "$called: too wide" "$(plain "$out")"
 }
 
-red=$'\e[1;31m' yellow=$'\e[33m' faint=$'\e[2m' bold=$'\e[1m' end=$'\e[0m'
+red=$'\e[1;31m' magenta=$'\e[35m' faint=$'\e[2m' bold=$'\e[1m' end=$'\e[0m'
 
 # A table: what needs somebody in colour.
 sees 80 out decode minimal.xml
@@ -83,7 +83,7 @@ sees 46 err decode unknown-elements.xml
 same "the terminal" "$notes" "$(plain "$out")
 "
 holds "the terminal" "${bold}unknown-elements.xml:$end
-  3:3   ${yellow}warning:$end <firmware>*" "$out"
+  3:3   ${magenta}warning:$end <firmware>*" "$out"
 kovra decode unknown-elements.xml
 same "standard error" "unknown-elements.xml:3:3: warning: <firmware>: unknown element, skipped
 unknown-elements.xml:5:3: warning: <cover>: unknown element, skipped
@@ -93,7 +93,7 @@ unknown-elements.xml:11:3: warning: <power_saving>: unknown element, skipped" "$
 # One alone stands behind the name, and so do all other messages.
 printf '<get_general_status><fan>1</fan></get_general_status>' >one.xml
 sees 200 err decode one.xml
-same "the terminal" "one.xml:1:21: ${yellow}warning:$end <fan>: unknown element, skipped" "$out"
+same "the terminal" "one.xml:1:21: ${magenta}warning:$end <fan>: unknown element, skipped" "$out"
 sees 200 err decode missing.xml
 expectStatus 3
 same "the terminal" "missing.xml: ${red}error:$end No such file or directory" "$out"
@@ -112,7 +112,7 @@ printf '<get_general_status><printer_state>\xc2\x9b31m error: note: </printer_st
 sees 80 out+err decode evil.xml
 checks=$((checks + 1))
 [[ $(plain "$out") != *$'\e'* && $out != *$'\xc2\x9b'* ]] || complain "$called: drives the terminal" "$out"
-holds "the terminal" "*${yellow}warning:$end*" "$out"
+holds "the terminal" "*${magenta}warning:$end*" "$out"
 
 # Lines fit the terminal as far as their words do, and lose no word.
 for columns in 60 200; do
@@ -176,6 +176,34 @@ checks=$((checks + 1))
 [[ $out != *"reports false"* ]] || complain "$called: false is said of a message that always has it"
 kovra decode "$samples/status/empty-elements.xml"
 holds "standard output" $'*\n  (the library reports false for this reply)\n' "$out"
+
+# Lines of changes, findings and lists are broken between words, too. No colour is one that cannot be
+# read on white: neither yellow nor white nor a bright one.
+printf '<configuration><wireless><ssid>%s</ssid></wireless></configuration>' 'a name of many words' >a.xml
+printf '<configuration><wireless><ssid>%s</ssid></wireless></configuration>' 'many words as a name' >b.xml
+sees 40 out diff --color never a.xml b.xml
+same "the terminal" '~ wireless.ssid: "a name of many words"
+    -> "many words as a name"' "$out"
+sees 40 out compose configuration --from full.xml --dry-run --color never \
+  --set wireless.ssid='many words as a name'
+same "the terminal" '~ wireless.ssid: "Badge office, second
+    floor" -> "many words as a name"' "$out"
+sees 40 out check --color never --context never unknown-elements.xml
+holds "the terminal" 'unknown-elements.xml:3:3: warning:
+    <firmware>: unknown element, skipped
+    \[K101]
+*' "$out"
+for call in "diff full.xml a.xml" "diff a.xml full.xml" "check odd.xml" "decode odd.xml" list \
+  "list --findings" "decode unknown-elements.xml" "explain K104"; do
+  for columns in 60 80; do
+    # shellcheck disable=SC2086 # words apart
+    sees $columns out+err $call
+    checks=$((checks + 2))
+    long=$(plain "$out" | awk -v most=$columns 'length($0) > most && NF > 2')
+    [[ -z $long ]] || complain "$called: too wide" "$long"
+    ! grep -qE $'\e''\[([0-9]+;)*(33|37|9[0-7])m' <<<"$out" || complain "$called: a colour" "$out"
+  done
+done
 
 # On the narrowest terminals values stand below their names. No line is longer than a word that no
 # line can hold, and no word is lost.

@@ -124,6 +124,11 @@ class Comparison {
 
 // For people.
 
+/// What does not fit on a terminal goes on below itself.
+std::string fitted(std::string const& line) {
+  return wrapped(line, lineWidth(), 4) + '\n';
+}
+
 std::string shownText(std::string_view text) {
   return '"' + printable(text) + '"';
 }
@@ -135,7 +140,7 @@ void addLines(std::string& lines, Style style, std::string_view mark, std::strin
   if (!isSplit) {
     std::string line(mark);
     line += printable(path) + ": " + shownValue(value, secrets);
-    lines += styled(style, line) + '\n';
+    lines += fitted(styled(style, line));
     return;
   }
   for (Member const& member : value.members()) {
@@ -232,8 +237,8 @@ std::string shownChanges(std::vector<Change> const& changes, Secrets secrets) {
     } else if (change.kind == Kind::removed) {
       addLines(lines, Style::error, "- ", change.path, *change.before, secrets);
     } else {
-      lines += styled(Style::warning, markOf(change.kind)) + printable(change.path) + ": " +
-               shownDifference(change, secrets) + '\n';
+      lines += fitted(styled(Style::warning, markOf(change.kind)) + printable(change.path) + ": " +
+                      shownDifference(change, secrets));
     }
   }
   return lines;

@@ -93,7 +93,7 @@ Style styleOf(Severity severity) {
     case Severity::information:
       break;
   }
-  return Style::good;
+  return Style::faint;
 }
 
 /// `reply.xml:4:3: warning: <firmware>: unknown element, skipped [K101]`
@@ -103,9 +103,10 @@ std::string lineOf(ReplyInput const& input, Found const& found) {
     place += std::to_string(found.begin.line) + ':' + std::to_string(found.begin.column) + ':';
   }
   std::string const severity = std::string(severityWord(found.severity)) + ':';
-  return styled(Style::heading, printable(place)) + ' ' +
-         styled(styleOf(found.severity), severity) + ' ' + printable(found.message) + " [" +
-         found.id + "]\n";
+  std::string const line = styled(Style::heading, printable(place)) + ' ' +
+                           styled(styleOf(found.severity), severity) + ' ' +
+                           printable(found.message) + " [" + found.id + ']';
+  return wrapped(line, lineWidth(), 4) + '\n';
 }
 
 /// One call of the tool: checks inputs and remembers the worst that was found.

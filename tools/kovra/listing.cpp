@@ -1,5 +1,6 @@
 #include "listing.hpp"
 
+#include <algorithm>
 #include <kovra.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -13,6 +14,7 @@
 #include "options.hpp"
 #include "output.hpp"
 #include "table.hpp"
+#include "terminal.hpp"
 #include "words.hpp"
 
 namespace Kovra::tool {
@@ -21,13 +23,34 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// The rows as columns. On a terminal that is too narrow for one it goes on below itself, with its
+/// last cell as a whole where not even the first word of that fits.
+std::string fitted(std::vector<std::vector<std::string>> const& rows) {
+  std::string const table = columns(rows);
+  std::size_t const width = lineWidth();
+  std::string lines;
+  std::size_t at = 0;
+  for (std::vector<std::string> const& row : rows) {
+    std::size_t const end = table.find('\n', at);
+    std::string line = table.substr(at, end - at);
+    at = end + 1;
+    std::string const& last = row.back();
+    std::size_t const start = line.size() - last.size();
+    bool const fits = width == 0 || start + std::min(last.find(' '), last.size()) <= width;
+    if (!fits) line.replace(line.find_last_not_of(' ', start - 1) + 1, last.npos, "\n    " + last);
+    std::size_t const head = fits ? 0 : line.find('\n') + 1;
+    lines += line.substr(0, head) + wrapped(line.substr(head), width, 4) + '\n';
+  }
+  return lines;
+}
+
 std::string table() {
   std::vector<std::vector<std::string>> rows;
   for (Message const& message : messages()) {
     if (message.isRead())
       rows.push_back({message.name(), listed(message.roots()), message.title()});
   }
-  return columns(rows);
+  return fitted(rows);
 }
 
 Json jsonOf(std::vector<MemberDescription> const& members);
@@ -95,7 +118,7 @@ std::string findings(std::string const& format) {
     rows.push_back({kind.id, std::string(nameOf(kind.severity)), kind.kind, kind.title});
     list.push_back(jsonOf(kind));
   }
-  if (format == "table") return columns(rows);
+  if (format == "table") return fitted(rows);
   return list.dump(2, ' ', true, Json::error_handler_t::replace) + '\n';
 }
 

@@ -42,7 +42,7 @@ char const* codeOf(Style style) {
     case Style::good:
       return "\033[32m";
     case Style::warning:
-      return "\033[33m";
+      return "\033[35m";  // yellow cannot be read on white
     case Style::error:
       return "\033[1;31m";
     case Style::plain:

@@ -14,6 +14,7 @@ gcov's JSON marks them. Only the text marks blocks that nothing but exceptions l
 until one does: hence a second look at each object file as if nothing had run.
 """
 
+import concurrent.futures
 import functools
 import itertools
 import json

@@ -157,6 +157,25 @@ TEST(ComposeConfiguration, TellsAllProblemsInTheOrderOfTheRecord) {
             "wireless.ssid wireless.wifi cards[0] cards[1].card ethernet.gateway ");
 }
 
+TEST(ComposeConfiguration, RefusesAMaskForAKey) {
+  Value record = recordOf(sample("full.xml"));
+  record.set("wireless.key", "******");
+  EXPECT_EQ(problem(record, choice({"wireless"})),
+            "wireless.key: found a masked secret; expected the secret itself");
+  record.set("wireless.key", "*****");
+  EXPECT_TRUE(static_cast<bool>(composed(record, choice({"wireless"})))) << "no mask";
+}
+
+TEST(ComposeConfiguration, TakesItsSectionsAsAListOfWords) {
+  Value const record = recordOf(sample("full.xml"));
+  auto const refused = [&](Value const& sections) {
+    return problem(record, Value::object({{"sections", sections}}));
+  };
+  EXPECT_EQ(refused("wireless"), "sections: found \"wireless\"; expected a list");
+  EXPECT_EQ(refused(Value::list({5})).substr(0, 34), "sections: found 5; expected one of");
+  EXPECT_EQ(problem(record, "wireless"), "found \"wireless\"; expected an object with choices");
+}
+
 // A member that was forgotten would be set to zero.
 TEST(ComposeConfiguration, TakesAChoiceOnce) {
   Composition const composition = compose("configuration", Value::object(),

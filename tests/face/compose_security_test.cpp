@@ -110,6 +110,52 @@ TEST(ComposeSecureDirective, NeedsEveryMember) {
   }
 }
 
+_tagSecActionXMLValues const classicAction = {"reset_oem", "KX-200", "K1", "8F31", "9b1c"};
+
+std::string ofClassicAction(_tagSecActionXMLValues const& values, std::string const& message) {
+  return outcome(compose(values, Value::object({{"message", message}})));
+}
+
+TEST(ComposeClassicAction, WritesTheDocumentThatIsChosen) {
+  EXPECT_EQ(ofClassicAction(classicAction, "secure-action-directive"), directiveWith(""));
+  EXPECT_EQ(ofClassicAction(classicAction, "secure-action-request"),
+            outcome(compose("secure-action-request", Value::object({{"action", "reset_oem"},
+                                                                    {"model", "KX-200"},
+                                                                    {"serial", "K1"},
+                                                                    {"nonce", "8F31"}}))));
+  EXPECT_EQ(outcome(compose(classicAction, Value::object({{"message", "secure-action-directive"},
+                                                          {"timeout", 30}}))),
+            directiveWith("        <timeout>30</timeout>\n"));
+}
+
+TEST(ComposeClassicAction, NeedsTheTextsOfThatDocumentAlone) {
+  _tagSecActionXMLValues values = classicAction;
+  values.hmac = nullptr;
+  EXPECT_TRUE(
+      static_cast<bool>(compose(values, Value::object({{"message", "secure-action-request"}}))));
+  EXPECT_EQ(ofClassicAction(values, "secure-action-directive"), "hmac" + noText);
+  values = classicAction;
+  values.action = nullptr;
+  EXPECT_EQ(ofClassicAction(values, "secure-action-directive"), directiveWith(""));
+  EXPECT_EQ(ofClassicAction(values, "secure-action-request"), "action" + noText);
+}
+
+TEST(ComposeClassicAction, NeedsToKnowWhichDocumentIsMeant) {
+  std::string const expected = "; expected one of: secure-action-request, secure-action-directive";
+  EXPECT_EQ(outcome(compose(classicAction)), "message: found nothing" + expected);
+  EXPECT_EQ(ofClassicAction(classicAction, "nonce"), "message: found \"nonce\"" + expected);
+  EXPECT_EQ(outcome(compose(classicAction, Value::object({{"message", 5}}))),
+            "message: found 5" + expected);
+}
+
+TEST(ComposeClassicAction, TellsNoTextsOfIt) {
+  _tagSecActionXMLValues values = classicAction;
+  values.nonce = "8F3\x01";
+  EXPECT_EQ(ofClassicAction(values, "secure-action-request"),
+            "nonce: found a text with a character that XML cannot carry; expected a text without "
+            "control characters other than tabs and line ends");
+}
+
 TEST(ComposePasskey, WritesThePasskeyAlone) {
   EXPECT_EQ(outcome(compose("passkey", Value::object({{"current_passkey", "open <sesame>"}}))),
             declaration + std::string("<passkey>open &lt;sesame&gt;</passkey>\n"));

@@ -514,6 +514,7 @@ TEST(JsonRead, NumbersOfTheKindThatHoldsThem) {
       {"2.4703282292062328e-324", Kind::real, std::numeric_limits<double>::denorm_min()},
       {"2.4703282292062327e-324", Kind::real, 0.0},
       {"1e-400", Kind::real, 0.0},
+      {"0.001e-323", Kind::real, 0.0},
       {"123456789.5e-99999999999999999999", Kind::real, 0.0},
       {"1e-9223372036854775808", Kind::real, 0.0}};
   for (Case const& number : cases) {

@@ -160,6 +160,19 @@ TEST(Results, HoldWhatTheyShowWithoutTheResultThatTheyComeFrom) {
   EXPECT_EQ(copy.record(), Value::object({{"error", 5}}));
 }
 
+TEST(Results, FindingsAreAssigned) {
+  Refusal const refusal = decode("<a>").refusal();
+  Refusal const other = decode("").refusal();
+  ASSERT_NE(refusal.message(), other.message());
+  Refusal finding = other;
+  finding = refusal;
+  EXPECT_EQ(finding.message(), refusal.message());
+  finding = Refusal(other);
+  EXPECT_EQ(finding.message(), other.message());
+  finding = Refusal();
+  EXPECT_EQ(finding.message(), "");
+}
+
 TEST(Problems, AreOneSentenceWithThePathInFront) {
   std::vector<Problem> const whole = compose("passkey", 5).problems();
   ASSERT_EQ(whole.size(), 1U);

@@ -285,6 +285,7 @@ TEST(Refusal, OfTextBeforeTheDocumentTellsWhereThatBegins) {
   EXPECT_EQ(skipped.readings()[0].record().at("error").asInteger(), 5);
   ASSERT_EQ(skipped.notes().size(), 1U);
   EXPECT_EQ(skipped.notes()[0].id(), "K109");
+  EXPECT_EQ(skipped.notes()[0].message(), "text before the document was skipped");
   EXPECT_EQ(skipped.notes()[0].line(), 2);
   EXPECT_EQ(skipped.notes()[0].endOffset(), 16U);
   EXPECT_TRUE(decode(reply, {}, ReadOptions().skipTextBefore()).notes().empty());
@@ -332,6 +333,55 @@ TEST(Encodings, ThatAreDeclaredAreConverted) {
   ASSERT_TRUE(decoding);
   EXPECT_EQ(decoding.readings()[0].record().at("ssid").asText(), "\xEF\xBF\xBD");
   EXPECT_EQ(decoding.notes()[0].id(), "K106");
+}
+
+TEST(Encodings, ReplaceHalvesOfAPairAndKeepWhatStandsBesideThem) {
+  std::string const before =
+      "<?xml version=\"1.0\" encoding=\"UTF-16\"?><get_wireless_status><ssid>";
+  std::string const behind = "</ssid></get_wireless_status>";
+  std::string const replaced = "\xEF\xBF\xBD";
+  struct Case {
+    std::u16string units;
+    std::string text;
+  };
+  Case const cases[] = {{{0xD83D, u'a'}, replaced + "a"},
+                        {{0xDE00, u'a'}, replaced + "a"},
+                        {{0xDFFF, u'a'}, replaced + "a"},
+                        {{0xDE00, 0xD83D, 0xDE00}, replaced + "\xF0\x9F\x98\x80"},
+                        {{0xD83D, 0xD83D, 0xDE00}, replaced + "\xF0\x9F\x98\x80"},
+                        {{0xD83D, 0xE000}, replaced + "\xEE\x80\x80"},
+                        {{0xD7FF, 0xE000}, "\xED\x9F\xBF\xEE\x80\x80"},
+                        {{0xD800, 0xDC00}, "\xF0\x90\x80\x80"},
+                        {{0xDBFF, 0xDFFD}, "\xF4\x8F\xBF\xBD"}};
+  for (Case const& one : cases) {
+    for (bool const isBig : {false, true}) {
+      std::string letters;
+      for (char16_t const unit : one.units) {
+        char const low = static_cast<char>(unit & 0xFF);
+        char const high = static_cast<char>(unit >> 8);
+        letters += isBig ? std::string{high, low} : std::string{low, high};
+      }
+      Decoding const decoding = decode(wide(before, isBig) + letters + wide(behind, isBig));
+      ASSERT_TRUE(decoding) << decoding.refusal().message();
+      EXPECT_EQ(decoding.readings()[0].record().at("ssid").asText(), one.text);
+    }
+  }
+}
+
+TEST(Encodings, ReplaceWhatIsLeftOfALastCharacter) {
+  std::string const text = wide(
+      "<?xml version=\"1.0\" encoding=\"UTF-16\"?>"
+      "<get_wireless_status><ssid>x</ssid></get_wireless_status>",
+      false);
+  for (std::string const& rest : {"\x3D"s, "\x3D\xD8"s, "\x3D\xD8\x00"s}) {
+    Decoding const decoding = decode(text + rest);
+    ASSERT_TRUE(decoding) << decoding.refusal().message();
+    EXPECT_EQ(decoding.readings()[0].record().at("ssid").asText(), "x");
+    ASSERT_EQ(decoding.notes().size(), 1U);
+    EXPECT_EQ(decoding.notes()[0].message(), "text behind the document is not looked at");
+    EXPECT_EQ(decoding.notes()[0].offset(), text.size());
+    EXPECT_EQ(decoding.notes()[0].endOffset(), text.size() + rest.size());
+  }
 }
 
 TEST(Refusal, OfANulByteTellsItsPlaceInTheHostsBytes) {

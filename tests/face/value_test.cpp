@@ -12,6 +12,7 @@
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -245,6 +246,18 @@ TEST(Value, RefusesWhatItIsNot) {
   EXPECT_EQ(kindsThatTake([](Value const& v) { (void)v.isKnown(); }), "000000100");
   EXPECT_EQ(kindsThatTake([](Value const& v) { Value(v).append(1); }), "100000010");
   EXPECT_EQ(kindsThatTake([](Value const& v) { Value(v).add("b", 1); }), "100000001");
+}
+
+// Hosts keep an exception beyond the handler that caught it.
+TEST(ValueError, IsCopiedWithItsSentence) {
+  std::optional<ValueError> kept;
+  try {
+    (void)Value(5).asText();
+  } catch (ValueError const& error) {
+    kept.emplace(error);
+  }
+  ASSERT_TRUE(kept.has_value());
+  EXPECT_STREQ(kept->what(), "the value is a whole number, not a text");
 }
 
 TEST(Value, SaysWhatItIsAndWhatItIsNot) {

@@ -121,6 +121,28 @@ TEST(Metrics, EscapeWhateverALabelHolds) {
   }
 }
 
+/// The number of a metric; empty where there is none.
+std::string numberIn(std::string const& page, std::string const& name) {
+  std::size_t const begin = page.find('\n' + name + ' ');
+  if (begin == page.npos) return {};
+  std::size_t const number = begin + name.size() + 2;
+  return page.substr(number, page.find('\n', number) - number);
+}
+
+TEST(Metrics, OfNumbersThatAreNoneAreWrittenAsPrometheusDoes) {
+  auto const told = [](std::string const& number) {
+    std::string const page =
+        pageOf("", samplesOf(decode("<get_sensor_status><sensor_values><voltage_24>" + number +
+                                    "</voltage_24></sensor_values></get_sensor_status>")));
+    EXPECT_EQ(faultOf(page), "") << page;
+    return numberIn(page, "kovra_sensor_status_voltage_24");
+  };
+  EXPECT_EQ(told("24.5"), "24.5");
+  EXPECT_EQ(told("1e99"), "+Inf");
+  EXPECT_EQ(told("-1e99"), "-Inf");
+  EXPECT_EQ(told("nan"), "NaN");
+}
+
 TEST(Metrics, OfOneSourceTwiceAreTwo) {
   Metrics metrics;
   for (int i = 0; i < 3; ++i) metrics.add("a", {{"kovra_x", "help", "", "1"}}, true, 0);

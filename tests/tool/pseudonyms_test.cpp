@@ -102,6 +102,38 @@ TEST(Pseudonyms, AreOfTheSameKind) {
   EXPECT_EQ(inPlaceOf({"10.1.2.3", "fe80::1"}, "key"), (Values{"key-1", "key-2"}));
 }
 
+TEST(Pseudonyms, OfWhatIsAlmostAnAddressAreTexts) {
+  Values const values = {"AA:BB-CC:DD:EE:FF",
+                         "AA:BB:CC:DD:EE:FG",
+                         "AA:BB:CC:DD:EE:F",
+                         "AA.BB.CC.DD.EE.FF",
+                         "12345678-9abc-4def-8000-00000000000g",
+                         "12345678-9abc-4def-8000:000000000001",
+                         "10.1.2.256",
+                         "10.1.2",
+                         "fe80:1:2",
+                         "fe80::g",
+                         "fe80:0000:0000:0000:0000:0000:0000:0000:1::"};
+  Values const madeUp = inPlaceOf(values, "host");
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    EXPECT_EQ(madeUp[i], "host-" + std::to_string(i + 1)) << values[i];
+  }
+  EXPECT_EQ(inPlaceOf({"1:2:3:4:5:6:7:8"}, "host"), (Values{"2001:db8::1"}));
+}
+
+TEST(Pseudonyms, OfManyLongAddressesHaveGroupsOfFourDigits) {
+  Values values;
+  for (int i = 0; i < 0x10001; ++i) {
+    char text[16];
+    std::snprintf(text, sizeof text, "fe80::%x:%x", i >> 8, i & 0xff);
+    values.push_back(text);
+  }
+  Values const madeUp = inPlaceOf(values, "host");
+  EXPECT_EQ(madeUp[0xfffe], "2001:db8::ffff");
+  EXPECT_EQ(madeUp[0xffff], "2001:db8::1:0000");
+  EXPECT_EQ(madeUp[0x10000], "2001:db8::1:0001");
+}
+
 /// Letters for letters, digits for digits, and all else as it is.
 TEST(Pseudonyms, OfPatternsKeepTheirForm) {
   Values const values = {"XK-2041/b", "0x1A2f", "0042", "7", "Q", "--", "a b", "zz99"};

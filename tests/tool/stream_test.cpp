@@ -56,6 +56,18 @@ TEST(ReplyStream, FindsTheEndOfEachDocument) {
   EXPECT_EQ(textsOf(" \n<!-- nothing -->\n"), Texts());
 }
 
+TEST(ReplyStream, CountsBlanksOfEveryKindBetweenDocuments) {
+  EXPECT_EQ(textsOf(" \t\r\n<a/>\r\n\t<b/>\t\r"), (Texts{"<a/>", "<b/>"}));
+  EXPECT_EQ(textsOf("<a/>\v<b/>"), (Texts{"<a/>", "\v", "<b/>"}));
+}
+
+TEST(ReplyStream, KnowsNamesByTheirFirstLetter) {
+  for (std::string const name : {"_", ":", "a", "z", "A", "Z", "\xC3\xA4"}) {
+    std::string const document = "<" + name + "></" + name + ">";
+    EXPECT_EQ(textsOf(document + document), (Texts{document, document})) << name;
+  }
+}
+
 TEST(ReplyStream, TakesMarkupInTextsForText) {
   std::string const comment = "<a><!-- </a><b> --></a>";
   std::string const data = "<a><![CDATA[</a>]]></a>";

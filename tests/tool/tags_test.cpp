@@ -70,10 +70,45 @@ TEST(Tags, AreReadWithTheOdditiesOfTheLibrary) {
   EXPECT_EQ(seenIn("< a></a >"), "! a!/a ");
 }
 
+TEST(Tags, HaveBlanksOfEveryKindBetweenTheirPieces) {
+  for (std::string const blank :
+       {" ", "\t", "\n", "\v", "\f", "\r", "\xEF\xBB\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+    EXPECT_EQ(seenIn("<a " + blank + "b=" + blank + "'c'" + blank + "/>"), "<a@b=c/") << blank;
+  }
+  for (char const* const none : {"\x08", "\x0E", "\xEF\xBF\xBD", "\xEF\xBB\xBE"}) {
+    EXPECT_THROW(seenIn("<a " + std::string(none) + "/>"), TagError) << none;
+  }
+}
+
+TEST(Tags, HaveNamesOfLettersDigitsAndSomeMarks) {
+  for (std::string const name : {"a0", "a9", "A-.:_", "_Z", "z\xC3\xA4", "\x7F"}) {
+    EXPECT_EQ(seenIn("<" + name + "/>"), "<" + name + "/");
+  }
+  for (char const* const mark : {"/", ";", "@", "[", "`", "{"}) {
+    EXPECT_THROW(seenIn("<a" + std::string(mark)), TagError) << mark;
+  }
+}
+
+TEST(Tags, DeclarationsAreKnownInEitherCase) {
+  EXPECT_EQ(seenIn("<?XML VERSION='>'?><a/>"), "! VERSION='>'?<a/");
+  EXPECT_EQ(seenIn("<?xMl Encoding='>' standalone=x?><a/>"), "! Encoding='>' standalone=x?<a/");
+  EXPECT_EQ(seenIn("<?xm1 version='>'?><a/>"), "!?xm1 version='\'\'?><a/");
+  EXPECT_EQ(seenIn("<?xml versio='>'?><a/>"), "! versio='\'\'?><a/");
+  EXPECT_EQ(seenIn("<?xml version"), "! version");
+}
+
 TEST(Tags, ThatAreBrokenAreTold) {
-  for (std::string_view const text :
-       {"<a>", "<a", "<a b", "<a b=", "<a b='", "<a b=c", "<a b='c'", "<a/", "<a></b>", "<a></a",
-        "<a><!-- ", "<a><![CDATA[", "<a>&#", "<a b='&#'/>", "<a b=c\"d/>", "<a =''/>"}) {
+  for (std::string_view const text : {"<a>",         "<a",
+                                      "<a b",        "<a b=",
+                                      "<a b='",      "<a b=c",
+                                      "<a b='c'",    "<a/",
+                                      "<a></b>",     "<a></a",
+                                      "<a><!-- ",    "<a><![CDATA[",
+                                      "<a>&#",       "<a>&#x",
+                                      "<a b='&#'/>", "<a b=c\"d/>",
+                                      "<a b=c'd/>",  "<a =''/>",
+                                      "<a b c=''/>", "<a/ >",
+                                      "<a></a/>",    "<a><?xml version='1.0'"}) {
     EXPECT_THROW(seenIn(text), TagError) << text;
   }
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <string>
@@ -134,6 +135,75 @@ TEST(Patch, PassesOverWhatWasNotCompared) {
   ASSERT_EQ(all.size(), 1U);
   EXPECT_EQ(all[0].kind, Change::Kind::masked);
   EXPECT_EQ(patchOf(all, Secrets::shown).text, "[]\n");
+}
+
+/// "value ~" for one change of that kind at the record's only member.
+std::string kindsOf(Value const& before, Value const& after) {
+  Value const a = Value::object({{"a", before}});
+  Value const b = Value::object({{"a", after}});
+  std::string all;
+  for (Change const& change : changes(a, b)) {
+    EXPECT_EQ(change.path.front(), 'a');
+    char const* const names[] = {"added ", "removed ", "value ", "type ", "masked "};
+    all += names[static_cast<int>(change.kind)];
+  }
+  return all;
+}
+
+// JSON writes them as null, so that a record that was read again has nothing there.
+TEST(Changes, AreNoneAmongNumbersThatJsonHasNotAndNothing) {
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  double const infinity = std::numeric_limits<double>::infinity();
+  for (Value const& a : {Value(), Value(nan), Value(infinity), Value(-infinity)}) {
+    for (Value const& b : {Value(), Value(nan), Value(infinity), Value(-infinity)}) {
+      EXPECT_EQ(kindsOf(a, b), "");
+    }
+  }
+  EXPECT_EQ(kindsOf(nan, 1.5), "value ");
+  EXPECT_EQ(kindsOf(1.5, infinity), "value ");
+  EXPECT_EQ(kindsOf(nan, 1), "type ");
+  EXPECT_EQ(kindsOf({}, "x"), "type ");
+}
+
+TEST(Changes, OfMasksAreUnknownWhereTheyHideASecret) {
+  Value secret("open");
+  secret.markSecret();
+  Value masked("******");
+  masked.markSecret();
+  EXPECT_EQ(kindsOf(secret, "******"), "masked ");
+  EXPECT_EQ(kindsOf("******", secret), "masked ");
+  EXPECT_EQ(kindsOf(masked, masked), "masked ");
+  EXPECT_EQ(kindsOf(secret, "other"), "value ");
+  EXPECT_EQ(kindsOf(secret, 5), "type ");
+  EXPECT_EQ(kindsOf("******", "open"), "value ") << "no secret";
+}
+
+TEST(Changes, OfASettingAreOne) {
+  auto const setting = [](int value) {
+    return Value::object({{"min", 0}, {"max", 9}, {"val", value}});
+  };
+  EXPECT_EQ(kindsOf(setting(5), setting(6)), "value ");
+  EXPECT_EQ(kindsOf(setting(5), setting(5)), "");
+  EXPECT_EQ(kindsOf(setting(5), 5), "type ");
+}
+
+TEST(ShownValue, IsOneLineWhateverItHolds) {
+  EXPECT_EQ(shownValue(Value::object({{"a", 1}, {"b", Value::list({2, "x"})}, {"c", {}}}),
+                       Secrets::masked),
+            "{a: 1, b: [2, \"x\"], c: (nothing)}");
+  EXPECT_EQ(shownValue(Value::list({Value::object({{"a", true}}), 5}), Secrets::masked),
+            "[{a: yes}, 5]");
+}
+
+TEST(TypeOf, HasANameForEveryKind) {
+  Value const values[] = {
+      {}, true, -1, 1U, 0.5, "x", Value::keyword(1, "idle"), Value::list(), Value::object()};
+  std::string names;
+  for (Value const& value : values) names += std::string(typeOf(value)) + ", ";
+  EXPECT_EQ(
+      names,
+      "nothing, a flag, a whole number, a whole number, a measure, a text, a keyword, a list, "
+      "a record, ");
 }
 
 TEST(Changes, TellPathsThatLeadToTheValues) {

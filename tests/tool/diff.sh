@@ -235,6 +235,8 @@ refused '{"a": 1, "a": 2}' 'bad:1:10: error: *'
 refused $'{"a": "\xff"}' 'bad:1:*: error: *'
 refused '{"readings": []}' 'bad: error: holds no reading*'
 refused '{"readings": [{"document": "x"}]}' 'bad: error: holds a reading without a record*'
+refused '{"readings": [{"document": 5, "record": {}}]}' 'bad: error: holds a reading without a record*'
+refused '{"readings": [{"document": "x", "record": 5}]}' 'bad: error: holds a reading without a record*'
 refused '{"kovra": 1, "ok": false, "error": {}}' 'bad: error: holds no reading*'
 refused '{"code": 1, "name": "x"}' 'bad: error: holds no record*'
 kovra diff missing.xml a.xml

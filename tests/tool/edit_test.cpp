@@ -204,6 +204,36 @@ TEST(Edit, TakesSecretsFromFiles) {
                InputFailure);
 }
 
+TEST(Edit, TakesFilesWithOrWithoutTheEndOfALine) {
+  test::TemporaryFolder const folder;
+  std::string const file = folder.file("ssid");
+  Message const message = messageNamed("configuration");
+  auto const read = [&](std::string const& text) {
+    test::writeFile(file, text);
+    Edit const edit = editOfFile(message, "wireless.ssid=" + file);
+    EXPECT_FALSE(edit.value.isSecret());
+    return std::string(edit.value.asText());
+  };
+  EXPECT_EQ(read(""), "");
+  EXPECT_EQ(read("\n"), "");
+  EXPECT_EQ(read("net"), "net");
+  EXPECT_EQ(read("net\n"), "net");
+  EXPECT_EQ(read("net\n\n"), "net\n");
+  EXPECT_EQ(read("a\r\n"), "a");
+}
+
+TEST(Edit, TakesPartsOfASettingAlone) {
+  Message const message = messageNamed("configuration");
+  for (char const* const part : {"val", "min", "max"}) {
+    Edit const edit = editOf(message, std::string("lcd_contrast.") + part + "=5");
+    EXPECT_EQ(edit.path, std::string("lcd_contrast.") + part);
+    EXPECT_EQ(edit.value, Value(5));
+  }
+  EXPECT_EQ(editOf(message, "lcd_contrast=0.5").value, Value(0.5));
+  EXPECT_THROW(editOf(message, "lcd_contrast.value=5"), EditFailure);
+  EXPECT_THROW(editOf(message, "lcd_contrast.min.x=5"), EditFailure);
+}
+
 TEST(Edit, ChangesNothingThatTheRecordCannotHave) {
   Value record = Value::object({{"a", 1}});
   EXPECT_THROW(apply({{"a.b", 1}}, record), EditFailure);

@@ -135,6 +135,35 @@ kovra explain --format xml ssid
 expectStatus 2
 kovra explain --color always ssid
 holds "standard output" $'\e\[1mwireless-status.ssid\e\[0m: *' "$out"
+
+# What a member is: a line for each form that a value has.
+is() {  # name, what
+  kovra explain "$1"
+  expectStatus 0
+  same "the first line" "$1: $2" "${out%%$'\n'*}"$'\n'
+}
+is configuration.wireless.ip_address "a text: an IPv4 address"
+is 'access-points.accessPoints[].bssid' "a text: a hardware address"
+is general-status.alarms "a whole number without a sign, which replies write as 0x1A"
+is general-status.error "a whole number"
+is sensor-status.voltage_24 "a number with a fraction"
+is general-status.printer_state "a keyword"
+is configuration.lcd_contrast "a setting: a value val between bounds min and max"
+
+# A message, for programs: its roots, and what can be done with it.
+message() {  # name, facts
+  kovra explain --format json "$1"
+  expectStatus 0
+  same "the message" "$2" "$(jq -c '.messages[0] | [.name, .roots, .read, .written, .command]' \
+    <<<"$out")
+"
+  checks=$((checks + 1))
+  jq -e '.messages[0] | (.title | length > 0) and (.members | length > 0)' <<<"$out" >/dev/null ||
+    complain "$called:" "$out"
+}
+message general-status '["general-status",["get_general_status"],true,false,null]'
+message passkey '["passkey",["passkey"],true,true,"passkey"]'
+
 checks=$((checks + 1))
 "$tool" explain ssid >/dev/full 2>/dev/null
 (($? == 3)) || complain "a full disk is not noticed"

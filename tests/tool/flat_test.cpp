@@ -71,6 +71,29 @@ TEST(Flat, MasksSecrets) {
   EXPECT_TRUE(fromFlat("key = \"x\"").at("key").isSecret());
 }
 
+TEST(Flat, MasksNoKeywordsAndNothing) {
+  Value nothing;
+  nothing.markSecret();
+  Value known = Value::keyword(2, "idle");
+  known.markSecret();
+  Value number = 17;
+  number.markSecret();
+  EXPECT_EQ(flat(Value::object({{"a", nothing}, {"b", known}, {"c", number}}), Secrets::masked),
+            "a = null\nb = \"idle\"\nc = \"******\"\n");
+  EXPECT_EQ(flat(Value::object({{"c", number}}), Secrets::shown), "c = 17\n");
+}
+
+TEST(Flat, PassesOverBlanksAndComments) {
+  EXPECT_EQ(fromFlat(" \t\r\n# a = 1\n\n\ta = 2 \r\n  # end"), Value::object({{"a", 2}}));
+  EXPECT_EQ(fromFlat(""), Value::object());
+  EXPECT_TRUE(isFlat("\r\n\t # nothing"));
+  EXPECT_TRUE(isFlat(" a = 1"));
+  EXPECT_FALSE(isFlat("a\nb = 1"));
+  EXPECT_FALSE(isFlat("1 = a"));
+  EXPECT_FALSE(isFlat("{\"a = 1\": 2}"));
+  EXPECT_FALSE(isFlat(" \n"));
+}
+
 TEST(Flat, RefusesWhatIsNoLineOfIts) {
   for (char const* const text :
        {"a", "a=1", "a = ", "a = x", "a = 1 2", "a = \"x", "a = 1\na.b = 2", "a[1] = 1", "a[x] = 1",

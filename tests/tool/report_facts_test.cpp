@@ -56,6 +56,34 @@ TEST(Facts, CountersChoicesAndPartsOfWordsAreNoTroubles) {
             Texts{});
 }
 
+TEST(Facts, BitsAreToldByTheirNumbers) {
+  auto const saidOf = [](std::string const& alarms) {
+    Decoding const decoding =
+        decode("<get_general_status><alarms>" + alarms + "</alarms></get_general_status>");
+    std::string said;
+    for (Sign const& sign : factsOf("general-status", decoding.readings().at(0).record()).signs) {
+      said += sign.said;
+    }
+    return said;
+  };
+  EXPECT_EQ(saidOf("0x1"), "bit 0 (0x1)");
+  EXPECT_EQ(saidOf("0x80000000"), "bit 31 (0x80000000)");
+  EXPECT_EQ(saidOf("0x19"), "bits 0, 3, 4 (0x19)");
+  EXPECT_EQ(saidOf("0x0"), "");
+}
+
+TEST(Facts, NamesAreWordsInAnySpelling) {
+  for (char const* const name :
+       {"ribbon_low", "ribbon-low", "ribbon low", "ribbonLow", "RibbonLow", "__ribbon__low__"}) {
+    EXPECT_EQ(signsOf(Value::object({{name, 1}})), (Texts{"soon Ribbon low: 1"})) << name;
+  }
+  EXPECT_EQ(signsOf(Value::object({{"ribbon2Low", 1}})), (Texts{"soon Ribbon2 low: 1"}));
+  EXPECT_EQ(signsOf(Value::object({{"2_error", 1}})), (Texts{"now 2 error: 1"}));
+  for (char const* const name : {"", "_", "- ", "RIBBONLOW", "ribbonlow"}) {
+    EXPECT_EQ(signsOf(Value::object({{name, 1}})), Texts{}) << name;
+  }
+}
+
 TEST(Facts, WordsOfStatesTell) {
   EXPECT_EQ(signsOf(Value::object({{"printer_state", Value::keyword(7, "offline")},
                                    {"feeder_state", "cards_low"},
@@ -120,6 +148,14 @@ TEST(Facts, ThePrinterIsTheOneOfTheWholeRecord) {
   EXPECT_EQ(factsOf("m", Value::object({{"printer_serial", 12U}})).serial, "12");
 }
 
+TEST(Facts, ThePrintersNamesAreTextsAndWholeNumbersAlone) {
+  Value const record = Value::object({{"printer_serial", 0.5},
+                                      {"serial_number", Value::list({"S-17"})},
+                                      {"printer_model", Value::keyword(1, "HX")}});
+  EXPECT_EQ(factsOf("m", record).serial, "");
+  EXPECT_EQ(factsOf("m", record).model, "");
+}
+
 Level levelOf(Value const& record) {
   std::vector<Level> const levels = factsOf("m", record).levels;
   return levels.size() == 1 ? levels[0] : Level();
@@ -176,6 +212,24 @@ TEST(Levels, WithoutABarAreFull) {
 
 Value setting(int value) {
   return Value::object({{"min", 0}, {"max", 9}, {"val", value}});
+}
+
+TEST(Levels, AreLowAtATenthOfAnIntervalWithoutForewarning) {
+  Facts const settings =
+      factsOf("m", Value::object({{"service", Value::object({{"next_service", setting(400)}})}}));
+  Level level = levelOf(Value::object({{"hours_until_service", 41}}));
+  complete(level, settings.intervals);
+  EXPECT_EQ(signOf(level).need, Need::none);
+  level.left = 40;
+  EXPECT_EQ(signOf(level).need, Need::soon);
+}
+
+TEST(Levels, OfAWholeThatIsNoNumberHaveNone) {
+  for (Value const& whole : {Value("200"), Value(true), Value()}) {
+    Level const level = levelOf(Value::object({{"capacity", whole}, {"remaining", 5}}));
+    EXPECT_EQ(level.said, "5");
+    EXPECT_FALSE(level.hasBar());
+  }
 }
 
 TEST(Levels, CountDownWithinTheIntervalOfTheSettings) {

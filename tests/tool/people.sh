@@ -53,6 +53,12 @@ sees 80 out decode --color never minimal.xml
 same "the terminal" "$wanted" "$out"
 NO_COLOR='' sees 80 out decode minimal.xml
 holds "the terminal" $'*\e[1;31m*' "$out"
+sees 80 out decode --color auto minimal.xml
+holds "the terminal" $'*\e[1;31m*' "$out"
+unset TERM
+sees 80 out decode minimal.xml
+same "the terminal" "$wanted" "$out"
+export TERM=xterm
 kovra decode --color always minimal.xml
 holds "standard output" $'*\e[1;31m*' "$out"
 kovra decode minimal.xml
@@ -127,6 +133,24 @@ for columns in 60 200; do
 done
 COLUMNS=60 sees 33 err decode odd.xml
 fits 60
+# A width that is none is passed over, and a terminal that tells none has 80 columns.
+for wrong in 0 -5 10000 wide; do
+  COLUMNS=$wrong sees 33 err decode odd.xml
+  fits 33
+done
+sees 0 err decode odd.xml
+fits 80
+
+# Where the examples of what is unknown find no room beside it, they stand below.
+sees 200 out coverage unknown-elements.xml
+fits 200
+beside=$(plain "$out")
+sees 40 out coverage unknown-elements.xml
+below=$(plain "$out")
+checks=$((checks + 1))
+(($(wc -l <<<"$below") > $(wc -l <<<"$beside"))) || complain "$called: nothing is below" "$below"
+same "the words" "$(tr -s ' \n' ' ' <<<"$beside")" "$(tr -s ' \n' ' ' <<<"$below")
+"
 sees 40 out decode laminator_response.xml
 same "the terminal" "laminator-response <lam_ndc_rsp>
   lam_ndc_rsp  OK T1=173 T2=171 F=2

@@ -59,6 +59,19 @@ TEST(Redaction, FindsValuesInReferences) {
             "<x><password>phrase-1</password><y>phrase-1</y></x>");
 }
 
+TEST(Redaction, FindsValuesHoweverTheirLettersAreReferredTo) {
+  std::string const euro = "\xe2\x82\xac";
+  EXPECT_EQ(copyOf("<x><password>ab&#8364;cd</password><y>ab" + euro +
+                   "cd ab&#x20AC;cd ab&#x20ac;cd ab&#x20ab;cd</y></x>"),
+            "<x><password>phrase-1</password><y>phrase-1 phrase-1 phrase-1 ab&#x20ab;cd</y></x>");
+  EXPECT_EQ(copyOf("<x><password>a&#128512;bc</password><y>a\xf0\x9f\x98\x80"
+                   "bc</y></x>"),
+            "<x><password>phrase-1</password><y>phrase-1</y></x>");
+  EXPECT_EQ(
+      copyOf("<x><password>&lt;&gt;&quot;&apos;&amp;</password><y z='&lt;>&quot;&#39;&'/></x>"),
+      "<x><password>phrase-1</password><y z='&lt;>&quot;&#39;&'/></x>");
+}
+
 // A reference by a number reaches to the next semicolon, whatever stands between.
 TEST(Redaction, WritesAnewWhatHidesAValueInAReference) {
   std::string const text =
@@ -89,13 +102,30 @@ TEST(Redaction, KeepsEveryEncoding) {
   using namespace std::string_view_literals;
   for (std::string_view const bytes :
        {"<a>\xc3\xa4</a>"sv, "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xe4</a>"sv,
-        "\xff\xfe<\0a\0>\0\xe4\0=\xd8\0\xde<\0/\0a\0>\0"sv, "\0<\0a\0/\0>"sv}) {
+        "\xff\xfe<\0a\0>\0\xe4\0=\xd8\0\xde<\0/\0a\0>\0"sv, "\0<\0a\0/\0>"sv,
+        "\xfe\xff\0<\0a\0>\x20\xac\xff\xfd\0<\0/\0a\0>"sv, "<\0a\0>\0\xac\x20"sv}) {
     ReplyText const reply(bytes);
     EXPECT_EQ(reply.bytesOf(reply.text()), bytes);
   }
   EXPECT_EQ(ReplyText("\xff\xfe<\0a\0/\0>\0"sv).text(), "<a/>");
+  EXPECT_EQ(ReplyText("\xfe\xff\x20\xac"sv).text(), "\xe2\x82\xac");
   EXPECT_THROW(ReplyText("\xff\xfe<\0a\0/\0>"sv), InputFailure);
   EXPECT_THROW(ReplyText("\xff\xfe\0\xd8"sv), InputFailure);
+}
+
+TEST(ReplyText, IsLatin1WhereTheDeclarationSaysSo) {
+  auto const textOf = [](std::string const& before) {
+    return std::string(ReplyText(before + "\xe4").text()).substr(before.size());
+  };
+  for (char const* const name : {"ISO-8859-1", "iso8859-1", "Latin1", "l1", "ISO-IR-100"}) {
+    EXPECT_EQ(textOf(std::string(" \n<?XML encoding=\"") + name + "\"?>"), "\xc3\xa4") << name;
+  }
+  for (char const* const other :
+       {"", " ", "<a>", "<?xml version='1.0'?>", "<?xml encoding=?>", "<?xml encoding='UTF-8'?>",
+        "<?xml encoding='l1", "<!-- <?xml encoding='l1'?> -->",
+        "\xef\xbb\xbf<?xml encoding='l1'?>"}) {
+    EXPECT_EQ(textOf(other), "\xe4") << other;
+  }
 }
 
 }  // namespace

@@ -72,18 +72,14 @@ constexpr std::string_view tellingWords =
     "count counter num total state status type mode version size length timeout port ports speed "
     "signal strength channel enabled supported present available protection ready";
 
-/// Names for values of any kind.
-constexpr std::string_view genericNames = "value val text data name id string";
-
 /// What stands where nothing is set.
 constexpr std::string_view placeholders =
     "none dhcp auto any unknown n/a null static default disabled enabled yes no true false on off";
 
+/// Every group has one.
 IdentityRow const& rowFor(Group group) {
-  for (IdentityRow const& row : identityRows()) {
-    if (row.group == group) return row;
-  }
-  return identityRows().front();
+  return *std::find_if(identityRows().begin(), identityRows().end(),
+                       [&](IdentityRow const& row) { return row.group == group; });
 }
 
 /// The first row, in the order of the table, that has a word of the name.
@@ -256,10 +252,6 @@ std::optional<Identity> Identities::byName(std::string_view name) const {
 
 bool Identities::isTelling(std::string_view name) {
   return hasOneOf(tellingWords, name);
-}
-
-bool Identities::isGeneric(std::string_view name) {
-  return isAmong(genericNames, lowered(name));
 }
 
 bool Identities::isReplaced(std::string_view message, std::string_view path) const {

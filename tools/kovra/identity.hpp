@@ -70,8 +70,6 @@ class Identities {
   std::optional<Identity> byName(std::string_view name) const;
   /// Does the name tell of a number or a state, and so nothing of who somebody is?
   static bool isTelling(std::string_view name);
-  /// Is the name one for values of any kind?
-  static bool isGeneric(std::string_view name);
 
   /// Is the member of a message's record replaced? A path has no numbers: "jobs.uuid".
   bool isReplaced(std::string_view message, std::string_view path) const;

@@ -24,6 +24,9 @@ namespace {
 /// More than any member holds.
 constexpr std::size_t longestValue = 1 << 16;
 
+/// What stands behind a setting in the path of its value.
+constexpr std::string_view valuePart = ".val";
+
 /// What a path leads to.
 struct Target {
   Value::Kind kind = Value::Kind::nothing;
@@ -113,7 +116,7 @@ Target targetOf(MemberDescription const& member, std::vector<MemberDescription> 
   Target target{member.kind(), member.isSecret(), path, {}, {}, member.form()};
   if (member.form() == MemberDescription::Form::setting) {
     target.kind = Value::Kind::real;
-    target.path += ".val";
+    target.path += valuePart;
   }
   if (isEntry) target.kind = Value::Kind::record;
   target.words = member.kind() == Value::Kind::text ? wordsBeside(member, members) : member.words();
@@ -292,9 +295,6 @@ void apply(std::vector<Edit> const& edits, Value& record) {
 }
 
 namespace {
-
-/// What stands behind a setting in the path of its value.
-constexpr std::string_view valuePart = ".val";
 
 bool isValueOfSetting(std::string_view path) {
   return path.size() > valuePart.size() && path.substr(path.size() - valuePart.size()) == valuePart;

@@ -60,8 +60,8 @@ using Finish = std::function<void()>;
 /// input is there for it alone; the second half may print.
 using Work = std::function<Finish(ReplyInput const&)>;
 
-/// Goes through all replies. Throws what a Finish throws. False where some could not be read and none
-/// was: then there is nothing to be told of any.
+/// Goes through all replies. Throws what a Finish throws. False where some could not be read and
+/// none was: then there is nothing to be told of any.
 bool forEachReply(ReplyOptions const& options, Work const& work);
 
 }  // namespace Kovra::tool

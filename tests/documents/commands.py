@@ -21,7 +21,7 @@ import sources
 # No commands: the beginning of a block, and what it is.
 NO_COMMANDS = {
     r"find_package\(": "CMake; as in examples/CMakeLists.txt, which host.install builds",
-    r"text --->|record --->": "a drawing",
+    r"(text|record|words) --->": "a drawing",
     r"inline constexpr|keyword<|reply\(|constexpr ": "rows of a recipe",
     r"module\(": "the configuration of rsyslog; see fleet.rsyslog",
     r"def states": "Python; see programs.py",

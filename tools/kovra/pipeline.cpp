@@ -16,12 +16,13 @@ void Pipeline::Turn::finish(Finish finish) {
 
 /// What is thrown, too, is thrown when its turn has come.
 void Pipeline::Turn::run() try { std::exchange(job_, nullptr)(*this); } catch (...) {
-  pending_.emplace_back([failure = std::current_exception()] { std::rethrow_exception(failure); });
+  failure_ = std::current_exception();
 }
 
 void Pipeline::Turn::catchUp() {
   std::vector<Finish> const finishes = std::exchange(pending_, {});
   for (Finish const& finish : finishes) finish();
+  if (failure_ != nullptr) std::rethrow_exception(failure_);
 }
 
 // All of them.

@@ -48,6 +48,7 @@ class Pipeline {
 
     Job job_;
     std::vector<Finish> pending_;
+    std::exception_ptr failure_;
     std::atomic<bool> hasCome_ = false;
     bool isDone_ = false;
   };

@@ -117,4 +117,15 @@ holds "the file" "Replies*firmware*" "$(<result)"
 checks=$((checks + 1))
 "$tool" coverage one.xml >/dev/full 2>/dev/null
 (($? == 3)) || complain "a full disk is not noticed"
+# What is too long for a line is cut behind a whole character.
+for letters in x xx xxx; do
+  printf '<get_general_status><%s>%s</%s></get_general_status>' "$letters" \
+    "$(printf '\xe2\x82\xac%.0s' {1..40})" "$letters" >wide.xml
+  kovra coverage wide.xml
+  expectStatus 0
+  checks=$((checks + 1))
+  iconv -f UTF-8 -t UTF-8 <<<"$out" >/dev/null && grep -q '€\.\.\.$' <<<"$out" ||
+    complain "$called: half a character" "$out"
+done
+
 finish

@@ -244,6 +244,18 @@ expect 3 "" "missing.xml: error: No such file or directory"
 kovra diff --max-size 10 a.xml b.xml
 expect 3 "" "a.xml: error: larger than 10 bytes; see --max-size"
 
+# What only one of two readings says was nothing in the other; a byte order mark stands before JSON, too.
+printf '\xef\xbb\xbf {"readings": [{"document": "free-ram", "record": {"bytes_free": 1}}]}' >one.json
+printf '{"readings": [{"document": "free-ram", "record": {"bytes_free": 1}},
+  {"document": "free-flash", "record": {"bytes_free": 2}}]}' >two.json
+kovra diff one.json two.json
+expectStatus 1
+holds "standard output" "*+ *bytes_free: 2" "${out%$'\n'}"
+kovra diff two.json one.json
+holds "standard output" "*- *bytes_free: 2" "${out%$'\n'}"
+kovra diff --as free-flash one.json two.json
+expect 3 "" "one.json: error: holds no reading of free-flash"
+
 # Nothing drives the terminal.
 printf '{"a\\u001b[2J": "\\u001b[31m\\u202e"}' >a.json
 printf '{"a\\u001b[2J": "x\\ny", "b\\n": {}}' >b.json

@@ -164,6 +164,22 @@ message() {  # name, facts
 message general-status '["general-status",["get_general_status"],true,false,null]'
 message passkey '["passkey",["passkey"],true,true,"passkey"]'
 
+# Examples that cannot stand in a line are told of, or shown in part.
+kovra explain K001
+holds "standard output" $'*\n  example   an empty text\n*' "$out"
+kovra explain K011
+holds "standard output" $'*\n  example   <a><a>*<a ...\n*' "$out"
+
+# A root is the message that has it, with and without the slash in front.
+for name in /get_general_status get_general_status; do
+  kovra explain "$name"
+  same "the first line" "general-status: state, alarms, lock and job counters" "${out%%$'\n'*}"$'\n'
+done
+kovra explain --format json no_strict_xml
+expectStatus 0
+same "the finding" '["XML","no_strict_xml"]' "$(jq -c '.findings[0] | [.id, .kind]' <<<"$out")
+"
+
 checks=$((checks + 1))
 "$tool" explain ssid >/dev/full 2>/dev/null
 (($? == 3)) || complain "a full disk is not noticed"

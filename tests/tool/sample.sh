@@ -80,6 +80,10 @@ wrong '--set jobs[99999999999999999999].uuid: no reply tells such a member.' \
 wrong '--set bytes_free: <bytes_free>: "5x" is not a whole decimal number' \
   free-ram --set bytes_free=5x
 wrong '--set jobs[0].uuid: a reply cannot say this text' job-list --set 'jobs[0].uuid= blanks '
+for control in $'\x01' $'\x1f' $'\x7f'; do
+  wrong "--set uuid: XML cannot carry control characters" job-status --set "uuid=a${control}b"
+done
+said 'uuid=a b~' '"a b~"' job-status
 wrong $'--set x\\x1b[2J: no reply tells such a member.' free-ram --set $'x\e[2J=1'
 for hostile in $'\xff' $'\e[2J' $'a\001b' "$(printf 'x%.0s' {1..5000})" ''; do
   kovra sample job-list --set "jobs[0].uuid=$hostile"

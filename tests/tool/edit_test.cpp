@@ -234,6 +234,16 @@ TEST(Edit, TakesPartsOfASettingAlone) {
   EXPECT_THROW(editOf(message, "lcd_contrast.min.x=5"), EditFailure);
 }
 
+TEST(Edit, TakesFlagsByTheirNames) {
+  Message const message = messageNamed("capabilities");
+  Edit const edit = editOf(message, "imageSharpeningLevels.high=yes");
+  EXPECT_EQ(edit.path, "imageSharpeningLevels.high");
+  EXPECT_EQ(edit.value, Value(true));
+  EXPECT_THROW(editOf(message, "imageSharpeningLevels.highest=yes"), EditFailure);
+  EXPECT_THROW(editOf(message, "imageSharpeningLevels.high=1"), EditFailure);
+  EXPECT_THROW(editOf(message, "imageSharpeningLevels=yes"), EditFailure);
+}
+
 TEST(Edit, ChangesNothingThatTheRecordCannotHave) {
   Value record = Value::object({{"a", 1}});
   EXPECT_THROW(apply({{"a.b", 1}}, record), EditFailure);

@@ -133,6 +133,23 @@ for columns in 60 200; do
 done
 COLUMNS=60 sees 33 err decode odd.xml
 fits 60
+# Who waits for longer than a second sees how far it is, but not on the terminal of the data.
+reply='<get_general_status><error>5</error></get_general_status>'
+mkfifo slow
+for streams in err out+err; do
+  {
+    sleep 1.5
+    for _ in {1..128}; do echo "$reply"; done
+  } >slow &
+  sees 80 "$streams" decode --stream slow
+  if [[ $streams == err ]]; then
+    holds "the terminal" $'\r\e[Kkovra: 64 read, 64 decoded, 0 refused, 0 notes, * seconds\r\e[K' "$out"
+  else
+    checks=$((checks + 1))
+    [[ $out != *" read, "* ]] || complain "$called: progress among the data"
+  fi
+done
+
 # A width that is none is passed over, and a terminal that tells none has 80 columns.
 for wrong in 0 -5 10000 wide; do
   COLUMNS=$wrong sees 33 err decode odd.xml

@@ -192,11 +192,12 @@ void Walk::list(Value const& value, MemberDescription const& known, std::string 
   }
 }
 
+/// Of a message that a reading has.
 std::vector<MemberDescription> membersOf(std::string const& name) {
-  for (Message const& message : messages()) {
-    if (message.name() == name) return message.members();
-  }
-  return {};
+  std::vector<Message> const all = messages();
+  return std::find_if(all.begin(), all.end(),
+                      [&](Message const& message) { return message.name() == name; })
+      ->members();
 }
 
 }  // namespace

@@ -182,6 +182,18 @@ same "kept files" $'some_replies-2.2.xml\nsome_replies-2.xml' "$(ls kept)
 kovra decode --stream --save-failures nowhere "some replies.xml"
 expectStatus 2
 
+# Its name is that of the input, in letters that every file system has and without .xml; a file that
+# is a single reply has no number.
+mkdir named
+for name in 'Zz09-_.a.xml' '@[`{:;' x .xml Az.xm 'with blank.XML'; do printf '<a>' >"$name"; done
+kovra decode --save-failures named 'Zz09-_.a.xml' '@[`{:;' x .xml Az.xm 'with blank.XML'
+expectStatus 1
+kovra decode --save-failures named - <x
+expectStatus 1
+same "kept files" $'.xml.xml\nAz.xm.xml\nZz09-_.a.xml\n______.xml\nstdin.xml\nwith_blank.XML.xml\nx.xml' \
+  "$(LC_ALL=C ls -A named)
+"
+
 # A file as output appears whole or not at all.
 echo before >result
 kovra decode --stream --output result "some replies.xml"

@@ -157,6 +157,13 @@ TEST(ReplyStream, FindsWhatFollowsACutBeginningOfMarkup) {
   }
 }
 
+// A name that was cut may be the beginning of another one, be it that of a root.
+TEST(ReplyStream, FindsWhatFollowsACutName) {
+  expectFoundBehind("<configuration>\n<media", {status});
+  expectFoundBehind("<configuration><ethernet><get_general_status", {status, "<b/>"});
+  expectFoundBehind("<configuration><!-- <media", {std::string(declaration) + "<b/>", status});
+}
+
 /// Where a construct ends is known before, and blanks between replies do not move it.
 TEST(ReplyStream, FindsEndsBehindBlanks) {
   EXPECT_EQ(textsOf("<?xml <b/>   <?xml?><a/>"), (Texts{"<?xml ", "<b/>", "<?xml?><a/>"}));

@@ -77,6 +77,11 @@ bool endsName(char letter) {
   return nameEnders[static_cast<unsigned char>(letter)];
 }
 
+/// Else the name was cut, and may have been another one.
+bool endsWhole(char letter) {
+  return letter == '>' || letter == '/' || isBlank(letter);
+}
+
 }  // namespace
 
 // Roots of replies.
@@ -189,8 +194,8 @@ Answer Splitter::begins(std::string_view bytes, std::size_t at) const {
   std::string_view const name = bytes.substr(at + 1, roots_.longest() + 1);
   auto const* const end = std::find_if(name.begin(), name.end(), endsName);
   if (end == name.end()) return name.size() > roots_.longest() ? Answer::no : Answer::later;
-  return isNext(name.substr(0, static_cast<std::size_t>(end - name.begin()))) ? Answer::yes
-                                                                              : Answer::no;
+  bool const isNextOne = endsWhole(*end) && isNext({name.begin(), end});
+  return isNextOne ? Answer::yes : Answer::no;
 }
 
 /// Goes one piece of markup further; false where more bytes are needed.
@@ -284,7 +289,7 @@ std::size_t Splitter::cutOf(std::string_view bytes, Construct const& construct) 
 bool Splitter::startTag(std::string_view bytes) {
   if (!findNameEnd(bytes, at_ + 1)) return false;
   std::string_view const name = bytes.substr(at_ + 1, nameEnd_ - at_ - 1);
-  if (isInside_ && isNext(name)) return endAt(at_);
+  if (isInside_ && endsWhole(bytes[nameEnd_]) && isNext(name)) return endAt(at_);
   if (!findTagEnd(bytes)) return false;
   bool const isWhole = bytes[tagEnd_] == '>';
   bool const isClosed = isWhole && bytes[tagEnd_ - 1] == '/';

@@ -26,7 +26,8 @@ enum class Answer { no, yes, later };
 /// A comment, a CDATA section and an instruction may quote all that, so what such a construct holds
 /// shows nothing before it ends. One that was cut never does, and would hide all replies to come.
 /// It ends where it seems to quote a reply when
-/// - it opens once more behind that: a text with such a construct cannot be quoted in one;
+/// - it opens once more behind that: a text with such a construct cannot be quoted in one, but for
+///   CDATA sections in another, which are less likely than one that was cut;
 /// - it goes on for longestQuotation bytes behind that;
 /// - there is nothing more of it: a NUL byte, the end of the input, or more than a reply may have.
 /// None of these depends on how the bytes arrive, and each keeps the next reply waiting for a

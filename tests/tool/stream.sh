@@ -105,6 +105,27 @@ for options in "--stream" "--stream -j 2" "--lines" "--lines -j 2"; do
     complain "$options: $(<summary)"
 done
 
+# What is there is worked on before standard input is waited for.
+printf '%s' "$reply" >first.xml
+for jobs in 1 2; do
+  rm -f decoded
+  mkfifo pipe
+  "$tool" decode -j "$jobs" --format jsonl first.xml - <pipe >decoded 2>summary &
+  exec 3>pipe
+  for ((i = 0; i < 100; ++i)); do
+    if [[ -s decoded ]]; then break; fi
+    sleep 0.05
+  done
+  checks=$((checks + 1))
+  (($(wc -l <decoded) == 1)) || complain "-j $jobs: nothing while standard input is open"
+  printf '%s' "$reply" >&3
+  exec 3>&-
+  wait
+  rm pipe
+  checks=$((checks + 1))
+  (($(wc -l <decoded) == 2)) || complain "-j $jobs: $(wc -l <decoded) lines, not 2"
+done
+
 # A comment that was cut hides no more than 64 KiB of what follows in an open stream.
 mkfifo pipe
 "$tool" decode --stream --format jsonl <pipe >decoded 2>summary &

@@ -32,7 +32,7 @@ Pipeline::Pipeline(unsigned workers, std::function<void()> whenIdle)
   threads_.reserve(workers);
   try {
     for (unsigned i = 0; i < workers; ++i) threads_.emplace_back([this] { work(); });
-  } catch (std::system_error const&) {
+  } catch (...) {
     if (threads_.empty()) throw;  // fewer of them do the same
   }
 }

@@ -156,8 +156,10 @@ class Crowd : public Receiver {
       : work_(work), maxSize_(maxSize), batch_(batches_.take()), pipeline_(workers, flushOutput) {}
 
   void file(std::string const& path) override {
+    bool const mayWait = path == standardInput;
+    if (mayWait) pause();
     batch_->addFile(path);
-    if (batch_->isFull()) pause();
+    if (mayWait || batch_->isFull()) pause();
   }
   void reply(ReplyInput const& input) override {
     batch_->addReply(input);

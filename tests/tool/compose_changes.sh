@@ -185,6 +185,20 @@ kovra compose configuration --from small.xml --set wireless.ssid=x --zero-missin
 expectStatus 0
 holds "standard output" "*<ssid>x</ssid>*" "$out"
 
+# Some members follow from others in a document. What was changed and would not be is refused, of the
+# others there is a warning.
+refused 1 "reply.xml: error: internal_encoder.contactless_encoder: the document says nothing, not uhf (3)
+" \
+  --from reply.xml --set internal_encoder.contactless_encoder=uhf
+kovra compose configuration --from reply.xml --set internal_encoder.contactless_encoder=uhf --dry-run
+expectStatus 1
+same "standard output" "" "$out"
+kovra compose configuration --from reply.xml --set internal_encoder.contact_encoding=no
+expectStatus 0
+same "standard error" \
+  "reply.xml: warning: internal_encoder.comms_channel: the document says serial (1), not usb (2)" "$err"
+holds "standard output" "*<contact_encoding>no</contact_encoding>*" "$out"
+
 # No secret is repeated by a message.
 printf 'a key that is far too long for any member %0300d' 0 >key
 kovra compose configuration --from reply.xml --set-file wireless.key=key

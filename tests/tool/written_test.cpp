@@ -186,6 +186,45 @@ TEST(Misnomers, AreNoneWhereTheDocumentKeepsTheWord) {
   EXPECT_TRUE(misnomers(message, Value::fromJson(again.toJson()), {}).empty());
 }
 
+std::string configurationOf(Value const& record, std::string const& section) {
+  return compose("configuration", record, sections({section})).text();
+}
+
+TEST(Contradictions, AreToldOfKeywordsThatFollowFromOthers) {
+  Message const message = messageNamed("configuration");
+  Value record = sample("config/full.xml", "configuration");
+  std::vector<Misnomer> found =
+      contradictions(message, record, configurationOf(record, "internal_encoder"));
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].path, "internal_encoder.comms_channel");
+  EXPECT_EQ(found[0].found, "serial (1)");
+  EXPECT_EQ(found[0].expected, "usb (2)");
+
+  // However it is given.
+  for (Value const& uhf : {Value(3), Value("uhf"), Value::object({{"code", 3}, {"name", "uhf"}}),
+                           Value::object({{"code", 3}})}) {
+    record.set("internal_encoder.contactless_encoder", uhf);
+    found = contradictions(message, record, configurationOf(record, "internal_encoder"));
+    ASSERT_EQ(found.size(), 2U) << uhf.toJson();
+    EXPECT_EQ(found[1].path, "internal_encoder.contactless_encoder");
+    EXPECT_EQ(found[1].found, "nothing");
+    EXPECT_EQ(found[1].expected, "uhf (3)");
+  }
+}
+
+TEST(Contradictions, AreNoneWhereTheDocumentSaysWhatWasMeant) {
+  Message const message = messageNamed("configuration");
+  Value const record = sample("config/full.xml", "configuration");
+  for (char const* const section : {"feeder_mode", "error_control", "wireless", "ethernet"}) {
+    std::string const document = configurationOf(record, section);
+    ASSERT_FALSE(document.empty()) << section;
+    EXPECT_TRUE(contradictions(message, record, document).empty()) << section;
+  }
+  EXPECT_TRUE(contradictions(message, record, "no document").empty());
+  EXPECT_TRUE(contradictions(message, Value::object(), configurationOf(record, "internal_encoder"))
+                  .empty());
+}
+
 }  // namespace
 
 }  // namespace Kovra::tool

@@ -253,6 +253,26 @@ Changed change(Message const& message, Value const& before, Record const& record
   return {choicesOfChanges(message, before, record.value, choices)};
 }
 
+/// What changes would lose: a member may follow from others when the document is written. Of
+/// members that nobody changed there is a warning.
+Sentences lost(Input const& input, Message const& message, Record const& record,
+               std::vector<Edit> const& edits, std::string const& document) {
+  Sentences wrong;
+  Sentences others;
+  for (Misnomer const& other : contradictions(message, record.value, document)) {
+    bool const isEdited = std::any_of(edits.begin(), edits.end(),
+                                      [&](Edit const& edit) { return edit.path == other.path; });
+    (isEdited ? wrong : others)
+        .push_back(pathIn(record, other.path) + ": the document says " + other.found + ", not " +
+                   other.expected);
+  }
+  if (!wrong.empty()) return wrong;
+  for (std::string const& said : others) {
+    complain(messagePrefix(input.name(), {}, "warning") + said);
+  }
+  return {};
+}
+
 /// Prints the document, or what would change; or says why there is none.
 Sentences composeChanged(Input const& input, Message const& message, Value const& choices) {
   std::vector<Edit> const edits = editsOf(input, message);
@@ -264,6 +284,9 @@ Sentences composeChanged(Input const& input, Message const& message, Value const
   Composition const composition = compose(message.name(), record.value, changed.choices);
   if (!composition) return sentencesOf(composition.problems(), record);
   Sentences wrong = sentencesOf(misnomers(message, record.value, changed.choices), record);
+  if (wrong.empty() && !edits.empty()) {
+    wrong = lost(input, message, record, edits, composition.text());
+  }
   if (!wrong.empty()) return wrong;
   if (input.isDryRun) {
     printPreview(previewOf(message, before, record.value));

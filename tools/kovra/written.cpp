@@ -258,7 +258,62 @@ class Search {
   std::vector<Misnomer> found_;
 };
 
+/// The code that a record means; none where it names no keyword.
+std::optional<std::int64_t> codeOf(Value const& value, std::vector<Keyword> const& words) {
+  if (value.isKeyword()) return value.isKnown() ? std::optional(value.code()) : std::nullopt;
+  Value const* const name = value.isRecord() ? value.find("name") : &value;
+  if (name != nullptr && name->isNothing()) return {};
+  if (name != nullptr && name->isText()) {
+    for (Keyword const& word : words) {
+      if (word.word() == name->asText()) return word.code();
+    }
+    return {};
+  }
+  Value const* const code = value.isRecord() ? value.find("code") : &value;
+  bool const isCode = code != nullptr && code->isWhole();
+  return isCode ? std::optional(code->asInteger(-1)) : std::nullopt;
+}
+
+std::string wordOf(std::vector<Keyword> const& words, std::int64_t code) {
+  for (Keyword const& word : words) {
+    if (word.code() == code) return word.word() + " (" + std::to_string(code) + ')';
+  }
+  return std::to_string(code);
+}
+
+/// What a document says, beside what was meant.
+void compare(std::vector<MemberDescription> const& members, Value const& written,
+             Value const& record, std::string const& around, std::vector<Misnomer>& found) {
+  for (MemberDescription const& member : members) {
+    Value const* const said = written.find(member.name());
+    if (said == nullptr) continue;
+    std::string const path = memberPath(around, member.name());
+    for (std::size_t i = 0; i < said->items().size(); ++i) {
+      compare(member.members(), said->items()[i], record, entryPath(path, i), found);
+    }
+    compare(member.members(), *said, record, path, found);
+    Value const* const meant = record.findAt(path);
+    if (!said->isKeyword() || meant == nullptr) continue;
+    std::vector<Keyword> const words = member.words();
+    auto const code = codeOf(*meant, words);
+    // Some words are written in a way of their own, which is not read again.
+    bool const isOfItsOwn = !said->isKnown() && unknownWordOf(*said) != "";
+    if (!code || isOfItsOwn || (said->isKnown() && said->code() == *code)) continue;
+    found.push_back(
+        {path, said->isKnown() ? wordOf(words, said->code()) : "nothing", wordOf(words, *code)});
+  }
+}
+
 }  // namespace
+
+std::vector<Misnomer> contradictions(Message const& message, Value const& record,
+                                     std::string const& document) {
+  std::vector<Misnomer> found;
+  Decoding const decoding = decode(document, message.recordOf());
+  if (!decoding || decoding.readings().empty()) return found;
+  compare(message.members(), decoding.readings().front().record(), record, {}, found);
+  return found;
+}
 
 std::vector<Misnomer> misnomers(Message const& message, Value const& record, Value const& choices) {
   Search search(message, record, choices);

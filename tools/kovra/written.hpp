@@ -41,6 +41,11 @@ struct Misnomer {
 /// chose.
 std::vector<Misnomer> misnomers(Message const& message, Value const& record, Value const& choices);
 
+/// Every keyword that is read of the document again, and is then another one than the record's, or
+/// none. Some members follow from others when a document is written.
+std::vector<Misnomer> contradictions(Message const& message, Value const& record,
+                                     std::string const& document);
+
 }  // namespace Kovra::tool
 
 #endif

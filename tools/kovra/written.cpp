@@ -174,6 +174,10 @@ Value choicesOfChanges(Message const& message, Value const& before, Value const&
 
 namespace {
 
+std::string told(Keyword const& word) {
+  return word.word() + " (" + std::to_string(word.code()) + ')';
+}
+
 /// Why the value stands for no keyword of these, or not for the one that it names; empty where it
 /// does. What is no code is none of this: the library refuses it, or finds it by its word.
 std::string faultOf(Value const& value, std::vector<Keyword> const& words) {
@@ -229,7 +233,7 @@ class Search {
     if (fault.empty() || !isInDocument(path, words) || isKept(path, value)) return;
     std::string all;
     for (Keyword const& word : words) {
-      all += (all.empty() ? "" : ", ") + word.word() + " (" + std::to_string(word.code()) + ')';
+      all += (all.empty() ? "" : ", ") + told(word);
     }
     found_.push_back({path, fault, "one of: " + all});
   }
@@ -276,7 +280,7 @@ std::optional<std::int64_t> codeOf(Value const& value, std::vector<Keyword> cons
 
 std::string wordOf(std::vector<Keyword> const& words, std::int64_t code) {
   for (Keyword const& word : words) {
-    if (word.code() == code) return word.word() + " (" + std::to_string(code) + ')';
+    if (word.code() == code) return told(word);
   }
   return std::to_string(code);
 }

@@ -251,6 +251,24 @@ if (ulimit -v 200000 && "$tool" --version) >/dev/null 2>&1; then
   found=$(ulimit -v 200000 && "$tool" decode --stream --format jsonl -j 1000 in 2>/dev/null | jq -c .ok |
     paste -sd' ')
   [[ $found == "true true true" ]] || complain "few threads: $found"
+
+  # However little memory there is: all replies, or a sentence, and then no file and no piece of one.
+  for ((i = 0; i < 200; ++i)); do printf '%s' "$reply"; done >in
+  scarce='^kovra: error: (not enough memory|Resource temporarily unavailable)$'
+  for ((size = 16000; size < 120000; size += 4000)); do
+    rm -f out* && status=0
+    (ulimit -v "$size" && exec "$tool" decode --stream --format jsonl -j 8 -o out in) >/dev/null 2>err ||
+      status=$?
+    checks=$((checks + 1))
+    case $status in
+      0 | 1) (($(wc -l <out) == 200)) || complain "within $size kB: $(wc -l <out) lines" ;;
+      3) [[ $(<err) =~ $scarce && ! -e out ]] || complain "within $size kB" "$(<err)" ;;
+      126 | 127) [[ ! -e out ]] || complain "within $size kB: a file by a tool that did not start" ;;
+      *) complain "within $size kB: exit status $status" "$(<err)" ;;
+    esac
+    found=$(compgen -G 'out.*' || true)
+    [[ -z $found ]] || complain "within $size kB: $found is left"
+  done
 fi
 
 finish

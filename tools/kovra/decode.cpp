@@ -181,9 +181,9 @@ Shown Run::unreadable(ReplyInput const& input) const {
   Shown shown;
   shown.status = input.failure->status();
   if (areFailuresData()) {
-    nlohmann::ordered_json object = {{"kovra", 1}, {"ok", false}};
-    object["error"]["message"] = input.failure->what();
-    shown.data = jsonLine(input, object.dump());
+    // Memory may have ended, which objects of JSON do not survive: they ask for more as they go.
+    std::string const message = Value(input.failure->what()).toJson();
+    shown.data = jsonLine(input, R"({"kovra":1,"ok":false,"error":{"message":)" + message + "}}");
   } else {
     shown.complaints.push_back({{}, Severity::error, input.failure->what()});
   }

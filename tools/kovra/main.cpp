@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <new>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -77,6 +78,7 @@ int main(int argc, char** argv) try {
   return static_cast<int>(Kovra::tool::run({argv + std::min(argc, 1), argv + argc}));
 } catch (std::exception const& failure) {
   Kovra::tool::dropOutput();
-  std::fprintf(stderr, "kovra: error: %s\n", failure.what());
+  bool const isMemory = dynamic_cast<std::bad_alloc const*>(&failure) != nullptr;
+  std::fprintf(stderr, "kovra: error: %s\n", isMemory ? "not enough memory" : failure.what());
   return static_cast<int>(Kovra::tool::ExitStatus::failed);
 }

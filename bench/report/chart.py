@@ -82,16 +82,20 @@ def drawn(before, now):
     return "\n".join([*head, *out, "</svg>", ""])
 
 
-def main(arguments):
-    check = arguments[0] == "--check"
-    chart, before, now = arguments[1:] if check else arguments
-    wanted = drawn(load(before), load(now))
+def keep(chart, wanted, check, command):
+    """Writes the chart; or only says whether it is there, and which command draws it."""
     if check:
         with open(chart, encoding="utf-8") as file:
-            return 0 if file.read() == wanted else f"{chart} shows other figures: run scripts/measure"
+            return 0 if file.read() == wanted else f"{chart} shows other figures: run {command}"
     with open(chart, "w", encoding="utf-8") as file:
         file.write(wanted)
     return 0
+
+
+def main(arguments):
+    check = arguments[0] == "--check"
+    chart, before, now = arguments[1:] if check else arguments
+    return keep(chart, drawn(load(before), load(now)), check, "scripts/measure")
 
 
 if __name__ == "__main__":

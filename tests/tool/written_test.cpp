@@ -212,6 +212,24 @@ TEST(Contradictions, AreToldOfKeywordsThatFollowFromOthers) {
   }
 }
 
+TEST(Contradictions, AreFoundInEntriesOfLists) {
+  Value const record = sample("caps/full.xml", "capabilities");
+  std::string const document = compose("capabilities", record).text();
+  EXPECT_EQ(pathsOf(contradictions(messageNamed("capabilities"), record, document)),
+            (std::vector<std::string>{"hostPorts[2].type", "magStripeLocation",
+                                      "internalEncoder.comms_channel"}));
+}
+
+// A laminate's words are written as numbers, which nobody reads again.
+TEST(Contradictions, AreNoneWhereWordsAreWrittenInAWayOfTheirOwn) {
+  Message const message = messageNamed("configuration");
+  Value record = sample("config/full.xml", "configuration");
+  record.set("lamination.topLaminateInstalled", true);
+  std::string const document = configurationOf(record, "lamination");
+  EXPECT_NE(document.find("<registration>"), document.npos) << document;
+  EXPECT_TRUE(contradictions(message, record, document).empty());
+}
+
 TEST(Contradictions, AreNoneWhereTheDocumentSaysWhatWasMeant) {
   Message const message = messageNamed("configuration");
   Value const record = sample("config/full.xml", "configuration");

@@ -16,8 +16,6 @@ namespace Kovra::tool {
 
 namespace {
 
-using Words = std::vector<std::string>;
-
 /// What may stand in one place: words, or files where there are none.
 struct Offer {
   Words words;

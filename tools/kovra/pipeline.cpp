@@ -1,7 +1,6 @@
 #include "pipeline.hpp"
 
 #include <memory>
-#include <system_error>
 #include <utility>
 
 namespace Kovra::tool {

@@ -274,8 +274,8 @@ std::optional<std::int64_t> codeOf(Value const& value, std::vector<Keyword> cons
     return {};
   }
   Value const* const code = value.isRecord() ? value.find("code") : &value;
-  bool const isCode = code != nullptr && code->isWhole();
-  return isCode ? std::optional(code->asInteger(-1)) : std::nullopt;
+  bool const isNumber = code != nullptr && code->isWhole();
+  return isNumber ? std::optional(code->asInteger(-1)) : std::nullopt;
 }
 
 std::string wordOf(std::vector<Keyword> const& words, std::int64_t code) {

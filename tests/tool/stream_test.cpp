@@ -16,6 +16,7 @@ namespace Kovra::tool {
 
 namespace {
 
+using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
 using test::noLimit;
@@ -263,6 +264,123 @@ TEST(ReplyStream, KnowsHowLongAQuotationMayBe) {
         EXPECT_EQ(textsOf(repliesOf(input, Division::reply, noLimit, [=] { return size; })), whole);
       }
     }
+  }
+}
+
+// A subset of declarations in front of the root, and one that was cut.
+TEST(ReplyStream, PassesDeclarationsWithinADeclaration) {
+  std::string const subset = "<!DOCTYPE a [<!ENTITY x \"y\">\n<!ELEMENT a ANY>]>";
+  std::string const reply = std::string(declaration) + subset + "<a></a>";
+  EXPECT_EQ(textsOf(reply + subset + "<a/>" + status), (Texts{reply, subset + "<a/>", status}));
+  expectTheSameInPieces(reply + subset + "<a/>" + status);
+  std::string const cut = "<!DOCTYPE a [<!ENTITY x";
+  EXPECT_EQ(foundInOpen(cut + std::string(declaration) + "<b/><!DOCTYPE"),
+            (Texts{cut, declaration + "<b/>"s}));
+  // Within an element there are none.
+  expectFoundBehind("<get_general_status><![", {status});
+}
+
+/// As UTF-16, which is declared.
+std::string littleOf(std::string_view text) {
+  std::string wide;
+  for (char const letter : text) (wide += letter) += '\0';
+  return wide;
+}
+
+std::string bigOf(std::string_view text) {
+  return '\0' + littleOf(text.substr(0, text.size() - 1)) + text.back();
+}
+
+struct WideReply {
+  std::string mark;
+  std::string (*of)(std::string_view text);
+};
+
+WideReply const wideReplies[] = {
+    {"\xFF\xFE", littleOf}, {"\xFE\xFF", bigOf}, {"", littleOf}, {"", bigOf}};
+
+constexpr char wideDeclaration[] = "<?xml version='1.0' encoding='UTF-16'?>";
+
+TEST(ReplyStream, FindsRepliesInUtf16) {
+  for (auto const& [mark, of] : wideReplies) {
+    std::string const reply = mark + of(wideDeclaration + "\n<a><!-- </a> --><a>x</a></a>"s);
+    std::string const other = mark + of(wideDeclaration + "<b/>"s);
+    EXPECT_EQ(textsOf(reply + other + reply), (Texts{reply, other, reply}));
+    expectTheSameInPieces(reply + other + reply);
+    // Among others, with and without something between them.
+    for (std::string const& between : {""s, "\n"s, "\0"s, "\n\0"s}) {
+      std::string const input = status + between + reply + between + status + between + other;
+      expectTheSameInPieces(input);
+      Texts found = textsOf(input);
+      ASSERT_EQ(found.size(), 4U);
+      // Behind a NUL byte, and without a mark, both orders are the same bytes.
+      if (mark.empty() && between.find('\0') != between.npos) {
+        for (std::size_t const i : {1U, 3U}) {
+          if (found[i].front() == '\0' && of("x").front() == 'x')
+            found[i] = found[i].substr(1) + '\0';
+        }
+      }
+      EXPECT_EQ(found, (Texts{status, reply, status, other}));
+    }
+    // At once, and not when the next one comes.
+    EXPECT_EQ(foundInOpen(reply + other), (Texts{reply, other}));
+  }
+}
+
+/// What has more units than are looked at in one go, and letters of all kinds.
+TEST(ReplyStream, FindsLongRepliesInUtf16) {
+  for (auto const& [mark, of] : wideReplies) {
+    std::string letters;
+    for (std::size_t code = 1; code < 5000; ++code) {
+      if (code == '<' || code == '&') continue;
+      bool const isLittle = of("a").front() == 'a';
+      letters += static_cast<char>(isLittle ? code % 256 : code / 256);
+      letters += static_cast<char>(isLittle ? code / 256 : code % 256);
+    }
+    std::string const reply = mark + of(wideDeclaration + "<a>"s) + letters + of("</a>");
+    EXPECT_EQ(textsOf(reply + reply + status), (Texts{reply, reply, status}));
+    EXPECT_EQ(
+        textsOf(repliesOf(reply + reply + status, Division::reply, noLimit, [] { return 1; })),
+        (Texts{reply, reply, status}));
+  }
+}
+
+TEST(ReplyStream, FindsWhatFollowsACutReplyInUtf16) {
+  std::string const declared = declaration + "<b/>"s;
+  for (auto const& [mark, of] : wideReplies) {
+    std::string const begun = mark + of(wideDeclaration + "<get_general_status><error>1"s);
+    std::string const next = mark + of(wideDeclaration + "<b/>"s);
+    expectFoundBehind(begun, {next, status});
+    expectFoundBehind(begun, {status, next});
+    expectFoundBehind(begun, {declared});
+    EXPECT_EQ(textsOf(begun), Texts{begun});
+    // Within a unit, where a mark or bytes show what follows.
+    std::string const torn = begun.substr(0, begun.size() - 1);
+    EXPECT_EQ(textsOf(torn), Texts{torn});
+    expectFoundBehind(torn, {declared, next});
+    if (!mark.empty()) expectFoundBehind(torn, {next, status});
+    // Bytes that were cut.
+    if (!mark.empty()) expectFoundBehind("<get_general_status><err", {next, status});
+  }
+}
+
+TEST(ReplyStream, RefusesOnceWhatUtf16DoesNotDeclare) {
+  for (auto const& [mark, of] : wideReplies) {
+    if (mark.empty()) continue;
+    std::string const reply = mark + of(status);
+    EXPECT_EQ(textsOf(reply + reply + status), (Texts{reply, reply, status}));
+    expectTheSameInPieces(reply + reply + status);
+  }
+}
+
+TEST(ReplyStream, TellsOfLargeRepliesInUtf16Once) {
+  for (auto const& [mark, of] : wideReplies) {
+    std::string const large = mark + of(wideDeclaration + "<a>"s + std::string(300, 'x') + "</a>");
+    std::string const next = mark + of(wideDeclaration + "<b/>"s);
+    std::vector<Reply> const expected = {{"", 1, true}, {next, 2, false}, {status, 3, false}};
+    EXPECT_EQ(repliesOf(large + next + status, Division::reply, 150), expected);
+    expectTheSameInPieces(large + next + status, Division::reply, 150);
+    expectTheSameInPieces(large + status + large, Division::reply, 150);
   }
 }
 

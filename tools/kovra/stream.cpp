@@ -5,12 +5,15 @@
 #include <cstring>
 #include <kovra.hpp>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <set>
 #include <utility>
 
 namespace Kovra::tool {
 
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::size_t chunk = 1 << 16;
 constexpr std::size_t npos = std::string_view::npos;
@@ -49,6 +52,51 @@ Answer stands(std::string_view text, std::string_view bytes, std::size_t at) {
   std::string_view const there = bytes.substr(at, text.size());
   if (there != text.substr(0, there.size())) return Answer::no;
   return there.size() == text.size() ? Answer::yes : Answer::later;
+}
+
+constexpr std::string_view littleMark = "\xFF\xFE";
+constexpr std::string_view bigMark = "\xFE\xFF";
+
+/// How UTF-16 begins, with a byte order mark or a declaration. Only what declares itself is read.
+struct WideBeginning {
+  std::string_view bytes;
+  Form form;
+};
+constexpr WideBeginning wideBeginnings[] = {
+    {littleMark, Form::little},
+    {bigMark, Form::big},
+    {"<\0?\0"sv, Form::little},
+    {"\0<\0?"sv, Form::big},
+};
+
+/// What shows within other text that UTF-16 begins, and where its bracket stands.
+struct WideDeclaration {
+  std::string_view bytes;
+  std::size_t bracket;
+};
+constexpr WideDeclaration wideDeclarations[] = {
+    {"\xFF\xFE<\0?\0x\0m\0l\0"sv, 2},
+    {"\xFE\xFF\0<\0?\0x\0m\0l"sv, 3},
+};
+
+/// Of a reply that begins with these bytes; nothing, where that depends on more of them.
+std::optional<Form> formOf(std::string_view bytes, bool isAll) {
+  bool isOpen = false;
+  for (auto const& [beginning, form] : wideBeginnings) {
+    Answer const answer = stands(beginning, bytes, 0);
+    if (answer == Answer::yes) return form;
+    isOpen |= answer == Answer::later;
+  }
+  if (isOpen && !isAll) return {};
+  return Form::bytes;
+}
+
+/// So many bytes before a NUL byte belong to UTF-16 that begins there: its mark and its bracket.
+std::size_t wideBefore(std::string_view bytes, std::size_t zero) {
+  for (std::string_view const beginning : {"\xFF\xFE<"sv, bigMark}) {
+    if (bytes.substr(0, zero).ends_with(beginning)) return beginning.size();
+  }
+  return 0;
 }
 
 /// "<?xml" and the end of the name.
@@ -177,6 +225,11 @@ Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
 std::size_t Splitter::nextBegin(std::string_view bytes, std::size_t from) const {
   for (std::size_t at = from; (at = find(bytes, '<', at)) != npos; ++at) {
     if (begins(bytes, at) == Answer::yes) return at;
+    for (auto const& [text, bracket] : wideDeclarations) {
+      if (at >= from + bracket && stands(text, bytes, at - bracket) == Answer::yes) {
+        return at - bracket;
+      }
+    }
   }
   return npos;
 }
@@ -224,7 +277,10 @@ bool Splitter::prolog(std::string_view bytes) {
 /// As far as the next markup.
 bool Splitter::junk(std::string_view bytes, std::size_t from) {
   bracket_ = std::min(find(bytes, '<', std::max(from, bracket_)), bytes.size());
-  return bracket_ < bytes.size() && endAt(bracket_);
+  // Behind that of UTF-16 there is a NUL byte.
+  bool const isOpen =
+      bracket_ + 1 >= bytes.size() && bytes.substr(0, bracket_).ends_with(littleMark);
+  return bracket_ < bytes.size() && !isOpen && endBefore(bytes, bracket_);
 }
 
 bool Splitter::markup(std::string_view bytes) {
@@ -241,7 +297,7 @@ bool Splitter::instruction(std::string_view bytes) {
   if (declared == Answer::later) return false;
   if (declared == Answer::yes && (isInside_ || isDeclared_)) return endAt(at_);
   if (!findNameEnd(bytes, at_ + 2)) return false;
-  if (bytes[nameEnd_] == '<') return cutAt(nameEnd_);
+  if (bytes[nameEnd_] == '<') return cutAt(bytes, nameEnd_);
   if (!pass(bytes, declared == Answer::yes ? xmlDeclaration_ : instruction_)) return false;
   isDeclared_ |= declared == Answer::yes && !found_.isWhole;
   return true;
@@ -251,9 +307,22 @@ bool Splitter::declaration(std::string_view bytes) {
   Answer const isComment = stands(comment_.opening, bytes, at_);
   Answer const isData = stands(data_.opening, bytes, at_);
   if (isComment == Answer::later || isData == Answer::later) return false;
-  return pass(bytes, isComment == Answer::yes ? comment_
-                     : isData == Answer::yes  ? data_
-                                              : declaration_);
+  if (isComment == Answer::yes) return pass(bytes, comment_);
+  if (isData == Answer::yes) return pass(bytes, data_);
+  return ownDeclaration(bytes);
+}
+
+/// One that is neither comment nor data. In front of its root a reply may have one that names it
+/// and holds a subset of others in brackets.
+bool Splitter::ownDeclaration(std::string_view bytes) {
+  std::size_t const from = at_ + 2;
+  bool const isNamed = from < bytes.size() && bytes[from] != '[';
+  std::size_t const end =
+      bytes.find_first_of(isNamed && !isInside_ ? "[<>" : "<>", std::max(tagEnd_, from));
+  tagEnd_ = std::min(end, bytes.size());
+  if (end == npos) return false;
+  if (bytes[end] == '[') return pass(bytes, subset_);
+  return bytes[end] == '>' ? goOn(end + 1) : cutAt(bytes, end);
 }
 
 /// Goes behind the construct at hand, or where it was cut.
@@ -267,7 +336,7 @@ bool Splitter::pass(std::string_view bytes, Construct& construct) {
   // Of an ending that is there the last byte is left out: as much is looked at before it comes.
   std::size_t const cut =
       cutOf(bytes.substr(0, isEnded ? found + ending.size() - 1 : npos), construct);
-  if (cut != npos) return cutAt(cut);
+  if (cut != npos) return cutAt(bytes, cut);
   return isEnded && goOn(found + ending.size());
 }
 
@@ -348,12 +417,20 @@ bool Splitter::goOn(std::size_t at) {
 }
 
 /// What was cut before its root is a reply of its own.
-bool Splitter::cutAt(std::size_t at) {
-  return isInside_ ? goOn(at) : endAt(at);
+bool Splitter::cutAt(std::string_view bytes, std::size_t at) {
+  return isInside_ ? goOn(at) : endBefore(bytes, at);
+}
+
+/// A mark before the bracket belongs to it.
+bool Splitter::endBefore(std::string_view bytes, std::size_t bracket) {
+  bool const isMarked = bytes.substr(0, bracket).ends_with(littleMark);
+  endAt(bracket - (isMarked ? littleMark.size() : 0));
+  found_.isCut = true;
+  return true;
 }
 
 bool Splitter::endAt(std::size_t length) {
-  found_ = {true, length};
+  found_ = {true, length, false};
   restartBehind(length);
   return true;
 }
@@ -365,7 +442,7 @@ void Splitter::restartBehind(std::size_t length) {
   isInside_ = isDeclared_ = false;
   inner_ = &roots_.nothing();
   for (Construct* const construct :
-       {&comment_, &data_, &instruction_, &xmlDeclaration_, &declaration_}) {
+       {&comment_, &data_, &instruction_, &xmlDeclaration_, &subset_}) {
     construct->searched -= std::min(construct->searched, length);
   }
 }
@@ -425,44 +502,125 @@ bool isNothing(std::string_view text) {
 /// no more than that is looked at.
 bool ReplyStream::nextReply(Item& item) {
   for (;;) {
-    skipBlanks();
-    std::size_t const zero = find(rest(), '\0', looked_);
-    std::string_view const bytes = rest().substr(0, zero);
-    looked_ = bytes.size();
-    bool const isAll = zero != npos || isAtEnd_;
+    if (!beginReply()) {
+      fill();
+      continue;
+    }
+    std::size_t const stop = findStop();
+    std::string_view const bytes = rest().substr(0, stop);
+    bool const isAll = stop != npos || isAtEnd_;
     if (isPassing_) {
       pass(bytes, isAll);
       if (isPassing_) fill();
       continue;
     }
-    bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > longestBeginning;
-    std::size_t const shown = isLong ? limit_ + longestBeginning + 1 : npos;
-    Splitter::Found const found = splitter_.look(bytes.substr(0, shown), isAll && !isLong);
+    if (stop == 0) {
+      drop(1);
+      endReply();
+      continue;
+    }
+    std::size_t const margin = longestBeginning * unit();
+    bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > margin;
+    std::size_t const shown = isLong ? limit_ + margin + 1 : npos;
+    Splitter::Found const found = look(bytes.substr(0, shown), isAll && !isLong);
     if (!found.isWhole) {
-      if (isLong) return passOver(item, std::min(splitter_.certain(), shown));
+      if (isLong) return passOver(item, std::min(splitter_.certain() * unit(), shown));
       fill();
       continue;
     }
     bool const isLast = isAll && found.length == bytes.size();
     bool const isTooLarge = found.length > limit_;
-    bool const isReply = isTooLarge || !isLast || !isNothing(bytes);
+    bool const isReply = isTooLarge || !isLast || !isNothing(seen(bytes));
     if (isReply) item = {bytes.substr(0, isTooLarge ? 0 : found.length), ++number_, isTooLarge};
-    drop(found.length + (isLast && zero != npos ? 1 : 0));
-    isBegun_ = false;
+    drop(found.length);
+    endReply();
     if (isReply) return true;
-    if (zero == npos) return false;
+    if (stop == npos) return false;
   }
 }
 
-/// Those in front of a reply.
-void ReplyStream::skipBlanks() {
-  if (isBegun_) return;
+/// Passes over the blanks in front of a reply, and sees in which form it is; false where more bytes
+/// are needed for that.
+bool ReplyStream::beginReply() {
+  if (form_) return true;
   std::string_view text = rest();
   dropBlanks(text);
   std::size_t const blanks = rest().size() - text.size();
   drop(blanks);
   splitter_.restartBehind(blanks);
-  isBegun_ = !text.empty();
+  form_ = formOf(text, isAtEnd_);
+  if (!form_) return false;
+  if (isWide() != wasWide_) looked_ = 0;
+  wasWide_ = isWide();
+  return true;
+}
+
+/// Behind a reply.
+void ReplyStream::endReply() {
+  form_.reset();
+  narrowed_.clear();
+}
+
+/// Where a reply ends whatever it holds; npos, where nothing shows that. Bytes end at a NUL byte,
+/// or where UTF-16 begins; UTF-16 ends where bytes or a mark begin a reply.
+std::size_t ReplyStream::findStop() {
+  std::string_view const bytes = rest();
+  if (isWide()) {
+    std::size_t const from = std::max(looked_, longestBeginning + 1) - longestBeginning;
+    std::size_t const next = unread_.nextBegin(bytes, from);
+    looked_ = std::min(next, bytes.size());
+    return next;
+  }
+  std::size_t const zero = find(bytes, '\0', looked_);
+  looked_ = std::min(zero, bytes.size());
+  return zero == npos ? npos : zero - wideBefore(bytes, zero);
+}
+
+/// UTF-16 is shown to the splitter bit by bit, so that a short reply costs no more than it has.
+/// What it saw of the next one, before that was known, is taken back.
+Splitter::Found ReplyStream::look(std::string_view bytes, bool isAll) {
+  if (!isWide()) return splitter_.look(bytes, isAll);
+  if (narrowed_.size() > bytes.size() / 2) {
+    narrowed_.clear();
+    splitter_.restartBehind(npos);
+  }
+  Splitter::Found found;
+  for (bool isShown = false; !found.isWhole && !isShown;) {
+    std::size_t const units = std::max<std::size_t>(1024, 2 * narrowed_.size());
+    isShown = units >= bytes.size() / 2;
+    narrow(bytes.substr(0, 2 * units), narrowed_);
+    found = splitter_.look(narrowed_, false);
+  }
+  if (!found.isWhole && isAll) {
+    std::size_t const length = splitter_.look(narrowed_, true).length;
+    // What was cut may have lost the half of a unit.
+    return {true, length == narrowed_.size() ? bytes.size() : 2 * length, false};
+  }
+  if (!found.isWhole) return found;
+  std::string_view const reply = bytes.substr(0, 2 * found.length);
+  // The bracket that cuts it may be that of bytes, and the half of a unit.
+  if (found.isCut && !isAll && bytes.size() - reply.size() < longestBeginning) return {};
+  std::string_view const mark = form_ == Form::little ? littleMark : bigMark;
+  bool const isNextMarked = reply.size() > mark.size() && reply.ends_with(mark);
+  return {true, reply.size() - (isNextMarked ? mark.size() : 0), found.isCut};
+}
+
+/// Adds what `narrowed` lacks of UTF-16: a byte for each unit, which is its letter in ASCII, a
+/// blank for a mark, and else one that names may have.
+void ReplyStream::narrow(std::string_view bytes, std::string& narrowed) const {
+  std::size_t const low = form_ == Form::little ? 0 : 1;
+  for (std::size_t at = 2 * narrowed.size(); at + 1 < bytes.size(); at += 2) {
+    auto const lower = static_cast<unsigned char>(bytes[at + low]);
+    auto const upper = static_cast<unsigned char>(bytes[at + 1 - low]);
+    unsigned const code = lower | unsigned{upper} << 8U;
+    bool const isLetter = code != 0 && code < 0x80;
+    narrowed += isLetter ? static_cast<char>(code) : code == 0xFEFF ? ' ' : '\x80';
+  }
+}
+
+/// What the splitter has seen of a reply.
+std::string_view ReplyStream::seen(std::string_view bytes) const {
+  return isWide() ? std::string_view(narrowed_) : bytes;
 }
 
 /// Tells of a reply that is too large, of which more is to come behind `length` bytes.
@@ -475,15 +633,18 @@ bool ReplyStream::passOver(Item& item, std::size_t length) {
 
 /// Drops what belongs to a reply that is passed over.
 void ReplyStream::pass(std::string_view bytes, bool isAll) {
-  std::size_t const next = splitter_.nextBegin(bytes, 0);
-  isPassing_ = next == npos && !isAll;
+  std::string narrowed;
+  if (isWide()) narrow(bytes, narrowed);
+  std::size_t const found = splitter_.nextBegin(isWide() ? narrowed : bytes, 0);
+  isPassing_ = found == npos && !isAll;
   if (isPassing_) {
-    drop(bytes.size() - std::min(bytes.size(), longestBeginning));
+    std::size_t const kept = std::min(bytes.size(), longestBeginning * unit());
+    drop((bytes.size() - kept) / unit() * unit());
     return;
   }
-  drop(next == npos ? std::min(bytes.size() + 1, rest().size()) : next);
+  drop(found == npos ? bytes.size() : found * unit());
   splitter_.restartBehind(npos);
-  isBegun_ = false;
+  endReply();
 }
 
 bool ReplyStream::nextLine(Item& item) {

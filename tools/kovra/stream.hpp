@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,7 @@ class Splitter {
   struct Found {
     bool isWhole = false;    ///< else more bytes are needed
     std::size_t length = 0;  ///< of a whole one
+    bool isCut = false;      ///< of which only a bracket shows that it ends
   };
 
   /// Looks at the bytes of a reply: those that it was shown before, and more behind them. None are
@@ -73,12 +75,14 @@ class Splitter {
   bool markup(std::string_view bytes);
   bool instruction(std::string_view bytes);
   bool declaration(std::string_view bytes);
+  bool ownDeclaration(std::string_view bytes);
   bool startTag(std::string_view bytes);
   bool endTag(std::string_view bytes);
   bool pass(std::string_view bytes, Construct& construct);
   std::size_t cutOf(std::string_view bytes, Construct const& construct);
   bool goOn(std::size_t at);
-  bool cutAt(std::size_t at);
+  bool cutAt(std::string_view bytes, std::size_t at);
+  bool endBefore(std::string_view bytes, std::size_t bracket);
   bool endAt(std::size_t length);
   bool findNameEnd(std::string_view bytes, std::size_t from);
   bool findTagEnd(std::string_view bytes);
@@ -104,7 +108,14 @@ class Splitter {
   Construct data_{"<![CDATA[", "]]>", true};
   Construct instruction_{"<?", "?>", true};
   Construct xmlDeclaration_{"<?xml", "?>", false};
-  Construct declaration_{"<!", ">", false};
+  Construct subset_{"<!", "]>", true};
+};
+
+/// How the text of a reply is written.
+enum class Form {
+  bytes,   ///< one or more for a character
+  little,  ///< UTF-16, the lower byte first
+  big,     ///< UTF-16, the upper byte first
 };
 
 /// How an input is divided.
@@ -115,7 +126,7 @@ enum class Division {
 };
 
 /// Takes replies out of an input one by one, as soon as they are there. It holds no more than one
-/// of them and what came with it.
+/// of them and what came with it. UTF-16 is shown to the splitter with a byte for each unit.
 class ReplyStream {
  public:
   /// A reply of more than `limit` bytes is passed over. Before it waits for bytes that are not
@@ -135,7 +146,14 @@ class ReplyStream {
  private:
   bool nextReply(Item& item);
   bool nextLine(Item& item);
-  void skipBlanks();
+  bool beginReply();
+  void endReply();
+  std::size_t findStop();
+  Splitter::Found look(std::string_view bytes, bool isAll);
+  void narrow(std::string_view bytes, std::string& narrowed) const;
+  std::string_view seen(std::string_view bytes) const;
+  bool isWide() const { return form_ && form_ != Form::bytes; }
+  std::size_t unit() const { return isWide() ? 2 : 1; }
   bool passOver(Item& item, std::size_t length);
   void pass(std::string_view bytes, bool isAll);
   std::string_view unquoted(std::string_view line);
@@ -154,8 +172,11 @@ class ReplyStream {
   std::size_t looked_ = 0;  ///< so many bytes of the rest hold no end
   std::size_t number_ = 0;
   std::string unquoted_;
-  bool isBegun_ = false;    ///< are there more than blanks of it?
-  bool isPassing_ = false;  ///< the rest of one that is too large
+  std::optional<Form> form_;  ///< of the reply at hand, as soon as it is known
+  bool wasWide_ = false;      ///< what looked_ was looked at for
+  std::string narrowed_;      ///< UTF-16 as the splitter sees it
+  Splitter const unread_;     ///< knows beginnings of any reply
+  bool isPassing_ = false;    ///< the rest of one that is too large
   bool isAtEnd_ = false;
 };
 

@@ -116,6 +116,7 @@ class Tables:
             ["processor time of a reply", f"{figures['microseconds']:.1f} µs", "at most 6 µs"],
             ["a straightforward Python program ÷ that", f"{figures['python']:.1f}", "at least 10"],
             ["`-j 2`: times as fast", f"{figures['two_workers']:.2f}", "at least 1.8 on idle cores"],
+            ["two processes beside each other: as fast as", f"{figures['two_processes']:.2f}", ""],
             ["`-j 2`: processor time ÷", f"{figures['two_workers_processor']:.2f}", ""],
             [f"resident memory, 2,000 / {10 * count:,} replies", memory, "the same"],
             ["instructions of `kovra --version`", f"{figures['start']:,}", "at most 1,000,000"],

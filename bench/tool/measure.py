@@ -21,21 +21,26 @@ import sys
 import tempfile
 import time
 
-ROUNDS = 5
+ROUNDS = 9
 PYTHON = pathlib.Path(__file__).with_name("elementtree.py")
 
 
-def used(command, stream, output=os.devnull):
-    """Processor time and wall clock in seconds."""
+def begun(command, stream, output=os.devnull):
     with open(stream, "rb") as source, open(output, "wb") as sink:
-        begin = time.monotonic()
-        process = subprocess.Popen(command, stdin=source, stdout=sink, stderr=subprocess.DEVNULL)
+        return subprocess.Popen(command, stdin=source, stdout=sink, stderr=subprocess.DEVNULL)
+
+
+def used(command, stream, output=os.devnull, processes=1):
+    """Processor time and wall clock in seconds, of so many processes beside each other."""
+    begin = time.monotonic()
+    processor = 0
+    for process in [begun(command, stream, output) for _ in range(processes)]:
         _, status, usage = os.wait4(process.pid, 0)
-        wall = time.monotonic() - begin
         process.returncode = os.waitstatus_to_exitcode(status)
-    if process.returncode != 0:
-        sys.exit(f"{command} ended with {process.returncode}")
-    return usage.ru_utime + usage.ru_stime, wall
+        if process.returncode != 0:
+            sys.exit(f"{command} ended with {process.returncode}")
+        processor += usage.ru_utime + usage.ru_stime
+    return processor, time.monotonic() - begin
 
 
 def resident(command, stream):
@@ -93,11 +98,13 @@ def measured(tool, reply_path, count, folder):
     stream, short, long = (folder / name for name in ("stream", "short", "long"))
     stream_of(reply, count, stream)
 
-    times = {name: [] for name in ways}
-    walls = {name: [] for name in ways}
+    # What two cores of this machine are worth: two processes that share nothing.
+    runs = {name: (command, 1) for name, command in ways.items()} | {"beside": (ways["one"], 2)}
+    times = {name: [] for name in runs}
+    walls = {name: [] for name in runs}
     for _ in range(ROUNDS):
-        for name, command in ways.items():
-            processor, wall = used(command, stream)
+        for name, (command, processes) in runs.items():
+            processor, wall = used(command, stream, processes=processes)
             times[name].append(processor)
             walls[name].append(wall)
     processor = {name: statistics.median(all) for name, all in times.items()}
@@ -109,6 +116,7 @@ def measured(tool, reply_path, count, folder):
         "microseconds": round(processor["one"] / count * 1e6, 2),
         "two_workers": round(wall["one"] / wall["two"], 2),
         "two_workers_processor": round(processor["two"] / processor["one"], 2),
+        "two_processes": round(2 * wall["one"] / wall["beside"], 2),
         "python": round(processor["python"] / processor["one"], 1),
         "resident_short": resident(ways["one"], short),
         "resident_long": resident(ways["one"], long),

@@ -162,6 +162,19 @@ refused 1 "reply.xml: error: lcd_contrast: found 64; $bounds
 " --from reply.xml --set lcd_contrast.max=99 --set lcd_contrast=64
 refused 1 "reply.xml: error: cards\[1].laminator_adjustments.speed_adjust: found 1.5; expected a number from -1 to 1, *
 " --from reply.xml --set 'cards[1].laminator_adjustments.speed_adjust=1.5'
+# Neither do changed bounds leave a value out.
+for change in min=41 max=39 min=60 max=1; do
+  refused 1 "reply.xml: error: lcd_contrast: found 40; expected a number from *, the bounds that it is to have
+" --from reply.xml --set lcd_contrast.$change
+done
+refused 1 "reply.xml: error: lcd_contrast: found 50; expected a number from 0 to 45, *
+" --from reply.xml --set lcd_contrast=50 --set lcd_contrast.max=45
+kovra compose configuration --from reply.xml --set lcd_contrast.min=40 --set lcd_contrast.max=50
+expectStatus 0
+# What another change overwrites is none.
+kovra compose configuration --from reply.xml --set lcd_contrast=80 --set lcd_contrast=50
+expectStatus 0
+holds "standard output" "*<lcd_contrast min=\"0\" max=\"63\">50</lcd_contrast>*" "$out"
 for value in 0 63; do
   kovra compose configuration --from reply.xml --set lcd_contrast=$value
   expectStatus 0

@@ -153,15 +153,20 @@ TEST(Edit, SuggestsEntriesOfLists) {
   EXPECT_EQ(complaint("cards[0]=1").substr(0, 45), "cards[0]: expected one of its members: type, ");
 }
 
+/// Why the edits are refused of a record before and after them; empty where they are not.
+std::string refusalOf(std::vector<Edit> const& edits, Value const& before, Value const& after) {
+  try {
+    requireWithinBounds(edits, before, after);
+  } catch (RecordFailure const& failure) {
+    return failure.why();
+  }
+  return "";
+}
+
 TEST(Edit, HoldsSettingsWithinTheirBounds) {
-  auto const refusal = [](Value const& setting, Value const& value) -> std::string {
-    try {
-      requireWithinBounds({{"a.b.val", value}},
-                          Value::object({{"a", Value::object({{"b", setting}})}}));
-    } catch (RecordFailure const& failure) {
-      return failure.why();
-    }
-    return "";
+  auto const refusal = [](Value const& setting, Value const& value) {
+    Value const record = Value::object({{"a", Value::object({{"b", setting}})}});
+    return refusalOf({{"a.b.val", value}}, record, record);
   };
   auto const setting = [](Value const& least, Value const& most) {
     return Value::object({{"val", 1000}, {"min", least}, {"max", most}});
@@ -179,8 +184,33 @@ TEST(Edit, HoldsSettingsWithinTheirBounds) {
                             Value::object({{"val", 1}, {"min", 0}}), Value(7), Value()}) {
     EXPECT_EQ(refusal(none, 1e9), "") << none.toJson();
   }
-  EXPECT_NO_THROW(requireWithinBounds({{"val", 9}, {".val", 9}, {"a.max", 9}, {"x.y.val", 9}},
-                                      Value::object({{"a", setting(0, 1)}, {"val", 1}})));
+  Value const other = Value::object({{"a", setting(0, 1000)}, {"val", 1}});
+  EXPECT_EQ(
+      refusalOf({{"val", 9}, {".val", 9}, {"a.max", 9}, {"x.y.val", 9}, {"min", 1}}, other, other),
+      "");
+}
+
+TEST(Edit, HoldsValuesWithinChangedBounds) {
+  auto const setting = [](int value, int least, int most) {
+    return Value::object({{"a", Value::object({{"val", value}, {"min", least}, {"max", most}})}});
+  };
+  std::string const wrong =
+      "a: found 40; expected a number from 41 to 63, the bounds that it is to have";
+  EXPECT_EQ(refusalOf({{"a.min", 41}}, setting(40, 0, 63), setting(40, 41, 63)), wrong);
+  EXPECT_EQ(refusalOf({{"a.max", 63}}, setting(40, 0, 63), setting(40, 41, 63)), wrong);
+  EXPECT_EQ(refusalOf({{"a.min", 40}}, setting(40, 0, 63), setting(40, 40, 63)), "");
+  // Of a member of that name which is no bound.
+  Value const plain = Value::object({{"a", Value::object({{"min", 9}, {"max", 99}})}});
+  EXPECT_EQ(refusalOf({{"a.min", 9}, {"b.max", 1}}, plain, plain), "");
+}
+
+TEST(Edit, HoldsOnlyTheLastValueWithinBounds) {
+  Value const record = Value::object({{"a", Value::object({{"val", 1}, {"min", 0}, {"max", 9}})}});
+  std::vector<Edit> const edits = {{"a.val", 80}, {"a.val", 5}};
+  EXPECT_TRUE(isOverwritten(edits, 0));
+  EXPECT_FALSE(isOverwritten(edits, 1));
+  EXPECT_EQ(refusalOf(edits, record, record), "");
+  EXPECT_NE(refusalOf({{"a.val", 5}, {"a.val", 80}}, record, record), "");
 }
 
 TEST(Edit, TakesAllBehindTheFirstEqualsSign) {

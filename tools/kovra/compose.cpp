@@ -246,7 +246,7 @@ struct Changed {
 Changed change(Message const& message, Value const& before, Record const& record,
                std::vector<Edit> const& edits, Value const& choices) {
   if (edits.empty()) return {choices};
-  requireWithinBounds(edits, before);
+  requireWithinBounds(edits, before, record.value);
   std::vector<Problem> problems = problemsOfAll(message, record.value, choices);
   if (!problems.empty()) return {choices, std::move(problems)};
   requireWritten(message, record.value, edits, choices);

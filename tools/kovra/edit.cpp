@@ -307,17 +307,27 @@ double boundOf(Value const& setting, std::string_view name) {
   return bound != nullptr ? bound->asReal(none) : none;
 }
 
-void requireWithin(Edit const& edit, Value const& setting) {
+/// A value of `member`, between the bounds of `setting`.
+void requireWithin(std::string const& member, Value const& number, Value const& setting,
+                   std::string_view whose) {
   double const least = boundOf(setting, "min");
   double const most = boundOf(setting, "max");
   bool const areBounds = std::isfinite(least) && std::isfinite(most) && least < most;
-  double const value = edit.value.asReal(least);
+  double const value = number.asReal(least);
   bool const isWithin = value >= least && value <= most;
   if (!areBounds || isWithin) return;
-  auto const shown = [](Value const& number) { return cell(number, Secrets::shown); };
-  throw RecordFailure({}, sentence(memberOf(edit), shown(edit.value),
-                                   "a number from " + shown(least) + " to " + shown(most) +
-                                       ", the bounds that the printer gave"));
+  auto const shown = [](Value const& one) { return cell(one, Secrets::shown); };
+  std::string expected =
+      "a number from " + shown(least) + " to " + shown(most) + ", the bounds that ";
+  throw RecordFailure({}, sentence(member, shown(number), expected.append(whose)));
+}
+
+/// The setting that a bound belongs to; empty for another member.
+std::string settingOfBound(std::string_view path) {
+  for (std::string_view const bound : {".min", ".max"}) {
+    if (path.ends_with(bound)) return std::string(path.substr(0, path.size() - bound.size()));
+  }
+  return {};
 }
 
 }  // namespace
@@ -327,10 +337,23 @@ std::string memberOf(Edit const& edit) {
   return isValueOfSetting(edit.path) ? edit.path.substr(0, end) : edit.path;
 }
 
-void requireWithinBounds(std::vector<Edit> const& edits, Value const& record) {
-  for (Edit const& edit : edits) {
-    if (!isValueOfSetting(edit.path)) continue;
-    if (Value const* const setting = record.findAt(memberOf(edit))) requireWithin(edit, *setting);
+bool isOverwritten(std::vector<Edit> const& edits, std::size_t index) {
+  return std::any_of(edits.begin() + static_cast<std::ptrdiff_t>(index) + 1, edits.end(),
+                     [&](Edit const& later) { return later.path == edits[index].path; });
+}
+
+void requireWithinBounds(std::vector<Edit> const& edits, Value const& before, Value const& after) {
+  for (std::size_t i = 0; i < edits.size(); ++i) {
+    if (isOverwritten(edits, i)) continue;
+    std::string const member = memberOf(edits[i]);
+    Value const* const given = isValueOfSetting(edits[i].path) ? before.findAt(member) : nullptr;
+    if (given != nullptr) requireWithin(member, edits[i].value, *given, "the printer gave");
+    std::string const setting = settingOfBound(edits[i].path);
+    Value const* const changed = setting.empty() ? nullptr : after.findAt(setting);
+    if (changed == nullptr) continue;
+    if (Value const* const value = changed->find("val")) {
+      requireWithin(setting, *value, *changed, "it is to have");
+    }
   }
 }
 

@@ -40,9 +40,12 @@ Edit editOfFile(Message const& message, std::string const& assignment);
 /// Throws an EditFailure for a path that the record cannot have.
 void apply(std::vector<Edit> const& edits, Value& record);
 
-/// Throws a RecordFailure where the value of a setting is beyond the bounds that the record gives
-/// it; bounds that admit nothing are none.
-void requireWithinBounds(std::vector<Edit> const& edits, Value const& record);
+/// Does a later one change the same member?
+bool isOverwritten(std::vector<Edit> const& edits, std::size_t index);
+
+/// Throws a RecordFailure where the value of a setting is beyond the bounds that the record gave
+/// it, or beyond those that it is to have; bounds that admit nothing are none.
+void requireWithinBounds(std::vector<Edit> const& edits, Value const& before, Value const& after);
 
 }  // namespace Kovra::tool
 

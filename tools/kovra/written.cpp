@@ -98,11 +98,6 @@ std::string writerOf(Message const& message, Value const& record, Edit const& ed
   return word.empty() ? word : "--" + choice->name() + ' ' + word;
 }
 
-bool isOverwritten(std::vector<Edit> const& edits, std::size_t index) {
-  return std::any_of(edits.begin() + static_cast<std::ptrdiff_t>(index) + 1, edits.end(),
-                     [&](Edit const& later) { return later.path == edits[index].path; });
-}
-
 [[noreturn]] void refuseUnwritten(Message const& message, Value const& record, Edit const& edit,
                                   Value const& choices) {
   std::vector<Choice> const all = message.choices();

@@ -384,6 +384,22 @@ TEST(ReplyStream, TellsOfLargeRepliesInUtf16Once) {
   }
 }
 
+/// Whatever unit the limit falls into, and wherever the next reply stands.
+TEST(ReplyStream, KnowsWhatIsTooLargeInUtf16) {
+  for (auto const& [mark, of] : wideReplies) {
+    std::string const next = mark + of(wideDeclaration + "<b/>"s);
+    for (std::size_t filling = 9; filling < 100; ++filling) {
+      std::string const large = mark + of(wideDeclaration + "<a>"s + std::string(filling, 'x'));
+      for (std::size_t const limit : {100U, 101U}) {
+        std::vector<Reply> const whole = repliesOf(large + next, Division::reply, limit);
+        EXPECT_EQ(whole, (std::vector<Reply>{{"", 1, true}, {next, 2, false}})) << filling;
+        EXPECT_EQ(repliesOf(large + next, Division::reply, limit, [] { return 1; }), whole);
+        EXPECT_EQ(repliesOf(large + next, Division::reply, limit, [] { return 7; }), whole);
+      }
+    }
+  }
+}
+
 TEST(ReplyStream, TellsOfLargeRepliesOnceAndGoesOn) {
   std::string const large = "<a>" + std::string(100, 'x') + "</a>";
   std::string const next = std::string(declaration) + "<b/>";

@@ -524,7 +524,8 @@ bool ReplyStream::nextReply(Item& item) {
     std::size_t const shown = isLong ? limit_ + margin + 1 : npos;
     Splitter::Found const found = look(bytes.substr(0, shown), isAll && !isLong);
     if (!found.isWhole) {
-      if (isLong) return passOver(item, std::min(splitter_.certain() * unit(), shown));
+      if (isLong)
+        return passOver(item, beforeMark(bytes, std::min(splitter_.certain() * unit(), shown)));
       fill();
       continue;
     }
@@ -566,7 +567,8 @@ void ReplyStream::endReply() {
 std::size_t ReplyStream::findStop() {
   std::string_view const bytes = rest();
   if (isWide()) {
-    std::size_t const from = std::max(looked_, longestBeginning + 1) - longestBeginning;
+    std::size_t const own = isPassing_ ? 0 : 1;
+    std::size_t const from = std::max(looked_, longestBeginning + own) - longestBeginning;
     std::size_t const next = unread_.nextBegin(bytes, from);
     looked_ = std::min(next, bytes.size());
     return next;
@@ -597,12 +599,20 @@ Splitter::Found ReplyStream::look(std::string_view bytes, bool isAll) {
     return {true, length == narrowed_.size() ? bytes.size() : 2 * length, false};
   }
   if (!found.isWhole) return found;
-  std::string_view const reply = bytes.substr(0, 2 * found.length);
+  found.length *= 2;
   // The bracket that cuts it may be that of bytes, and the half of a unit.
-  if (found.isCut && !isAll && bytes.size() - reply.size() < longestBeginning) return {};
+  if (found.isCut && !isAll && bytes.size() - found.length < longestBeginning) return {};
+  found.length = beforeMark(bytes, found.length);
+  return found;
+}
+
+/// So many bytes, in whole units, and without a mark at their end: that belongs to the next reply.
+std::size_t ReplyStream::beforeMark(std::string_view bytes, std::size_t length) const {
+  if (!isWide()) return length;
+  std::size_t const whole = length / 2 * 2;
   std::string_view const mark = form_ == Form::little ? littleMark : bigMark;
-  bool const isNextMarked = reply.size() > mark.size() && reply.ends_with(mark);
-  return {true, reply.size() - (isNextMarked ? mark.size() : 0), found.isCut};
+  bool const isMarked = whole > mark.size() && bytes.substr(0, whole).ends_with(mark);
+  return whole - (isMarked ? mark.size() : 0);
 }
 
 /// Adds what `narrowed` lacks of UTF-16: a byte for each unit, which is its letter in ASCII, a
@@ -639,7 +649,7 @@ void ReplyStream::pass(std::string_view bytes, bool isAll) {
   isPassing_ = found == npos && !isAll;
   if (isPassing_) {
     std::size_t const kept = std::min(bytes.size(), longestBeginning * unit());
-    drop((bytes.size() - kept) / unit() * unit());
+    drop(beforeMark(bytes, bytes.size() - kept));
     return;
   }
   drop(found == npos ? bytes.size() : found * unit());

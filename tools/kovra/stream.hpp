@@ -152,6 +152,7 @@ class ReplyStream {
   Splitter::Found look(std::string_view bytes, bool isAll);
   void narrow(std::string_view bytes, std::string& narrowed) const;
   std::string_view seen(std::string_view bytes) const;
+  std::size_t beforeMark(std::string_view bytes, std::size_t length) const;
   bool isWide() const { return form_ && form_ != Form::bytes; }
   std::size_t unit() const { return isWide() ? 2 : 1; }
   bool passOver(Item& item, std::size_t length);

@@ -106,8 +106,8 @@ checks=$((checks + 1))
 # What does not fit is continued below itself, and no word of it is lost.
 kovra decode --help
 holds "standard output" "*
-  -0,--null                   Names in that file end with a NUL byte, not with
-                              the line
+  -0,--null                   Names in that file end with NUL bytes, not with
+                              lines
 *" "$out"
 
 # Names of files that look like something else are names all the same.

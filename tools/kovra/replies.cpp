@@ -296,7 +296,7 @@ void addReplies(CLI::App& command, ReplyOptions& options) {
                                 "line; '-': standard input")
                           .shows("FILE");
   addFlag(command, "-0,--null", options.nullSeparated,
-          "Names in that file end with a NUL byte, not with the line")
+          "Names in that file end with NUL bytes, not with lines")
       .shows(" ")
       .needs(list);
   Option const stream = addFlag(

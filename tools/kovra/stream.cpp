@@ -216,6 +216,7 @@ Splitter::Splitter() : roots_(Roots::all()) {
 
 Splitter::Found Splitter::look(std::string_view bytes, bool isAll) {
   found_ = {};
+  isAll_ = isAll;
   while (!found_.isWhole && step(bytes)) {
   }
   if (!found_.isWhole && isAll) endAt(std::min(nextBegin(bytes, certain()), bytes.size()));
@@ -277,10 +278,7 @@ bool Splitter::prolog(std::string_view bytes) {
 /// As far as the next markup.
 bool Splitter::junk(std::string_view bytes, std::size_t from) {
   bracket_ = std::min(find(bytes, '<', std::max(from, bracket_)), bytes.size());
-  // Behind that of UTF-16 there is a NUL byte.
-  bool const isOpen =
-      bracket_ + 1 >= bytes.size() && bytes.substr(0, bracket_).ends_with(littleMark);
-  return bracket_ < bytes.size() && !isOpen && endBefore(bytes, bracket_);
+  return bracket_ < bytes.size() && endBefore(bytes, bracket_);
 }
 
 bool Splitter::markup(std::string_view bytes) {
@@ -421,10 +419,11 @@ bool Splitter::cutAt(std::string_view bytes, std::size_t at) {
   return isInside_ ? goOn(at) : endBefore(bytes, at);
 }
 
-/// A mark before the bracket belongs to it.
+/// Behind a mark it may be the bracket of UTF-16, which a NUL byte shows.
 bool Splitter::endBefore(std::string_view bytes, std::size_t bracket) {
-  bool const isMarked = bytes.substr(0, bracket).ends_with(littleMark);
-  endAt(bracket - (isMarked ? littleMark.size() : 0));
+  bool const isLast = bracket + 1 == bytes.size() && !isAll_;
+  if (isLast && bytes.substr(0, bracket).ends_with(littleMark)) return false;
+  endAt(bracket);
   found_.isCut = true;
   return true;
 }
@@ -519,13 +518,12 @@ bool ReplyStream::nextReply(Item& item) {
       endReply();
       continue;
     }
-    std::size_t const margin = longestBeginning * unit();
+    // In UTF-16, what ends a reply is known when as many bytes again are there.
+    std::size_t const margin = isWide() && !isAll ? 2 * longestBeginning : longestBeginning;
     bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > margin;
-    std::size_t const shown = isLong ? limit_ + margin + 1 : npos;
-    Splitter::Found const found = look(bytes.substr(0, shown), isAll && !isLong);
+    Splitter::Found const found = look(bytes, isAll, isLong);
     if (!found.isWhole) {
-      if (isLong)
-        return passOver(item, beforeMark(bytes, std::min(splitter_.certain() * unit(), shown)));
+      if (isLong) return passOver(item, certainOf(bytes));
       fill();
       continue;
     }
@@ -578,22 +576,29 @@ std::size_t ReplyStream::findStop() {
   return zero == npos ? npos : zero - wideBefore(bytes, zero);
 }
 
+/// So many bytes of a reply are looked at.
+std::size_t ReplyStream::shown() const {
+  std::size_t const surplus = longestBeginning + 1;
+  return std::min(limit_, npos - surplus) + surplus;
+}
+
 /// UTF-16 is shown to the splitter bit by bit, so that a short reply costs no more than it has.
 /// What it saw of the next one, before that was known, is taken back.
-Splitter::Found ReplyStream::look(std::string_view bytes, bool isAll) {
-  if (!isWide()) return splitter_.look(bytes, isAll);
-  if (narrowed_.size() > bytes.size() / 2) {
+Splitter::Found ReplyStream::look(std::string_view bytes, bool isAll, bool isLong) {
+  std::string_view const view = bytes.substr(0, shown());
+  if (!isWide()) return splitter_.look(view, isAll && !isLong);
+  if (narrowed_.size() > view.size() / 2) {
     narrowed_.clear();
     splitter_.restartBehind(npos);
   }
   Splitter::Found found;
   for (bool isShown = false; !found.isWhole && !isShown;) {
     std::size_t const units = std::max<std::size_t>(1024, 2 * narrowed_.size());
-    isShown = units >= bytes.size() / 2;
-    narrow(bytes.substr(0, 2 * units), narrowed_);
+    isShown = units >= view.size() / 2;
+    narrow(view.substr(0, 2 * units), narrowed_);
     found = splitter_.look(narrowed_, false);
   }
-  if (!found.isWhole && isAll) {
+  if (!found.isWhole && isAll && !isLong) {
     std::size_t const length = splitter_.look(narrowed_, true).length;
     // What was cut may have lost the half of a unit.
     return {true, length == narrowed_.size() ? bytes.size() : 2 * length, false};
@@ -604,6 +609,13 @@ Splitter::Found ReplyStream::look(std::string_view bytes, bool isAll) {
   if (found.isCut && !isAll && bytes.size() - found.length < longestBeginning) return {};
   found.length = beforeMark(bytes, found.length);
   return found;
+}
+
+/// How much of what was looked at belongs to a reply whatever follows. Of UTF-16 that is no more
+/// than bytes and marks that begin the next one would have shown.
+std::size_t ReplyStream::certainOf(std::string_view bytes) const {
+  if (!isWide()) return std::min(splitter_.certain(), shown());
+  return beforeMark(bytes, std::min(2 * splitter_.certain(), shown() - longestBeginning));
 }
 
 /// So many bytes, in whole units, and without a mark at their end: that belongs to the next reply.

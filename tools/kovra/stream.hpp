@@ -104,6 +104,7 @@ class Splitter {
   std::size_t quoted_;       ///< what begins a reply in it; npos: nothing
   char quote_ = '\0';        ///< that is open in a tag
   Found found_;
+  bool isAll_ = false;  ///< nothing follows on what is looked at
   Construct comment_{"<!--", "-->", true};
   Construct data_{"<![CDATA[", "]]>", true};
   Construct instruction_{"<?", "?>", true};
@@ -149,9 +150,11 @@ class ReplyStream {
   bool beginReply();
   void endReply();
   std::size_t findStop();
-  Splitter::Found look(std::string_view bytes, bool isAll);
+  std::size_t shown() const;
+  Splitter::Found look(std::string_view bytes, bool isAll, bool isLong);
   void narrow(std::string_view bytes, std::string& narrowed) const;
   std::string_view seen(std::string_view bytes) const;
+  std::size_t certainOf(std::string_view bytes) const;
   std::size_t beforeMark(std::string_view bytes, std::size_t length) const;
   bool isWide() const { return form_ && form_ != Form::bytes; }
   std::size_t unit() const { return isWide() ? 2 : 1; }

@@ -134,16 +134,32 @@ fuzzSeeds() {
   if [[ -d $root/fuzz/corpus/${1%_fuzz} ]]; then echo "$root/fuzz/corpus/${1%_fuzz}"; fi
 }
 
-# fuzzTarget NAME TARGET FOUND OPTION...: fuzzes from the seeds; FOUND is made anew, and takes what
-# reaches something new and what fails.
-fuzzTarget() {
-  local name=$1 target=$2 found=$3 seeds
+# fuzzOnce NAME TARGET PLACE OPTION...: fuzzes from the seeds. The folder PLACE is made anew, and takes
+# what reaches something new and what fails; beside it are PLACE.log and PLACE.status, how it ended.
+fuzzOnce() {
+  local name=$1 target=$2 place=$3 seeds status=0
   shift 3
   mapfile -t seeds < <(fuzzSeeds "$target")
-  rm -rf "$found"
-  mkdir "$found"
-  "${fixedAddresses[@]}" "$buildDir/$name/fuzz/$target" -timeout=10 -artifact_prefix="$found/" "$@" \
-    "$found" "${seeds[@]}"
+  rm -rf "$place"
+  mkdir "$place"
+  "${fixedAddresses[@]}" "$buildDir/$name/fuzz/$target" -timeout=10 -artifact_prefix="$place/" "$@" \
+    "$place" "${seeds[@]}" >"$place.log" 2>&1 || status=$?
+  echo "$status" >"$place.status"
+}
+
+# fuzzAll NAME FOLDER RUNS OPTION...: every target so many times, in FOLDER/TARGET-RUN, and as many at
+# once as there are cores.
+fuzzAll() {
+  local name=$1 folder=$2 runs=$3 run target targets
+  shift 3
+  mapfile -t targets < <(fuzzTargets)
+  for ((run = 1; run <= runs; ++run)); do
+    for target in "${targets[@]}"; do
+      while (($(jobs -rp | wc -l) >= jobs)); do wait -n || true; done
+      fuzzOnce "$name" "$target" "$folder/$target-$run" "$@" &
+    done
+  done
+  wait
 }
 
 # fuzzingEnd LOG: what a target that failed has said, without its progress.

@@ -163,7 +163,7 @@ refused 1 "reply.xml: error: lcd_contrast: found 64; $bounds
 refused 1 "reply.xml: error: cards\[1].laminator_adjustments.speed_adjust: found 1.5; expected a number from -1 to 1, *
 " --from reply.xml --set 'cards[1].laminator_adjustments.speed_adjust=1.5'
 # Neither do changed bounds leave a value out.
-for change in min=41 max=39 min=60 max=1; do
+for change in min=41 max=39 min=60 max=1 max=-1 min=99; do
   refused 1 "reply.xml: error: lcd_contrast: found 40; expected a number from *, the bounds that it is to have
 " --from reply.xml --set lcd_contrast.$change
 done

@@ -8,6 +8,7 @@
 #include <kovra.hpp>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "input.hpp"
@@ -199,6 +200,12 @@ TEST(Edit, HoldsValuesWithinChangedBounds) {
   EXPECT_EQ(refusalOf({{"a.min", 41}}, setting(40, 0, 63), setting(40, 41, 63)), wrong);
   EXPECT_EQ(refusalOf({{"a.max", 63}}, setting(40, 0, 63), setting(40, 41, 63)), wrong);
   EXPECT_EQ(refusalOf({{"a.min", 40}}, setting(40, 0, 63), setting(40, 40, 63)), "");
+  EXPECT_EQ(refusalOf({{"a.max", 40}}, setting(40, 40, 63), setting(40, 40, 40)), "");
+  EXPECT_EQ(refusalOf({{"a.max", 0}}, setting(40, 0, 63), setting(40, 0, 0)), "");
+  for (auto const& [least, most] : {std::pair{41, 41}, {60, 20}, {63, 0}, {0, -1}}) {
+    EXPECT_NE(refusalOf({{"a.max", most}}, setting(40, 0, 63), setting(40, least, most)), "")
+        << least;
+  }
   // Of a member of that name which is no bound.
   Value const plain = Value::object({{"a", Value::object({{"min", 9}, {"max", 99}})}});
   EXPECT_EQ(refusalOf({{"a.min", 9}, {"b.max", 1}}, plain, plain), "");

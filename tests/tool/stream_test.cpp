@@ -267,17 +267,33 @@ TEST(ReplyStream, KnowsHowLongAQuotationMayBe) {
   }
 }
 
-// A subset of declarations in front of the root, and one that was cut.
-TEST(ReplyStream, PassesDeclarationsWithinADeclaration) {
-  std::string const subset = "<!DOCTYPE a [<!ENTITY x \"y\">\n<!ELEMENT a ANY>]>";
-  std::string const reply = std::string(declaration) + subset + "<a></a>";
-  EXPECT_EQ(textsOf(reply + subset + "<a/>" + status), (Texts{reply, subset + "<a/>", status}));
-  expectTheSameInPieces(reply + subset + "<a/>" + status);
-  std::string const cut = "<!DOCTYPE a [<!ENTITY x";
-  EXPECT_EQ(foundInOpen(cut + std::string(declaration) + "<b/><!DOCTYPE"),
-            (Texts{cut, declaration + "<b/>"s}));
-  // Within an element there are none.
+/// Types of documents, with literals and subsets, are part of the reply behind them.
+TEST(ReplyStream, PassesTypesOfDocuments) {
+  for (std::string const type :
+       {"<!DOCTYPE a>", "<!DOCTYPE a SYSTEM \"x[y\">", "<!DOCTYPE a SYSTEM 'x>\"y'>",
+        "<!DOCTYPE a PUBLIC '-//x//' \"y\" [ ]>",
+        "<!DOCTYPE a [<!ENTITY x \"y\">\n<!ELEMENT a ANY>]>", "<!DOCTYPE a [<!ELEMENT a ANY>] >",
+        "<!DOCTYPE a [<!ELEMENT a ANY>]\r\n\t>",
+        "<!DOCTYPE a [<!-- don't ]> -->%x;<?x ]> ' ?><!ENTITY y ']>'><!ENTITY z \"<b>]></b>\">]>",
+        "<!DOCTYPE a [ ]] ]>"}) {
+    std::string const reply = declaration + type + "<a></a>";
+    EXPECT_EQ(textsOf(reply + type + "<a/>" + status), (Texts{reply, type + "<a/>", status}));
+    expectTheSameInPieces(reply + type + "<a/>" + status);
+  }
+}
+
+TEST(ReplyStream, FindsWhatFollowsACutTypeOfADocument) {
+  for (std::string const cut :
+       {"<!DOCTYPE a", "<!DOCTYPE a SYSTEM 'x", "<!DOCTYPE a [", "<!DOCTYPE a []",
+        "<!DOCTYPE a [<!ENTITY x", "<!DOCTYPE a [<!ENTITY x \"y", "<!DOCTYPE a [<!ENTITY x 'y'>",
+        "<!DOCTYPE a [<"}) {
+    expectFoundBehind(cut, {status});
+    expectFoundBehind(cut, {declaration + "<b/>"s, status});
+    EXPECT_EQ(foundInOpen(cut + status + "<b/>"), (Texts{cut, status, "<b/>"}));
+  }
+  // Within an element there are none, and what looks like one has no literals.
   expectFoundBehind("<get_general_status><![", {status});
+  EXPECT_EQ(textsOf("<a><!x'></a><a/>"), (Texts{"<a><!x'></a>", "<a/>"}));
 }
 
 /// As UTF-16, which is declared.
@@ -361,6 +377,18 @@ TEST(ReplyStream, FindsWhatFollowsACutReplyInUtf16) {
     if (!mark.empty()) expectFoundBehind(torn, {next, status});
     // Bytes that were cut.
     if (!mark.empty()) expectFoundBehind("<get_general_status><err", {next, status});
+  }
+}
+
+/// A mark that follows on what was cut may belong to it, and to UTF-16.
+TEST(ReplyStream, KnowsAMarkBehindWhatWasCut) {
+  for (std::string const cut :
+       {"x", "</", "</a", "<?", "<?x", "<!", "<!x", "<?xml", "<!DOCTYPE a [", "<a", "<a>"}) {
+    for (std::string const& behind : {"<\0?\0"s, "<b/>"s, "<"s, "<\0"s, ""s}) {
+      expectTheSameInPieces(cut + "\xFF\xFE" + behind);
+      expectTheSameInPieces(cut + "\xFE\xFF" + behind);
+      expectTheSameInPieces(cut + behind);
+    }
   }
 }
 
@@ -590,6 +618,16 @@ TEST(ReplyStream, TakesManyPiecesOfMarkup) {
   EXPECT_EQ(countOf("<a>" + repeated("<")), 1U);
   EXPECT_EQ(countOf("<a>" + repeated("<b x='")), 1U);
   EXPECT_EQ(countOf(repeated("</a>")), static_cast<std::size_t>(count));
+}
+
+/// With a buffer that a large reply has left: what is in it is searched for each end once.
+TEST(ReplyStream, TakesManyShortRepliesBehindALargeOne) {
+  constexpr int count = 1 << 12;
+  for (auto const& [mark, of] : wideReplies) {
+    std::string input = "<a>" + std::string(1 << 22, 'x') + "</a>";
+    for (int i = 0; i < count; ++i) input += mark + of(wideDeclaration + "<b/>"s) + "<a/>";
+    EXPECT_EQ(countOf(input), 1U + 2 * count);
+  }
 }
 
 }  // namespace

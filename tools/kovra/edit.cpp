@@ -307,19 +307,41 @@ double boundOf(Value const& setting, std::string_view name) {
   return bound != nullptr ? bound->asReal(none) : none;
 }
 
-/// A value of `member`, between the bounds of `setting`.
-void requireWithin(std::string const& member, Value const& number, Value const& setting,
+struct Bounds {
+  double least;
+  double most;
+};
+
+/// Those of a setting; none where they are no numbers.
+std::optional<Bounds> boundsOf(Value const& setting) {
+  Bounds const bounds{boundOf(setting, "min"), boundOf(setting, "max")};
+  if (!std::isfinite(bounds.least) || !std::isfinite(bounds.most)) return {};
+  return bounds;
+}
+
+void requireWithin(std::string const& member, Value const& number, Bounds const& bounds,
                    std::string_view whose) {
-  double const least = boundOf(setting, "min");
-  double const most = boundOf(setting, "max");
-  bool const areBounds = std::isfinite(least) && std::isfinite(most) && least < most;
-  double const value = number.asReal(least);
-  bool const isWithin = value >= least && value <= most;
-  if (!areBounds || isWithin) return;
+  double const value = number.asReal(bounds.least);
+  if (value >= bounds.least && value <= bounds.most) return;
   auto const shown = [](Value const& one) { return cell(one, Secrets::shown); };
   std::string expected =
-      "a number from " + shown(least) + " to " + shown(most) + ", the bounds that ";
+      "a number from " + shown(bounds.least) + " to " + shown(bounds.most) + ", the bounds that ";
   throw RecordFailure({}, sentence(member, shown(number), expected.append(whose)));
+}
+
+/// Bounds of the printer that admit nothing are none.
+void requireWithinGiven(std::string const& member, Value const& number, Value const& setting) {
+  std::optional<Bounds> const given = boundsOf(setting);
+  if (given && given->least < given->most)
+    requireWithin(member, number, *given, "the printer gave");
+}
+
+/// Of those that somebody asks for, only two zeros say that there are none.
+void requireWithinChanged(std::string const& member, Value const& setting) {
+  std::optional<Bounds> const changed = boundsOf(setting);
+  Value const* const number = setting.find("val");
+  bool const areNone = !changed || (changed->least == 0 && changed->most == 0);
+  if (number != nullptr && !areNone) requireWithin(member, *number, *changed, "it is to have");
 }
 
 /// The setting that a bound belongs to; empty for another member.
@@ -347,13 +369,10 @@ void requireWithinBounds(std::vector<Edit> const& edits, Value const& before, Va
     if (isOverwritten(edits, i)) continue;
     std::string const member = memberOf(edits[i]);
     Value const* const given = isValueOfSetting(edits[i].path) ? before.findAt(member) : nullptr;
-    if (given != nullptr) requireWithin(member, edits[i].value, *given, "the printer gave");
+    if (given != nullptr) requireWithinGiven(member, edits[i].value, *given);
     std::string const setting = settingOfBound(edits[i].path);
     Value const* const changed = setting.empty() ? nullptr : after.findAt(setting);
-    if (changed == nullptr) continue;
-    if (Value const* const value = changed->find("val")) {
-      requireWithin(setting, *value, *changed, "it is to have");
-    }
+    if (changed != nullptr) requireWithinChanged(setting, *changed);
   }
 }
 

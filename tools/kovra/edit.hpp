@@ -44,7 +44,8 @@ void apply(std::vector<Edit> const& edits, Value& record);
 bool isOverwritten(std::vector<Edit> const& edits, std::size_t index);
 
 /// Throws a RecordFailure where the value of a setting is beyond the bounds that the record gave
-/// it, or beyond those that it is to have; bounds that admit nothing are none.
+/// it, or beyond those that it is to have. Given bounds that admit no two values are none; of
+/// others only two zeros are.
 void requireWithinBounds(std::vector<Edit> const& edits, Value const& before, Value const& after);
 
 }  // namespace Kovra::tool

@@ -31,6 +31,10 @@ bool beginsName(char letter) {
   return (byte | 0x20U) - 'a' < 26U || letter == '_' || letter == ':' || byte >= 0x80;
 }
 
+bool isAscii(char letter) {
+  return static_cast<unsigned char>(letter) < 0x80;
+}
+
 constexpr std::array<bool, 256> nameEnders = [] {
   std::array<bool, 256> all{};
   for (char const letter : std::string_view(" \t\r\n/><\"'=")) {
@@ -254,6 +258,7 @@ Answer Splitter::begins(std::string_view bytes, std::size_t at) const {
 
 /// Goes one piece of markup further; false where more bytes are needed.
 bool Splitter::step(std::string_view bytes) {
+  if (isInSubset_) return subset(bytes);
   if (!isInside_ && !prolog(bytes)) return false;
   if (found_.isWhole) return true;
   std::size_t const next = find(bytes, '<', at_);
@@ -293,7 +298,7 @@ bool Splitter::markup(std::string_view bytes) {
 bool Splitter::instruction(std::string_view bytes) {
   Answer const declared = declarationStands(bytes, at_);
   if (declared == Answer::later) return false;
-  if (declared == Answer::yes && (isInside_ || isDeclared_)) return endAt(at_);
+  if (declared == Answer::yes && (isInside_ || isInSubset_ || isDeclared_)) return endAt(at_);
   if (!findNameEnd(bytes, at_ + 2)) return false;
   if (bytes[nameEnd_] == '<') return cutAt(bytes, nameEnd_);
   if (!pass(bytes, declared == Answer::yes ? xmlDeclaration_ : instruction_)) return false;
@@ -310,17 +315,44 @@ bool Splitter::declaration(std::string_view bytes) {
   return ownDeclaration(bytes);
 }
 
-/// One that is neither comment nor data. In front of its root a reply may have one that names it
-/// and holds a subset of others in brackets.
+/// One that is neither comment nor data. In front of its root a reply may have one with literals,
+/// and with a subset of others in brackets.
 bool Splitter::ownDeclaration(std::string_view bytes) {
-  std::size_t const from = at_ + 2;
-  bool const isNamed = from < bytes.size() && bytes[from] != '[';
-  std::size_t const end =
-      bytes.find_first_of(isNamed && !isInside_ ? "[<>" : "<>", std::max(tagEnd_, from));
-  tagEnd_ = std::min(end, bytes.size());
-  if (end == npos) return false;
-  if (bytes[end] == '[') return pass(bytes, subset_);
-  return bytes[end] == '>' ? goOn(end + 1) : cutAt(bytes, end);
+  for (tagEnd_ = std::max(tagEnd_, at_ + 2); tagEnd_ < bytes.size(); ++tagEnd_) {
+    char const letter = bytes[tagEnd_];
+    if (letter == '<') {
+      Answer const isCut = quote_ == '\0' ? Answer::yes : begins(bytes, tagEnd_);
+      if (isCut == Answer::later) return false;
+      if (isCut == Answer::yes) return cutAt(bytes, tagEnd_);
+    } else if (quote_ != '\0') {
+      if (letter == quote_) quote_ = '\0';
+    } else if (letter == '>') {
+      return goOn(tagEnd_ + 1);
+    } else if (!isInside_ && (letter == '"' || letter == '\'')) {
+      quote_ = letter;
+    } else if (!isInside_ && !isInSubset_ && letter == '[' && tagEnd_ > at_ + 2) {
+      isInSubset_ = true;
+      return goOn(tagEnd_ + 1);
+    }
+  }
+  return false;
+}
+
+/// To its next declaration, or behind it. An element within shows that it was cut.
+bool Splitter::subset(std::string_view bytes) {
+  at_ = std::min(bytes.find_first_of("<]", at_), bytes.size());
+  if (at_ + 1 >= bytes.size()) return false;
+  char const second = bytes[at_ + 1];
+  if (bytes[at_] == '<') {
+    if (second == '!' || second == '?') return markup(bytes);
+    bool const isElement = second == '/' || (beginsName(second) && isAscii(second));
+    return isElement ? endBefore(bytes, at_) : goOn(at_ + 1);
+  }
+  tagEnd_ = std::max(tagEnd_, at_ + 1);
+  while (tagEnd_ < bytes.size() && isBlank(bytes[tagEnd_])) ++tagEnd_;
+  if (tagEnd_ == bytes.size()) return false;
+  isInSubset_ = bytes[tagEnd_] != '>';
+  return goOn(isInSubset_ ? at_ + 1 : tagEnd_ + 1);
 }
 
 /// Goes behind the construct at hand, or where it was cut.
@@ -377,6 +409,7 @@ bool Splitter::endTag(std::string_view bytes) {
   if (!findNameEnd(bytes, at_ + 2) || !findTagEnd(bytes)) return false;
   std::string_view const name = bytes.substr(at_ + 2, nameEnd_ - at_ - 2);
   std::size_t const behind = tagEnd_ + (bytes[tagEnd_] == '>' ? 1 : 0);
+  if (!isInside_ && bytes[tagEnd_] == '<') return endBefore(bytes, behind);
   bool const closesRoot = isInside_ && name == root_ && --open_ == 0;
   return closesRoot || !isInside_ ? endAt(behind) : goOn(behind);
 }
@@ -438,10 +471,9 @@ bool Splitter::endAt(std::size_t length) {
 void Splitter::restartBehind(std::size_t length) {
   goOn(0);
   open_ = 0;
-  isInside_ = isDeclared_ = false;
+  isInside_ = isInSubset_ = isDeclared_ = false;
   inner_ = &roots_.nothing();
-  for (Construct* const construct :
-       {&comment_, &data_, &instruction_, &xmlDeclaration_, &subset_}) {
+  for (Construct* const construct : {&comment_, &data_, &instruction_, &xmlDeclaration_}) {
     construct->searched -= std::min(construct->searched, length);
   }
 }
@@ -475,7 +507,8 @@ void ReplyStream::fill() {
 
 void ReplyStream::drop(std::size_t length) {
   begin_ += length;
-  looked_ -= std::min(looked_, length);
+  endLooked_ -= std::min(endLooked_, length);
+  beginLooked_ -= std::min(beginLooked_, length);
 }
 
 namespace {
@@ -518,7 +551,7 @@ bool ReplyStream::nextReply(Item& item) {
       endReply();
       continue;
     }
-    // In UTF-16, what ends a reply is known when as many bytes again are there.
+    // What ends UTF-16 is known some bytes later, too.
     std::size_t const margin = isWide() && !isAll ? 2 * longestBeginning : longestBeginning;
     bool const isLong = bytes.size() > limit_ && bytes.size() - limit_ > margin;
     Splitter::Found const found = look(bytes, isAll, isLong);
@@ -549,7 +582,7 @@ bool ReplyStream::beginReply() {
   splitter_.restartBehind(blanks);
   form_ = formOf(text, isAtEnd_);
   if (!form_) return false;
-  if (isWide() != wasWide_) looked_ = 0;
+  if (isWide() != wasWide_) splitter_.restartBehind(npos);
   wasWide_ = isWide();
   return true;
 }
@@ -566,13 +599,13 @@ std::size_t ReplyStream::findStop() {
   std::string_view const bytes = rest();
   if (isWide()) {
     std::size_t const own = isPassing_ ? 0 : 1;
-    std::size_t const from = std::max(looked_, longestBeginning + own) - longestBeginning;
+    std::size_t const from = std::max(beginLooked_, longestBeginning + own) - longestBeginning;
     std::size_t const next = unread_.nextBegin(bytes, from);
-    looked_ = std::min(next, bytes.size());
+    beginLooked_ = std::min(next, bytes.size());
     return next;
   }
-  std::size_t const zero = find(bytes, '\0', looked_);
-  looked_ = std::min(zero, bytes.size());
+  std::size_t const zero = find(bytes, '\0', endLooked_);
+  endLooked_ = std::min(zero, bytes.size());
   return zero == npos ? npos : zero - wideBefore(bytes, zero);
 }
 
@@ -671,9 +704,9 @@ void ReplyStream::pass(std::string_view bytes, bool isAll) {
 
 bool ReplyStream::nextLine(Item& item) {
   for (;;) {
-    std::size_t const end = find(rest(), '\n', looked_);
+    std::size_t const end = find(rest(), '\n', endLooked_);
     std::string_view line = rest().substr(0, end);
-    looked_ = line.size();
+    endLooked_ = line.size();
     bool const isEnded = end != npos || isAtEnd_;
     if (!isEnded) {
       if (line.size() > limit_) {

@@ -76,6 +76,7 @@ class Splitter {
   bool instruction(std::string_view bytes);
   bool declaration(std::string_view bytes);
   bool ownDeclaration(std::string_view bytes);
+  bool subset(std::string_view bytes);
   bool startTag(std::string_view bytes);
   bool endTag(std::string_view bytes);
   bool pass(std::string_view bytes, Construct& construct);
@@ -93,6 +94,7 @@ class Splitter {
   std::vector<bool> const* inner_;  ///< roots that the reply at hand may hold as well
   std::size_t at_ = 0;              ///< everything before was looked at
   bool isInside_ = false;           ///< behind the root's start tag
+  bool isInSubset_ = false;         ///< of declarations, in front of the root
   bool isDeclared_ = false;
   std::string root_;
   std::size_t open_ = 0;  ///< elements of the root's name that are open
@@ -109,7 +111,6 @@ class Splitter {
   Construct data_{"<![CDATA[", "]]>", true};
   Construct instruction_{"<?", "?>", true};
   Construct xmlDeclaration_{"<?xml", "?>", false};
-  Construct subset_{"<!", "]>", true};
 };
 
 /// How the text of a reply is written.
@@ -173,11 +174,12 @@ class ReplyStream {
   std::vector<char> buffer_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
-  std::size_t looked_ = 0;  ///< so many bytes of the rest hold no end
+  std::size_t endLooked_ = 0;    ///< so many bytes of the rest hold no NUL byte, or end of a line
+  std::size_t beginLooked_ = 0;  ///< in so many of them no other reply begins
   std::size_t number_ = 0;
   std::string unquoted_;
   std::optional<Form> form_;  ///< of the reply at hand, as soon as it is known
-  bool wasWide_ = false;      ///< what looked_ was looked at for
+  bool wasWide_ = false;      ///< the one before
   std::string narrowed_;      ///< UTF-16 as the splitter sees it
   Splitter const unread_;     ///< knows beginnings of any reply
   bool isPassing_ = false;    ///< the rest of one that is too large

@@ -547,7 +547,7 @@ bool ReplyStream::nextReply(Item& item) {
       continue;
     }
     if (stop == 0) {
-      drop(1);
+      drop(1);  // a NUL byte between replies
       endReply();
       continue;
     }

@@ -2,6 +2,7 @@
 
 #include <expat.h>
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <new>
@@ -61,7 +62,9 @@ std::optional<StrictFault> strictFault(std::string_view text) {
   StrictFault fault;
   fault.line = static_cast<int>(XML_GetCurrentLineNumber(parser.get()));
   fault.column = columnOf(parser.get(), text);
-  fault.offset = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+  // Of an empty text some releases of libexpat know no place.
+  fault.offset =
+      static_cast<std::size_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser.get())));
   fault.message = messageOf(error);
   return fault;
 }

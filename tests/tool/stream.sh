@@ -269,6 +269,30 @@ if (ulimit -v 200000 && "$tool" --version) >/dev/null 2>&1; then
     found=$(compgen -G 'out.*' || true)
     [[ -z $found ]] || complain "within $size kB: $found is left"
   done
+
+  # A reply for which there is too little costs the others nothing, whatever is done with them.
+  large=$(yes '<a/>' | head -n 600000 | tr -d '\n')
+  printf '%s' "$reply<get_free_ram>$large</get_free_ram>$reply" >in
+  for jobs in 1 2; do
+    for verb in "decode --format jsonl" check coverage report "redact --output-dir copies"; do
+      rm -rf copies && mkdir copies && status=0
+      # shellcheck disable=SC2086 # a verb and its options
+      (ulimit -v 60000 && exec "$tool" $verb --stream -j "$jobs" in) >out 2>err || status=$?
+      checks=$((checks + 1))
+      ((status == 1)) || complain "$verb -j $jobs: exit status $status" "$(<err)"
+      case $verb in
+        decode*)
+          found=$(jq -c 'if .ok then .number else .error.message end' out | paste -sd' ')
+          [[ $found == '1 "not enough memory" 3' ]] || complain "$verb -j $jobs: $found"
+          ;;
+        redact*)
+          found=$(find copies -type f | wc -l)
+          ((found == 2)) || complain "$verb -j $jobs: $found copies"
+          ;;&
+        *) [[ $(<err) == "in#2: error: not enough memory" ]] || complain "$verb -j $jobs" "$(<err)" ;;
+      esac
+    done
+  done
 fi
 
 finish

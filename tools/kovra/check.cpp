@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <kovra.hpp>
 #include <memory>
-#include <new>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -155,7 +154,7 @@ ExitStatus Run::all() {
   return status_;
 }
 
-Checked Run::checked(ReplyInput const& input) const try {
+Checked Run::checked(ReplyInput const& input) const {
   if (input.failure != nullptr) return unreadable(input);
   Decoding const decoding = decode(input.text, options_.as);
   std::vector<Found> const all = findingsOf(decoding, input.text);
@@ -172,9 +171,6 @@ Checked Run::checked(ReplyInput const& input) const try {
   }
   checked.data = dataOf(input, all);
   return checked;
-} catch (std::bad_alloc const&) {
-  InputFailure const failure(ExitStatus::refused, "not enough memory");
-  return unreadable({input.source, input.number, {}, &failure});
 }
 
 Checked Run::unreadable(ReplyInput const& input) const {

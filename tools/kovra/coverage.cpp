@@ -6,7 +6,6 @@
 #include <kovra.hpp>
 #include <map>
 #include <memory>
-#include <new>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -178,7 +177,7 @@ ExitStatus Run::all() {
   return status_;
 }
 
-Seen Run::seenIn(ReplyInput const& input) try {
+Seen Run::seenIn(ReplyInput const& input) {
   Seen seen;
   if (input.failure != nullptr) {
     seen.status = input.failure->status();
@@ -195,11 +194,6 @@ Seen Run::seenIn(ReplyInput const& input) try {
     if (found.kind == unlistedKind) seen.unlisted += found.count;
   }
   seen.unknown = census.take();
-  return seen;
-} catch (std::bad_alloc const&) {
-  Seen seen;
-  seen.status = ExitStatus::refused;
-  seen.complaint = messagePrefix(nameOf(input), {}, "error") + "not enough memory";
   return seen;
 }
 

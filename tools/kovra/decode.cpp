@@ -108,15 +108,12 @@ std::string jsonLine(ReplyInput const& input, std::string_view object) {
   return line;
 }
 
-Shown Run::shownOf(ReplyInput const& input) const try {
+Shown Run::shownOf(ReplyInput const& input) const {
   if (input.failure != nullptr) return unreadable(input);
   Decoding const decoding = decode(input.text, options_.as);
   if (decoding) return decoded(input, decoding);
   return refused(input, decoding.refusal(),
                  areFailuresData() ? decoding.toJson(-1, secrets_) : std::string());
-} catch (std::bad_alloc const&) {
-  InputFailure const failure(ExitStatus::refused, "not enough memory");
-  return unreadable({input.source, input.number, {}, &failure});
 }
 
 Shown Run::decoded(ReplyInput const& input, Decoding const& decoding) const {

@@ -231,13 +231,9 @@ Finish Run::read(ReplyInput const& input) {
       collect(original->text.text(), original->pieces, pseudonyms_);
       originals_.push_back(std::move(*original));
     };
-  } catch (InputFailure const& failure) {
-    return refused(failure.status(), failure.what());
   } catch (TagError const& error) {
     return refused(ExitStatus::refused, "cannot be redacted: no tag that can be read at offset " +
                                             std::to_string(error.offset()));
-  } catch (std::bad_alloc const&) {
-    return refused(ExitStatus::refused, "not enough memory");
   }
 }
 

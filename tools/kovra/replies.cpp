@@ -121,14 +121,23 @@ class Receiver {
   virtual void end() = 0;
 };
 
-/// Reads a file and works on it.
-Finish workOnFile(Work const& work, InputReader& reader, std::string const& path) try {
-  return work({path, 0, reader.read(path), nullptr});
+/// Works on a reply. One that fails on the way, or takes more memory than there is, cannot be read.
+Finish workOn(Work const& work, ReplyInput const& input) try {
+  return work(input);
 } catch (InputFailure const& failure) {
-  return work({path, 0, {}, &failure});
+  return work({input.source, input.number, {}, &failure});
 } catch (std::bad_alloc const&) {
   InputFailure const failure(ExitStatus::refused, "not enough memory");
-  return work({path, 0, {}, &failure});
+  return work({input.source, input.number, {}, &failure});
+}
+
+/// Reads a file and works on it.
+Finish workOnFile(Work const& work, InputReader& reader, std::string const& path) {
+  Work const read = [&](ReplyInput const& input) {
+    if (input.failure != nullptr) return work(input);
+    return work({path, 0, reader.read(path), nullptr});
+  };
+  return workOn(read, {path, 0, {}, nullptr});
 }
 
 /// One after the other.
@@ -140,7 +149,7 @@ class Sequence : public Receiver {
     if (path == standardInput) flushOutput();
     workOnFile(work_, reader_, path)();
   }
-  void reply(ReplyInput const& input) override { work_(input)(); }
+  void reply(ReplyInput const& input) override { workOn(work_, input)(); }
   void pause() override { flushOutput(); }
   void end() override {}
 
@@ -168,7 +177,7 @@ class Crowd : public Receiver {
   void pause() override {
     if (batch_->items().empty()) return;
     pipeline_.add([this, batch = std::exchange(batch_, batches_.take())](Pipeline::Turn& turn) {
-      workOn(*batch, turn);
+      workThrough(*batch, turn);
       batches_.giveBack(batch);
     });
   }
@@ -178,14 +187,16 @@ class Crowd : public Receiver {
   }
 
  private:
-  void workOn(Batch const& batch, Pipeline::Turn& turn) const {
+  void workThrough(Batch const& batch, Pipeline::Turn& turn) const {
     std::optional<InputReader> reader;
     for (Item const& item : batch.items()) {
       if (item.isFile) {
         if (!reader) reader.emplace(maxSize_);
         turn.finish(workOnFile(work_, *reader, std::string(batch[item.source])));
       } else {
-        turn.finish(work_({batch[item.source], item.number, batch[item.text], item.failure.get()}));
+        ReplyInput const input{batch[item.source], item.number, batch[item.text],
+                               item.failure.get()};
+        turn.finish(workOn(work_, input));
       }
     }
   }

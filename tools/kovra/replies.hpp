@@ -57,7 +57,8 @@ using Finish = std::function<void()>;
 
 /// Does to every reply what takes time, with several of them at once where the options say so, and
 /// gives back what is to be done in the order of the replies. What the first half reads of the
-/// input is there for it alone; the second half may print.
+/// input is there for it alone; the second half may print. Where the first half throws an
+/// InputFailure, or memory ends, it is called again with that failure and without a text.
 using Work = std::function<Finish(ReplyInput const&)>;
 
 /// Goes through all replies. Throws what a Finish throws. False where some could not be read and

@@ -4,7 +4,6 @@
 #include <ctime>
 #include <kovra.hpp>
 #include <memory>
-#include <new>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -100,7 +99,7 @@ ExitStatus Run::all() {
   return status_;
 }
 
-Heard Run::heardOf(ReplyInput const& input) const try {
+Heard Run::heardOf(ReplyInput const& input) const {
   if (input.failure != nullptr) {
     return refusedAs(input.failure->status(), nameOf(input), input.failure->what());
   }
@@ -108,8 +107,6 @@ Heard Run::heardOf(ReplyInput const& input) const try {
   if (decoding) return decoded(input, decoding);
   Refusal const refusal = decoding.refusal();
   return refusedAs(ExitStatus::refused, placed(input, placeOf(refusal)), refusal.message());
-} catch (std::bad_alloc const&) {
-  return refusedAs(ExitStatus::refused, nameOf(input), "not enough memory");
 }
 
 Heard Run::decoded(ReplyInput const& input, Decoding const& decoding) const {

@@ -1,5 +1,6 @@
 #include "caps/caps_tables.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace Kovra::caps {
@@ -92,41 +93,38 @@ namespace {
 class RoomOnEntry {
  public:
   explicit RoomOnEntry(_Capabilities& caps) : caps_(caps) {
-    for (std::size_t i = 0; i < std::size(lists); ++i) {
-      room_[i] = static_cast<int>(lists[i]->capacity(caps));
-      counts_[i] = lists[i]->count(caps);
-    }
+    std::transform(std::begin(lists), std::end(lists), places_.begin(), [&](List const* list) {
+      return Place{list, static_cast<int>(list->capacity(caps)), list->count(caps)};
+    });
   }
 
   /// Every list has the room that it had on entry.
-  void offer() { setCounts(room_); }
+  void offer() {
+    for (Place const& place : places_) place.list->count(caps_) = place.room;
+  }
 
   /// Takes note of a count that was raised since.
   void collect() {
-    for (std::size_t i = 0; i < std::size(lists); ++i) {
-      int const now = lists[i]->count(caps_);
-      if (now > room_[i]) needed_[i] = std::max(needed_[i], now);
-    }
+    for (Place& place : places_) place.needed = std::max(place.needed, place.list->count(caps_));
   }
 
+  /// Where no entry fits and none was needed, the host's count stays, whatever it is.
   void settle() {
-    for (std::size_t i = 0; i < std::size(lists); ++i) {
-      if (needed_[i] > 0) counts_[i] = needed_[i];
+    for (Place const& place : places_) {
+      place.list->count(caps_) = place.needed > 0 ? place.needed : place.before;
     }
-    setCounts(counts_);
   }
 
  private:
-  using Numbers = std::array<int, std::size(lists)>;
-
-  void setCounts(Numbers const& numbers) {
-    for (std::size_t i = 0; i < std::size(lists); ++i) lists[i]->count(caps_) = numbers[i];
-  }
+  struct Place {
+    List const* list;
+    int room;
+    int before;
+    int needed = 0;
+  };
 
   _Capabilities& caps_;
-  Numbers room_{};
-  Numbers counts_{};
-  Numbers needed_{};
+  std::array<Place, std::size(lists)> places_{};
 };
 
 }  // namespace

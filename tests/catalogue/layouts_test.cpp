@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
@@ -14,6 +12,7 @@
 
 #include "face/catalogue.hpp"
 #include "frame/lists.hpp"
+#include "support/golden.hpp"
 
 namespace Kovra {
 namespace {
@@ -114,9 +113,7 @@ std::string printed() {
 }
 
 TEST(Layouts, AreThoseThatHostsAreCompiledWith) {
-  std::ifstream file(std::string(KOVRA_SAMPLES_DIR) + "/../tests/catalogue/layouts.txt");
-  std::string const golden{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_EQ(printed(), golden) << "printed:\n" << printed();
+  test::expectGolden(printed(), "layouts.txt");
 }
 
 /// Bytes that no row fills, and why. An entry that no longer applies fails.

@@ -4,13 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "kovra.hpp"
+#include "support/golden.hpp"
 
 namespace Kovra {
 namespace {
@@ -24,7 +23,9 @@ void printMembers(std::ostream& out, std::vector<MemberDescription> const& membe
                   std::string const& path, bool withWords) {
   for (MemberDescription const& member : members) {
     out << "  " << path << member.name() << (member.isSecret() ? " secret" : "") << ' '
-        << static_cast<int>(member.kind()) << ' ' << member.mostBytes();
+        << static_cast<int>(member.kind()) << ' ' << static_cast<int>(member.form()) << ' '
+        << member.mostBytes();
+    if (!member.title().empty()) out << " \"" << member.title() << '"';
     if (withWords) printWords(out, member.words());
     out << '\n';
     printMembers(out, member.members(), path + member.name() + '.', withWords);
@@ -72,9 +73,7 @@ std::string printed() {
 }
 
 TEST(Messages, AreToldRowByRow) {
-  std::ifstream file(std::string(KOVRA_SAMPLES_DIR) + "/../tests/catalogue/messages.txt");
-  std::string const golden{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_EQ(printed(), golden) << "printed:\n" << printed();
+  test::expectGolden(printed(), "messages.txt");
 }
 
 }  // namespace

@@ -188,6 +188,14 @@ TEST(ComposeConfiguration, TakesAChoiceOnce) {
             "zero_missing: found a choice for the second time; expected each choice once");
 }
 
+TEST(ComposeConfiguration, KnowsAChoiceByNoOtherSpelling) {
+  for (char const* const name : {"zeroxmissing", "_ero_missing", "zero-missin-", "zero_missin"}) {
+    EXPECT_EQ(problem(recordOf(sample("full.xml")), Value::object({{name, true}})),
+              std::string(name) + ": found an unknown choice; expected one that this document has")
+        << name;
+  }
+}
+
 TEST(ComposeConfiguration, NeedsTheMembersOfTheChosenSections) {
   Value record = recordOf(sample("full.xml"));
   ASSERT_TRUE(record.erase("standby_timeout"));

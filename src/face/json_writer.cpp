@@ -112,7 +112,7 @@ bool isMasked(Value const& value) noexcept {
 }
 
 JsonWriter::JsonWriter(int indentation)
-    : indentation_(indentation > 0 ? static_cast<std::size_t>(indentation) : 0),
+    : indentation_(static_cast<std::size_t>(std::max(indentation, 0))),
       isPretty_(indentation >= 0) {}
 
 JsonWriter::~JsonWriter() {

@@ -74,10 +74,11 @@ bool isLatin1(std::string_view name) {
                      [&](std::string_view known) { return isSame(name, known); });
 }
 
-/// The bytes of ASCII in a text of two bytes each; of all else a blank.
+/// The bytes of ASCII where a text of two bytes each begins; of all else a blank.
 std::string asciiOf(std::string_view bytes, std::size_t low) {
+  bytes = bytes.substr(0, 512);
   std::string ascii;
-  for (std::size_t at = 0; at + 1 < bytes.size() && ascii.size() < 256; at += 2) {
+  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
     bool const isPlain = bytes[at + 1 - low] == '\0' && byteAt(bytes, at + low) < 0x80;
     ascii += isPlain ? bytes[at + low] : ' ';
   }

@@ -36,7 +36,10 @@ void printElement(std::ostream& out, ElementDescription const& element, std::str
   std::string const inner = path + '/' + element.name();
   out << "  " << inner;
   if (element.mostTimes() != 1) out << " times " << element.mostTimes();
-  for (MemberDescription const& member : element.members()) out << ' ' << member.name();
+  for (MemberDescription const& member : element.members()) {
+    out << ' ' << member.name();
+    if (!member.members().empty()) out << '(' << member.members().size() << ')';
+  }
   for (std::string const& attribute : element.attributes()) out << " @" << attribute;
   if (!element.words().empty()) out << ':';
   printWords(out, element.words());

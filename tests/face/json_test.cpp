@@ -294,6 +294,21 @@ TEST(JsonPrint, Layout) {
   EXPECT_EQ(Value::object().toJson(2), "{}");
 }
 
+// The room for what is printed grows wherever it ends.
+TEST(JsonPrint, WhateverWasPrintedBefore) {
+  Value const record = Value::object(
+      {{"a", Value::list({1, true, Value(), 2.5})}, {"b", Value::object({{"c", "d"}})}});
+  for (std::size_t length = 800; length < 1100; ++length) {
+    std::string const long_(length, 'x');
+    Value const value = Value::list({long_, record});
+    ASSERT_EQ(value.toJson(), "[\"" + long_ + R"(",{"a":[1,true,null,2.5],"b":{"c":"d"}}])");
+    ASSERT_EQ(value.toJson(1),
+              "[\n \"" + long_ +
+                  "\",\n {\n  \"a\": [\n   1,\n   true,\n   null,\n   2.5\n  ],\n  \"b\": {\n   "
+                  "\"c\": \"d\"\n  }\n }\n]");
+  }
+}
+
 TEST(JsonPrint, GeneratedValuesAsTheOtherLibrary) {
   Generator generator(1, false);
   std::size_t bytes = 0;
@@ -491,6 +506,7 @@ TEST(JsonRead, NumbersOfTheKindThatHoldsThem) {
     Kind kind;
     Value value;
   };
+  std::string const zeros = "0." + std::string(400, '0') + "1e+5";
   Case const cases[] = {
       {"0", Kind::integer, 0},
       {"-0", Kind::integer, 0},
@@ -515,6 +531,7 @@ TEST(JsonRead, NumbersOfTheKindThatHoldsThem) {
       {"2.4703282292062327e-324", Kind::real, 0.0},
       {"1e-400", Kind::real, 0.0},
       {"0.001e-323", Kind::real, 0.0},
+      {zeros.c_str(), Kind::real, 0.0},
       {"123456789.5e-99999999999999999999", Kind::real, 0.0},
       {"1e-9223372036854775808", Kind::real, 0.0}};
   for (Case const& number : cases) {

@@ -262,7 +262,8 @@ TEST(Decode, PassesOverTextUntilANameMayBegin) {
         decode(std::string("5 <0 ") + '<' + root + "/>", {}, ReadOptions().skipTextBefore());
     EXPECT_EQ(decoding.root(), root);
   }
-  for (char const* const document : {"<?xml version='1.0'?><get_count/>", "<!-- --><get_count/>"}) {
+  for (char const* const document :
+       {"<?xml version='1.0'?><get_count/>", "<!-- --><get_count/>", "<!-- <a> --><get_count/>"}) {
     Decoding const decoding =
         decode(std::string("<@<[<`<{") + document, {}, ReadOptions().skipTextBefore());
     EXPECT_EQ(decoding.root(), "get_count");
@@ -308,6 +309,25 @@ std::string wide(std::string_view text, bool isBig) {
   std::string bytes;
   for (char const c : text) bytes += isBig ? std::string{'\0', c} : std::string{c, '\0'};
   return bytes;
+}
+
+TEST(Encodings, AreDeclaredWhereTheTextEndsThere) {
+  for (bool const isBig : {false, true}) {
+    EXPECT_EQ(decode(wide("<?xml version=\"1.0\" encoding=\"UTF-16", isBig)).refusal().id(),
+              "K013");
+    EXPECT_EQ(decode(wide("<?xml version=\"1.0\" encoding=\"UTF-1", isBig)).refusal().id(), "K004");
+  }
+}
+
+// Bytes are looked at in blocks of 64, of which this is one.
+TEST(Encodings, OfABlockWithoutAscii) {
+  std::string const before = "<get_wireless_status>" + std::string(37, ' ') + "<ssid>";
+  ASSERT_EQ(before.size(), 64U);
+  Decoding const decoding =
+      decode(before + std::string(64, '\x80') + "</ssid></get_wireless_status>");
+  ASSERT_TRUE(decoding);
+  std::string const ssid(decoding.readings()[0].record().at("ssid").asText());
+  EXPECT_EQ(ssid.substr(0, 6), "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(Encodings, ThatAreDeclaredAreConverted) {

@@ -18,17 +18,28 @@ void printWords(std::ostream& out, std::vector<Keyword> const& words) {
   for (Keyword const& word : words) out << ' ' << word.word() << '=' << word.code();
 }
 
-/// With words where no element tells them.
+/// Where replies say it, and by which elements, attributes and words: nothing where its name tells.
+void printElements(std::ostream& out, MemberDescription const& member) {
+  std::vector<std::string> const alone = {member.name()};
+  if (member.elements() == alone && member.vocabulary() == alone) return;
+  out << "   ";
+  for (std::string const& element : member.elements()) out << ' ' << element;
+  out << ':';
+  for (std::string const& word : member.vocabulary()) out << ' ' << word;
+  out << '\n';
+}
+
 void printMembers(std::ostream& out, std::vector<MemberDescription> const& members,
-                  std::string const& path, bool withWords) {
+                  std::string const& path) {
   for (MemberDescription const& member : members) {
     out << "  " << path << member.name() << (member.isSecret() ? " secret" : "") << ' '
         << static_cast<int>(member.kind()) << ' ' << static_cast<int>(member.form()) << ' '
         << member.mostBytes();
     if (!member.title().empty()) out << " \"" << member.title() << '"';
-    if (withWords) printWords(out, member.words());
+    printWords(out, member.words());
     out << '\n';
-    printMembers(out, member.members(), path + member.name() + '.', withWords);
+    if (member.members().empty()) printElements(out, member);
+    printMembers(out, member.members(), path + member.name() + '.');
   }
 }
 
@@ -68,7 +79,7 @@ std::string printed() {
     out << message.name() << ": " << message.title() << '\n';
     for (std::string const& root : message.roots()) out << "  <" << root << ">\n";
     for (std::string const& name : message.required()) out << "  required " << name << '\n';
-    printMembers(out, message.members(), "", !message.isRead());
+    printMembers(out, message.members(), "");
     if (message.isWritten()) printCommand(out, message);
     if (message.isRead()) printElement(out, message.root(), "");
   }

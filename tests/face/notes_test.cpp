@@ -615,6 +615,10 @@ TEST(Notes, TellWhatDecodingDropped) {
   EXPECT_EQ(ssid("a  b"), Texts{"1:29 <ssid>: several blanks in the text became one"});
   EXPECT_EQ(ssid("a\nb").size(), 1U);
   EXPECT_EQ(ssid("Tom &amp; &#74;erry &#x263A;"), Texts{});
+  EXPECT_EQ(ssid("a&#x9;&#9;b"), Texts{}) << "a single digit";
+  EXPECT_EQ(ssid("&#x0000263A;&#00000074;"), Texts{}) << "eight";
+  EXPECT_EQ(ssid("&#x00000263A;").size(), 1U);
+  EXPECT_EQ(ssid("&#000000074;").size(), 1U);
   EXPECT_EQ(ssid("  a b  "), Texts{}) << "blanks around a text are not its own";
   EXPECT_EQ(toldOf("<configuration><wireless><key>a & b</key></wireless></configuration>"),
             Texts{"1:33 <key>: the text was dropped or changed"})

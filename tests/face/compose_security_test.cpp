@@ -267,6 +267,13 @@ TEST(ComposeKeysChange, RefusesHalfAPairAndNone) {
       EXPECT_EQ(outcome(compose("security-key-change", half)), lacks + key + noText);
     }
   }
+  Value half = Value::object({{"current_passkey", "p"}});
+  for (std::string const key :
+       {"printer_lock_key", "data_encryption_key", "host_authentication_key"}) {
+    half.add("current_" + key, "hush");
+    EXPECT_EQ(outcome(compose("security-key-change", half)), "new_" + key + noText)
+        << "the first in the order of the document";
+  }
 }
 
 }  // namespace

@@ -840,6 +840,22 @@ TEST_F(ValueHeap, GivesBackAllThatItHeld) {
   EXPECT_EQ(allocations.alive(), 0U);
 }
 
+// Room for all members of an ordinary record is asked for with the first.
+TEST_F(ValueHeap, IsAskedForTheMembersOfARecordAtOnce) {
+  auto const asked = [](std::string const& members) {
+    std::string const reply = "<get_general_status>" + members + "</get_general_status>";
+    EXPECT_TRUE(decode(reply)) << "what is made once is there";
+    test::Allocations const allocations;
+    Decoding const decoding = decode(reply);
+    EXPECT_TRUE(decoding && decoding.notes().empty());
+    return allocations.made();
+  };
+  EXPECT_EQ(asked("<error>1</error><num_jobs_total>2</num_jobs_total><warning>3</warning>"
+                  "<num_jobs_done_ok>4</num_jobs_done_ok><action_id_next>5</action_id_next>"
+                  "<num_jobs_done_error>6</num_jobs_done_error>"),
+            asked("<error>1</error>"));
+}
+
 TEST_F(ValueHeap, WithoutMemoryNothingIsChanged) {
   expectUnchangedWithoutMemory([](Value& v) { v.set("empty.a[0].b", "a longer text than that"); });
 

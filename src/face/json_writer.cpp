@@ -184,8 +184,7 @@ void JsonWriter::end(char bracket) {
 
 void JsonWriter::key(std::string_view name) {
   separate();
-  quote(name);
-  makeRoom(2);
+  quote(name);  // which leaves room for an escape
   *at_++ = ':';
   if (isPretty_) *at_++ = ' ';
   isBehindKey_ = true;

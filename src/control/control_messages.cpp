@@ -1,5 +1,6 @@
 #include "control/control_messages.hpp"
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 
@@ -258,6 +259,17 @@ constexpr MessageRow lines[] = {
     request("device-control-radio", "a command for the radio", radioMembers, radioCommand),
     request("device-control-rfid", "a command for an RFID antenna", rfidMembers, rfidCommand),
 };
+
+/// A title of what is no member would be lost.
+constexpr bool hasTitlesOfItsMembers(MessageRow const& line) {
+  std::span<MemberTitle const> titles = line.composing->commandMembers;
+  for (Row const& row : line.rows) {
+    if (!titles.empty() && titles.front().member == row.member) titles = titles.subspan(1);
+  }
+  return titles.empty();
+}
+static_assert(std::all_of(std::begin(lines), std::end(lines), hasTitlesOfItsMembers),
+              "titles stand in the order of the members, each of which is there");
 
 }  // namespace
 

@@ -16,10 +16,10 @@ namespace {
 std::string shown(std::string const& text) {
   if (text.size() > 1000) return std::to_string(text.size()) + " bytes";
   std::ostringstream out;
-  for (unsigned char const c : text) {
+  for (char const c : text) {
     bool const isPlain = c >= ' ' && c <= '~';
-    if (isPlain) out << static_cast<char>(c);
-    if (!isPlain) out << "\\x" << std::hex << static_cast<int>(c);
+    if (isPlain) out << c;
+    if (!isPlain) out << "\\x" << std::hex << static_cast<int>(static_cast<unsigned char>(c));
   }
   return out.str();
 }

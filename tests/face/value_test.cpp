@@ -19,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include "kovra.hpp"
 #include "kovra_value.hpp"
 #include "support/allocations.hpp"
 

@@ -25,6 +25,23 @@ needRoom() {
     giveUp "$buildDir has room for $room MB, and the build takes $1 MB; KOVRA_BUILD_DIR names another folder."
   fi
 }
+# Nothing that is built takes less.
+needRoom 200
+
+# needCheckout: for what only belongs to the tree.
+needCheckout() {
+  git -C "$root" rev-parse --git-dir >/dev/null 2>&1 ||
+    giveUp "$root is no checkout: git tells which files belong to the tree."
+}
+
+# takesNothing ARGUMENTS...: for scripts without options; --help shows the lines at their head.
+takesNothing() {
+  if (($# == 0)); then return; fi
+  sed -n '2,/^set/{/^set/!s/^# \{0,1\}//p}' "$root/scripts/${0##*/}"
+  if [[ $1 == -h || $1 == --help ]]; then exit 0; fi
+  echo "${0##*/} takes no arguments" >&2
+  exit 2
+}
 
 heading() { printf '== %s\n' "$*"; }
 

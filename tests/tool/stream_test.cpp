@@ -3,7 +3,9 @@
 #include "stream.hpp"
 
 #include <gtest/gtest.h>
+#include <sys/time.h>
 
+#include <csignal>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -631,5 +633,38 @@ TEST(ReplyStream, TakesManyShortRepliesBehindALargeOne) {
 }
 
 }  // namespace
+
+/// sends signals.
+class ManySignals {
+ public:
+  ManySignals() {
+    struct sigaction ignored {};
+    ignored.sa_handler = [](int) {};
+    ignored.sa_flags = SA_RESTART;
+    ::sigaction(SIGALRM, &ignored, &before_);
+    set({0, 500});  // much more often, and nothing else would be done
+  }
+  ~ManySignals() {
+    set({0, 0});
+    ::sigaction(SIGALRM, &before_, nullptr);
+  }
+  ManySignals(ManySignals const&) = delete;
+  ManySignals& operator=(ManySignals const&) = delete;
+
+ private:
+  static void set(timeval interval) {
+    itimerval const timer{interval, interval};
+    ::setitimer(ITIMER_REAL, &timer, nullptr);
+  }
+
+  struct sigaction before_ {};
+};
+
+// It is told before each wait, or what was found before stays in buffers meanwhile.
+TEST(ReplyStream, TellsThatItWaitsAlsoWhereASignalComes) {
+  ManySignals const signals;
+  std::string const input(50'000, '\n');
+  EXPECT_TRUE(test::repliesOf(input, Division::line, test::noLimit, [] { return 1; }).empty());
+}
 
 }  // namespace Kovra::tool

@@ -67,7 +67,7 @@ std::size_t InputFile::read(char* out, std::size_t length) {
 
 bool InputFile::isReady() const {
   pollfd one{descriptor_, POLLIN, 0};
-  return ::poll(&one, 1, 0) != 0;
+  return ::poll(&one, 1, 0) > 0;  // where a signal came, nobody knows
 }
 
 InputReader::InputReader(std::size_t limit)

@@ -459,6 +459,16 @@ TEST_F(JsonHeap, IsNotAskedForEachValueThatIsPrinted) {
   EXPECT_LE(allocations.made(), 20U);
 }
 
+// They wait in one list, which doubles, until it is known how many there are.
+TEST_F(JsonHeap, IsAskedForAListsEntriesAtOnce) {
+  std::string json = "[1";
+  for (int i = 1; i < 1000; ++i) json += ",1";
+  json += ']';
+  test::Allocations const allocations;
+  EXPECT_EQ(Value::fromJson(json).size(), 1000U);
+  EXPECT_LE(allocations.made(), 16U);
+}
+
 TEST_F(JsonHeap, KeepsNothingOfWhatWasPrinted) {
   std::string const secret = "very-secret-key";
   Value value = manyEntries("filler");

@@ -143,6 +143,7 @@ TEST(Refusal, TellsPlacesAsPeopleCountThem) {
            {"<a>\r.", "2:2"},
            {"<a>\r\n.", "2:2"},
            {"<a>\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "1:7"},
+           {"<a>\x80\xC3\xA9", "1:6"},
        }) {
     EXPECT_EQ(told(decoded(refused.text)),
               refused.told +

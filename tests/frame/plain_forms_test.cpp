@@ -140,7 +140,7 @@ TEST_F(PlainForms, OfHexadecimals) {
 // Also where the face looks at whether a text was a number.
 TEST_F(PlainForms, OfTextsThatTheFaceLooksAt) {
   for (char const* const text :
-       {"<get_general_status><error>5</error></get_general_status>",
+       {"<get_general_status><error>105</error></get_general_status>",
         "<configuration><physical_address>00:1B:af:90:0a:FF</physical_address></configuration>"}) {
     Scans const scans;
     Decoding const decoding = decode(text);

@@ -251,6 +251,15 @@ TEST(WipedCharacters, StayInOrderWhereverTheyMove) {
   EXPECT_EQ(characters.view(), expected);
 }
 
+TEST(WipedCharacters, HaveRoomForALongTextAtFirst) {
+  std::string const text(100'000, 'x');
+  WipedCharacters characters;
+  characters.append(text);
+  for (int i = 0; i < 4'000'000; ++i) characters.append('y');
+  EXPECT_EQ(characters.view().substr(0, text.size()), text);
+  EXPECT_EQ(characters.view().size(), 4'100'000U);
+}
+
 class WipedCharactersInPlace : public testing::Test {
  protected:
   bool holdSecret() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "strict_xml.hpp"
 
@@ -65,22 +66,29 @@ Parts below(std::string const& first, Parts rest) {
   return rest;
 }
 
+/// A name that is looked for, as a path of members and as one of elements.
+struct Asked {
+  std::string_view name;
+  Parts members;
+  Parts elements;
+};
+
 /// Of a setting, the value and the bounds have no description of their own.
 bool isPartOfSetting(Entry const& entry, Parts const& wanted) {
   bool const isSetting = entry.member.form() == MemberDescription::Form::setting;
   return isSetting && wanted.size() > 1 && isAmong({"val", "min", "max"}, wanted.back(), isEqual);
 }
 
-bool isMemberPath(Entry const& entry, std::string_view name, Same const& same) {
-  Parts wanted = partsOf(name);
+bool isMemberPath(Entry const& entry, Asked const& asked, Same const& same) {
+  Parts wanted = asked.members;
   if (isPartOfSetting(entry, wanted)) wanted.pop_back();
-  return endsWith(below(entry.message->name(), partsOf(entry.path)), wanted, same);
+  return endsWith(below(entry.message->name(), entry.names), wanted, same);
 }
 
 /// A path of elements, from the root on where it begins with a slash.
-bool isElementPath(Entry const& entry, std::string_view name, Same const& same) {
-  Parts const wanted = split(name, '/');
-  bool const isWhole = name.substr(0, 1) == "/";
+bool isElementPath(Entry const& entry, Asked const& asked, Same const& same) {
+  Parts const& wanted = asked.elements;
+  bool const isWhole = asked.name.substr(0, 1) == "/";
   for (std::string const& element : entry.elements) {
     Parts const parts = split(element, '/');
     if (!isWhole && endsWith(parts, wanted, same)) return true;
@@ -109,9 +117,9 @@ bool isWord(Entry const& entry, std::string_view name, Same const& same) {
          (entry.member.members().empty() && isAmong(entry.member.vocabulary(), name, same));
 }
 
-bool isMeant(Entry const& entry, std::string_view name, Same const& same) {
-  return isMemberPath(entry, name, same) || isElementPath(entry, name, same) ||
-         isOwnElement(entry, name, same) || isWord(entry, name, same);
+bool isMeant(Entry const& entry, Asked const& asked, Same const& same) {
+  return isMemberPath(entry, asked, same) || isElementPath(entry, asked, same) ||
+         isOwnElement(entry, asked.name, same) || isWord(entry, asked.name, same);
 }
 
 bool isMeant(Message const& message, std::string_view name, Same const& same) {
@@ -120,8 +128,9 @@ bool isMeant(Message const& message, std::string_view name, Same const& same) {
 }
 
 Matches matches(std::vector<Message> const& messages, std::vector<Entry> const& entries,
-                std::string_view name, Same const& same) {
+                Asked const& asked, Same const& same) {
   Matches found;
+  std::string_view const name = asked.name;
   for (FindingKind const& kind : findingKinds()) {
     if (same(kind.id(), name) || same(kind.name(), name)) found.findings.push_back(kind);
   }
@@ -130,7 +139,7 @@ Matches matches(std::vector<Message> const& messages, std::vector<Entry> const& 
     if (isMeant(message, name, same)) found.messages.push_back(&message);
   }
   for (Entry const& entry : entries) {
-    if (isMeant(entry, name, same)) found.members.push_back(&entry);
+    if (isMeant(entry, asked, same)) found.members.push_back(&entry);
   }
   return found;
 }
@@ -216,8 +225,9 @@ bool Written::fill(Value& record, std::string const& path) const try {
 }
 
 MemberDescription const* Written::memberAt(std::string_view path) const {
+  Parts const names = partsOf(path);
   auto const entry = std::find_if(entries_.begin(), entries_.end(), [&](Entry const& known) {
-    return known.message == &message_ && partsOf(known.path) == partsOf(path);
+    return known.message == &message_ && known.names == names;
   });
   return entry != entries_.end() ? &entry->member : nullptr;
 }
@@ -234,8 +244,10 @@ void Lookup::add(Message const& message, std::vector<MemberDescription> const& m
   if (!before.empty() && around.member.kind() == Value::Kind::list) before += "[]";
   if (!before.empty()) before += '.';
   for (MemberDescription const& member : members) {
-    Entry const entry{&message, before + member.name(), within(around.elements, member.elements()),
-                      member};
+    std::vector<std::string> names = around.names;
+    names.push_back(member.name());
+    Entry const entry{&message, before + member.name(), std::move(names),
+                      within(around.elements, member.elements()), member};
     entries_.push_back(entry);
     add(message, member.members(), entry);
   }
@@ -243,8 +255,9 @@ void Lookup::add(Message const& message, std::vector<MemberDescription> const& m
 
 Matches Lookup::find(std::string_view name) const {
   if (name.empty()) return {};
-  Matches found = matches(messages_, entries_, name, isEqual);
-  if (found.empty()) found = matches(messages_, entries_, name, isAlike);
+  Asked const asked{name, partsOf(name), split(name, '/')};
+  Matches found = matches(messages_, entries_, asked, isEqual);
+  if (found.empty()) found = matches(messages_, entries_, asked, isAlike);
   if (found.empty()) found.isWord = isAmong(vocabulary(), name, isAlike);
   return found;
 }
@@ -286,9 +299,8 @@ std::vector<Lookup::Section> const& Lookup::sectionsOf(Message const& message) {
 
 std::vector<WrittenBy> Lookup::writers(Entry const& entry) {
   std::vector<WrittenBy> found;
-  Path const path = partsOf(entry.path);
   for (Section const& section : sectionsOf(*entry.message)) {
-    if (section.paths.contains(path)) found.push_back(section.word);
+    if (section.paths.contains(entry.names)) found.push_back(section.word);
   }
   return found;
 }

@@ -17,6 +17,7 @@ namespace Kovra::tool {
 struct Entry {
   Message const* message = nullptr;
   std::string path;                   ///< "wireless.ssid", "jobs[].uuid"
+  std::vector<std::string> names;     ///< those of the path: "jobs", "uuid"
   std::vector<std::string> elements;  ///< "wireless/ssid", below the root
   MemberDescription member;
 };

@@ -50,7 +50,7 @@ build() {
   local folder=$1 program found
   shift
   quietly "$cmake" -S "$work/$folder" -B "$work/$folder/build" -G "$generator" \
-    -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS="-O0 -g0" -DCMAKE_CXX_COMPILER="$compiler" \
+    -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_CXX_COMPILER="$compiler" \
     ${launcher:+-DCMAKE_CXX_COMPILER_LAUNCHER="$launcher"} "$@"
   quietly "$cmake" --build "$work/$folder/build"
   for program in "$work/$folder/build"/{status{11,14,17,20},show{17,20}}; do

@@ -122,7 +122,9 @@ if setarch -R true 2>/dev/null; then fixedAddresses=(setarch -R); fi
 export ASAN_OPTIONS=allow_addr2line=1 TSAN_OPTIONS=allow_addr2line=1
 export UBSAN_OPTIONS=print_stacktrace=1:allow_addr2line=1
 
-# build NAME PRESET COMPILER OPTION...: warnings are errors.
+# build NAME PRESET COMPILER OPTION...: warnings are errors. All is built, or the targets of the array
+# onlyTargets.
+onlyTargets=()
 build() {
   local name=$1 preset=$2 compiler=$3
   shift 3
@@ -131,7 +133,8 @@ build() {
   quietly "$buildDir/$name.log" cmake --preset "$preset" -B "$buildDir/$name" \
     -DCMAKE_CXX_COMPILER="$compiler" -DKOVRA_WERROR=ON -DKOVRA_BUILD_TESTS=ON "$@" &&
     quietly "$buildDir/$name.log" \
-      "${fixedAddresses[@]}" cmake --build "$buildDir/$name" -j "$jobs"
+      "${fixedAddresses[@]}" cmake --build "$buildDir/$name" -j "$jobs" \
+      "${onlyTargets[@]/#/--target=}"
 }
 
 # fuzzTargets: their names, a line each.

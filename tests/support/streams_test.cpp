@@ -54,7 +54,8 @@ constexpr char order[] = "KOVRA_TESTS_WRITE_TO";
 /// it failed there.
 bool failsWritingTo(char const* stream) {
   std::string const program = std::filesystem::read_symlink("/proc/self/exe");
-  std::string const command = std::string(order) + "=" + stream + " '" + program +
+  std::string const command = std::string("env -u GTEST_TOTAL_SHARDS -u GTEST_SHARD_INDEX ") +
+                              order + "=" + stream + " '" + program +
                               "' --gtest_filter=StreamWatch.FailsATestThatWrites >/dev/null 2>&1";
   int const status = std::system(command.c_str());
   EXPECT_TRUE(WIFEXITED(status)) << stream;

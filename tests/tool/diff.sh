@@ -56,16 +56,16 @@ def spelled(record):
 
 
 for folder in sys.argv[1:]:
-    before, patch, after = (load(f"{folder}/{name}.json") for name in ("before", "patch", "after"))
     status, called = open(f"{folder}/call").read().split("\n", 1)
     try:
+        before, patch, after = (load(f"{folder}/{name}.json") for name in ("before", "patch", "after"))
         if int(status) != (spelled(before) != spelled(after)):
             print(f"{called}: exit status {status}")
         for step in patch:
             apply(step, before)
         if spelled(before) != spelled(after):
             print(f"{called}: not the second record")
-    except (AssertionError, IndexError, KeyError, ValueError) as problem:
+    except (AssertionError, LookupError, TypeError, ValueError) as problem:
         print(f"{called}: no patch of the first: {problem!r}")
 END
 # keep BEFORE AFTER: the last call's patch makes the second record of the first, which is tried in the end.

@@ -66,7 +66,10 @@ expectStatus 1
 holds "standard error" 'wrong:1:5: error: malformed value: *' "$err"
 checks=$((checks + 1))
 [[ $err != *'"x'* ]] || complain "a value in a message" "$err"
-for ((i = 0; i < 17000; ++i)); do echo "a[$i] = 1"; done >wrong
+{
+  for ((i = 0; i < 1000; ++i)); do echo "a$i = 1"; done
+  for ((i = 0; i < 16000; ++i)); do echo "b[$i] = 1"; done
+} >wrong
 kovra compose configuration --sections ethernet wrong
 expect 1 "" "wrong:16385:1: error: found more than 16384 values in all"
 

@@ -18,4 +18,7 @@ expectHosts() {
   # shellcheck disable=SC2154 # those who source this have it
   [[ $("$1/set_wifi" 'New Net' <<<"$wifi") == *"<ssid>New Net</ssid>"* ]] ||
     fail "set_wifi does not set the name"
+  [[ $("$1/set_printhead" PH-0042) == *"<printhead_serial>PH-0042</printhead_serial>"* ]] ||
+    fail "set_printhead does not set the serial number"
+  [[ $("$1/decode" "$work/reply.xml") == *printing* ]] || fail "decode says no state"
 }

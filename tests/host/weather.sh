@@ -5,7 +5,7 @@ set -euo pipefail
 
 source=$1
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'chmod -R u+w "$work" && rm -rf "$work"' EXIT
 # A folder with a blank, which is no checkout: what somebody has who unpacked a tarball.
 tree="$work/a folder"
 mkdir -p "$tree" "$work/bin"
@@ -46,6 +46,37 @@ for script in demo documents package release tarball; do
     cat "$work/out" >&2
     bad=1
   fi
+done
+
+# Packages are missing: no network, or nobody who may install them.
+mkdir "$work/offline" "$work/plain" "$work/open"
+printf '#!/bin/sh\nexit 1\n' | tee "$work/offline/dpkg-query" "$work/plain/dpkg-query" \
+  >"$work/offline/apt-get"
+printf '#!/bin/sh\nexec "$@"\n' >"$work/offline/sudo"
+chmod +x "$work"/offline/* "$work"/plain/*
+for program in apt-get bash cp df dirname dpkg env grep mkdir nproc tail tr; do
+  ln -s "$(command -v "$program")" "$work/plain/$program"
+done
+chmod 755 "$work"
+chmod 777 "$work/open"
+asUser=()
+if ((EUID == 0)); then asUser=(setpriv --reuid=65534 --regid=65534 --clear-groups); fi
+for script in demo test; do
+  said=$(env PATH="$work/offline:$PATH" "$tree/scripts/$script" 2>&1) && bad=1
+  if [[ ${said##*$'\n'} != "Debian packages cannot be installed (why: "*"); as root: apt-get install "* ]]; then
+    printf '%s without network:\n%s\n' "$script" "$said" >&2
+    bad=1
+  fi
+  gives 1 "there is no sudo; as root: apt-get install" \
+    "${asUser[@]}" env PATH="$work/plain" KOVRA_BUILD_DIR="$work/open" "$tree/scripts/$script"
+done
+
+# A folder that one may only read.
+rm -rf "$tree/build"
+chmod -R a-w "$tree"
+for script in abi coverage demo documents fuzz measure test; do
+  gives 1 "a folder/build cannot be written to; KOVRA_BUILD_DIR names another" \
+    "${asUser[@]}" "$tree/scripts/$script"
 done
 
 exit "$bad"
